@@ -1,4 +1,5 @@
-// Fuzz target: any bytes are scanned, and what scans falls into records and groups that join to the same bytes.
+// Fuzz target: any bytes are scanned, and what scans falls into records and groups that give
+// the same bytes again.
 #include "host/db/groups/file_scanner.h"
 #include "host/db/groups/group_cursor.h"
 #include "host/db/groups/group_writer.h"

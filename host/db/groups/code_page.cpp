@@ -92,7 +92,8 @@ private:
 
 const CodePage& CodePage::get(const std::string& name) {
     static std::mutex& mutex = *new std::mutex;
-    static auto& pages = *new std::map<std::string, std::unique_ptr<CodePage>>;  // shared for the process's life
+    static auto& pages =
+        *new std::map<std::string, std::unique_ptr<CodePage>>;  // shared for the process's life
     const std::lock_guard<std::mutex> lock(mutex);
     std::unique_ptr<CodePage>& page = pages[name];
     if (!page) {
@@ -198,7 +199,8 @@ std::size_t CodePage::decodeOne(std::string_view bytes, char32_t& out) const {
 }
 
 bool CodePage::encodeOne(char32_t c, std::string& out) const {
-    const auto found = std::lower_bound(m_reverse.begin(), m_reverse.end(), std::make_pair(c, std::uint16_t(0)));
+    const auto found =
+        std::lower_bound(m_reverse.begin(), m_reverse.end(), std::make_pair(c, std::uint16_t(0)));
     if (found == m_reverse.end() || found->first != c) {
         return false;
     }
@@ -213,7 +215,9 @@ std::size_t readUtf8(std::string_view bytes, char32_t& out) {
     if (bytes.empty()) {
         return 0;
     }
-    const auto byte = [&](std::size_t i) { return static_cast<char32_t>(static_cast<unsigned char>(bytes[i])); };
+    const auto byte = [&](std::size_t i) {
+        return static_cast<char32_t>(static_cast<unsigned char>(bytes[i]));
+    };
     const char32_t lead = byte(0);
     if (lead < 0x80) {
         out = lead;

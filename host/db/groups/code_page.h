@@ -11,8 +11,8 @@
 
 namespace korvex::groups {
 
-/// A code page whose bytes below 128 are ASCII. Tables are made from the C library's converter when the page is
-/// first asked for, and live for the process.
+/// A code page whose bytes below 128 are ASCII. Tables are made from the C library's converter when the page
+/// is first asked for, and live for the process.
 class CodePage {
 public:
     static constexpr char32_t kInvalid = 0xFFFD;
@@ -37,7 +37,7 @@ private:
 
     static constexpr char32_t kLeadByte = 0xFFFFFFFF;
     std::array<char32_t, 256> m_single{};
-    std::vector<char16_t> m_pairs;                            ///< lead byte from 128 x trail byte; empty: no pairs
+    std::vector<char16_t> m_pairs;  ///< lead byte from 128 x trail byte; empty: no pairs
     std::vector<std::pair<char32_t, std::uint16_t>> m_reverse;  ///< sorted by character
 };
 

@@ -22,7 +22,7 @@ constexpr int kComment = 999;
 enum class RecordKind { section, endSection, endOfFile, other };
 
 RecordKind kindOf(std::string_view type) {
-    return type == "SECTION" ? RecordKind::section
+    return type == "SECTION"  ? RecordKind::section
            : type == "ENDSEC" ? RecordKind::endSection
            : type == "EOF"    ? RecordKind::endOfFile
                               : RecordKind::other;
@@ -62,7 +62,7 @@ std::wstring DrawingError::text() const {
 
 FileScanner::FileScanner(std::string_view bytes) : m_bytes(bytes) {}
 
-// ---- form ---------------------------------------------------------------------------------------------------
+// ---- form ----
 
 bool FileScanner::detect(DrawingError& error) {
     m_format.binary = hasBinarySentinel(m_bytes);
@@ -154,7 +154,7 @@ void FileScanner::detectLayout() {
     }
 }
 
-/// Reads version and code page from the HEADER section, wherever it stands; damage is left for next() to find.
+/// Reads version and code page from the HEADER section, wherever it stands; next() will find the damage.
 void FileScanner::readHeader() {
     GroupCursor cursor(m_bytes.substr(m_pos), m_format);
     bool sectionBegins = false;
@@ -183,11 +183,11 @@ void FileScanner::readHeader() {
 void FileScanner::chooseCodec() {
     const TextCodec* named = m_codePage.empty() ? nullptr : TextCodec::find(m_codePage);
     // Names of versions compare as text, but for the oldest ones, which have a point ("AC1.40", "AC2.10").
-    const bool utf8Version = m_version.size() == kFirstUtf8Version.size() && m_version.find('.') == m_version.npos &&
-                             m_version >= kFirstUtf8Version;
+    const bool utf8Version = m_version.size() == kFirstUtf8Version.size() &&
+                             m_version.find('.') == m_version.npos && m_version >= kFirstUtf8Version;
     m_codePageKnown = m_codePage.empty() || named != nullptr;
-    // Programs that write old versions without a code page write UTF-8 as often as not, and text in a code page is
-    // hardly ever well-formed UTF-8 by chance.
+    // Programs that write old versions without a code page write UTF-8 as often as not, and text in a code
+    // page is hardly ever well-formed UTF-8 by chance.
     const bool looksUtf8 = m_codePage.empty() && !m_format.binary && isUtf8BeyondAscii(m_bytes);
     if (utf8Version || m_bom || looksUtf8) {
         m_format.codec = &TextCodec::utf8();
@@ -196,7 +196,7 @@ void FileScanner::chooseCodec() {
     }
 }
 
-// ---- records ------------------------------------------------------------------------------------------------
+// ---- records ----
 
 bool FileScanner::next(FileRecord& record, DrawingError& error) {
     if (m_atEnd) {
@@ -305,8 +305,7 @@ bool FileScanner::checkPlace(const FileRecord& record, DrawingError& error) cons
             return fail(L"the SECTION has no name (group 2).");
         }
         return true;
-    case RecordKind::endSection:
-        return m_inSection || fail(L"an ENDSEC stands outside of any section.");
+    case RecordKind::endSection: return m_inSection || fail(L"an ENDSEC stands outside of any section.");
     default:
         if (record.type.empty()) {
             return fail(L"the record has no type.");
@@ -318,8 +317,9 @@ bool FileScanner::checkPlace(const FileRecord& record, DrawingError& error) cons
 /// Checks what stands around EOF. Returns false, as next() does at the end.
 bool FileScanner::finish(const FileRecord& record, DrawingError& error) {
     if (m_inSection) {
-        error = errorAt(record.line, 0, L"EOF stands inside the section of " + placeText(m_sectionPlace) +
-                                            L", whose ENDSEC is missing." + kRestore);
+        error = errorAt(record.line, 0,
+                        L"EOF stands inside the section of " + placeText(m_sectionPlace) +
+                            L", whose ENDSEC is missing." + kRestore);
         return false;
     }
     const std::size_t after = m_pos + record.slice.size();
@@ -340,7 +340,7 @@ bool FileScanner::finish(const FileRecord& record, DrawingError& error) {
     return false;
 }
 
-// ---- damage -------------------------------------------------------------------------------------------------
+// ---- damage ----
 
 DrawingError FileScanner::codeLineError(const char* start, std::size_t line) const {
     const char* end = m_bytes.data() + m_bytes.size();

@@ -27,7 +27,9 @@ constexpr Signature kSignatures[] = {
     {"{", L"a JSON file"},
     {"\xFF\xFE", L"a text file in UTF-16"},
     {"\xFE\xFF", L"a text file in UTF-16"},
-    {"\x7F" "ELF", L"a program"},
+    {"\x7F"
+     "ELF",
+     L"a program"},
     {"MZ", L"a program"},
     {"SQLite format 3", L"a database"},
 };
@@ -60,7 +62,8 @@ std::wstring notADrawing(std::string_view bytes) {
     }
     for (const Signature& signature : kSignatures) {
         if (startsWith(bytes, signature.bytes)) {
-            return std::wstring(L"The file is ") + signature.kind + L", not a drawing. Choose a drawing file.";
+            return std::wstring(L"The file is ") + signature.kind +
+                   L", not a drawing. Choose a drawing file.";
         }
     }
     if (bytes.substr(0, 64).find('\0') != bytes.npos) {

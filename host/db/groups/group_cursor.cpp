@@ -53,9 +53,7 @@ bool GroupCursor::nextBinary() {
 
 namespace {
 
-bool isFixed(const GroupFormat& format, GroupType type) {
-    return format.binary && fixedSize(type) != 0;
-}
+bool isFixed(const GroupFormat& format, GroupType type) { return format.binary && fixedSize(type) != 0; }
 
 long long binaryInteger(GroupType type, std::string_view raw) {
     const std::uint64_t bits = littleEndian(raw);

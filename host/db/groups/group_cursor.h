@@ -18,8 +18,8 @@ public:
 
     const GroupFormat& format() const { return m_format; }
     int code() const { return m_code; }
-    /// Text: the value line without its line end; numbers keep their blanks. Binary: the value's bytes, strings
-    /// without the closing 0, chunks without the length byte.
+    /// Text: the value line without its line end; numbers keep their blanks. Binary: the value's bytes,
+    /// strings without the closing 0, chunks without the length byte.
     std::string_view raw() const { return m_raw; }
     /// The whole group as it stands in the slice, code, value and line ends.
     std::string_view bytes() const { return m_bytes; }
@@ -32,9 +32,9 @@ public:
     long long asInteger() const;
     double asReal() const;
     std::uint64_t asHandle() const;
-    std::wstring asText() const;   ///< decoded with the format's codec
-    std::string asChunk() const;   ///< 310-319, 1004: the bytes themselves, hexadecimal resolved in text
-                                   ///< form, up to a character that is none
+    std::wstring asText() const;  ///< decoded with the format's codec
+    std::string asChunk() const;  ///< 310-319, 1004: the bytes themselves, hexadecimal resolved in text
+                                  ///< form, up to a character that is none
 
 private:
     bool nextText();

@@ -1,5 +1,5 @@
-// The lines and bytes that groups are made of: shared by the cursor, which trusts its slice, and by the scanner,
-// which checks a whole file. Nothing here reads outside [p, end) or allocates.
+// The lines and bytes that groups are made of: shared by the cursor, which trusts its slice, and by the
+// scanner, which checks a whole file. Nothing here reads outside [p, end) or allocates.
 #pragma once
 
 #include "host/db/groups/group_table.h"
@@ -8,13 +8,9 @@
 
 namespace korvex::groups {
 
-inline bool isBlank(char c) {
-    return c == ' ' || c == '\t';
-}
+inline bool isBlank(char c) { return c == ' ' || c == '\t'; }
 
-inline bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
+inline bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 inline std::string_view view(const char* first, const char* last) {
     return {first, static_cast<std::size_t>(last - first)};
@@ -36,9 +32,7 @@ inline const char* lineFeed(const char* p, const char* end) {
     return found ? static_cast<const char*>(found) : end;
 }
 
-inline const char* afterLineFeed(const char* feed, const char* end) {
-    return feed == end ? end : feed + 1;
-}
+inline const char* afterLineFeed(const char* feed, const char* end) { return feed == end ? end : feed + 1; }
 
 /// A line without its end.
 inline std::string_view lineText(const char* p, const char* feed) {
@@ -48,8 +42,8 @@ inline std::string_view lineText(const char* p, const char* feed) {
     return view(p, feed);
 }
 
-/// Reads a code line; returns the start of the next line, null when the line is no number of a possible code or
-/// has no line end.
+/// Reads a code line; returns the start of the next line, null when the line is no number of a possible code
+/// or has no line end.
 inline const char* readCodeLine(const char* p, const char* end, int& code) {
     while (p != end && isBlank(*p)) {
         ++p;
@@ -82,8 +76,8 @@ inline const char* readCodeLine(const char* p, const char* end, int& code) {
     return code >= kFirstGroupCode ? p + 1 : nullptr;
 }
 
-/// Steps over a line that holds one number, whole or with fraction and exponent, and blanks; returns the start of
-/// the next line or end, null when the line is anything else.
+/// Steps over a line that holds one number, whole or with fraction and exponent, and blanks; returns the
+/// start of the next line or end, null when the line is anything else.
 inline const char* skipNumberLine(const char* p, const char* end) {
     while (p != end && isBlank(*p)) {
         ++p;
@@ -136,8 +130,8 @@ enum class BinaryFault : std::uint8_t { none, truncated, wildCode };
 /// One group of a binary drawing.
 struct BinaryGroup {
     int code = 0;
-    std::string_view value;        ///< without length byte and closing 0
-    const char* next = nullptr;    ///< the byte after the group
+    std::string_view value;      ///< without length byte and closing 0
+    const char* next = nullptr;  ///< the byte after the group
 };
 
 /// Bytes of a value of fixed length; 0 for text, handles and chunks.

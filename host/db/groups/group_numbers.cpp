@@ -47,8 +47,8 @@ double parseNonFinite(std::string_view text) {
         text.remove_prefix(1);
     }
     const bool infinite = startsWithWord(text, "inf") || startsWithWord(text, "1.#inf");
-    const double value = infinite ? std::numeric_limits<double>::infinity()
-                                  : std::numeric_limits<double>::quiet_NaN();
+    const double value =
+        infinite ? std::numeric_limits<double>::infinity() : std::numeric_limits<double>::quiet_NaN();
     return negative ? -value : value;
 }
 

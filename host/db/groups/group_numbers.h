@@ -7,14 +7,16 @@
 
 namespace korvex::groups {
 
-/// The whole number in a text, blanks around it allowed; a number with a fraction or exponent is cut to its whole
-/// part, one too large for the type gives the nearest end of it, anything else 0.
+/// The whole number in a text, blanks around it allowed; a number with a fraction or exponent is cut to its
+/// whole part, one too large for the type gives the nearest end of it, anything else 0.
 long long parseInteger(std::string_view text);
 
-/// The real in a text, blanks around it allowed; "nan" and "inf" in their spellings too; 0 when it is no number.
+/// The real in a text, blanks around it allowed; "nan" and "inf" in their spellings too; 0 when it is no
+/// number.
 double parseReal(std::string_view text);
 
-/// True for what the C libraries of the world print in place of a finite number ("nan", "-inf", "1.#QNAN" ...).
+/// True for what the C libraries of the world print in place of a finite number ("nan", "-inf", "1.#QNAN"
+/// ...).
 bool isNonFinite(std::string_view text);
 
 /// Hexadecimal of up to 16 digits, blanks around it allowed; 0 when it is none.

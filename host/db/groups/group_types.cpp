@@ -9,8 +9,6 @@ GroupType groupType(int code) {
     return groups::isPossibleCode(code) ? groups::codeEntry(code).type : GroupType::text;
 }
 
-bool isKnownGroupCode(int code) {
-    return groups::isPossibleCode(code) && groups::codeEntry(code).known;
-}
+bool isKnownGroupCode(int code) { return groups::isPossibleCode(code) && groups::codeEntry(code).known; }
 
 }  // namespace korvex

@@ -48,16 +48,16 @@ public:
 /// How the group codes of one drawing are written; every slice of the drawing is in this form.
 struct GroupFormat {
     bool binary = false;
-    int codeBytes = 2;         ///< binary only: 1 (R12; 255 escapes to two bytes) or 2
-    bool crlf = false;         ///< text only: lines end in CR LF
-    bool paddedCodes = true;   ///< text only: codes are right-aligned in three columns
-    bool paddedInts = false;   ///< text only: 16-bit and boolean values right-aligned in six columns, 32-bit in nine,
-                               ///< 64-bit in eighteen
+    int codeBytes = 2;        ///< binary only: 1 (R12; 255 escapes to two bytes) or 2
+    bool crlf = false;        ///< text only: lines end in CR LF
+    bool paddedCodes = true;  ///< text only: codes are right-aligned in three columns
+    bool paddedInts = false;  ///< text only: 16-bit and boolean values right-aligned in six columns, 32-bit
+                              ///< in nine, 64-bit in eighteen
     const TextCodec* codec = &TextCodec::utf8();
 
     bool operator==(const GroupFormat& o) const {
-        return binary == o.binary && codeBytes == o.codeBytes && crlf == o.crlf && paddedCodes == o.paddedCodes &&
-               paddedInts == o.paddedInts && codec == o.codec;
+        return binary == o.binary && codeBytes == o.codeBytes && crlf == o.crlf &&
+               paddedCodes == o.paddedCodes && paddedInts == o.paddedInts && codec == o.codec;
     }
     bool operator!=(const GroupFormat& o) const { return !(*this == o); }
 };

@@ -57,8 +57,8 @@ void appendHex(std::string& out, std::string_view bytes) {
     }
 }
 
-/// A text value must not end its own line or, in a binary drawing, itself: such characters are written as drawings
-/// spell control characters.
+/// A text value must not end its own line or, in a binary drawing, itself: such characters are written as
+/// drawings spell control characters.
 std::string withoutEnds(std::string_view text, bool binary) {
     std::string out;
     out.reserve(text.size() + 8);
@@ -84,9 +84,7 @@ bool hasEnd(std::string_view text, bool binary) {
     return text.find_first_of(kEnds.substr(0, binary ? 1 : 3)) != text.npos;
 }
 
-bool isWhole(std::string_view number) {
-    return number.find_first_not_of("0123456789+- ") == number.npos;
-}
+bool isWhole(std::string_view number) { return number.find_first_not_of("0123456789+- ") == number.npos; }
 
 }  // namespace
 
@@ -103,9 +101,7 @@ void GroupWriter::code(int code) {
     appendLittleEndian(m_out, static_cast<std::uint64_t>(code), oneByte ? 1 : 2);
 }
 
-void GroupWriter::endLine() {
-    m_out.append(m_format.crlf ? "\r\n" : "\n");
-}
+void GroupWriter::endLine() { m_out.append(m_format.crlf ? "\r\n" : "\n"); }
 
 void GroupWriter::integer(int code, long long value) {
     const GroupType type = groupType(code);
@@ -220,7 +216,8 @@ void GroupWriter::transcode(const GroupCursor& group) {
         chunk(code, group.asChunk());
     } else if (type == GroupType::text || type == GroupType::handle) {
         text(code, group.asText());
-    } else if (!m_format.binary && !group.format().binary && (type == GroupType::real || !isWhole(group.raw()))) {
+    } else if (!m_format.binary && !group.format().binary &&
+               (type == GroupType::real || !isWhole(group.raw()))) {
         rawText(code, trimmed(group.raw()));  // the number as it is spelled
     } else if (type == GroupType::real) {
         real(code, group.asReal());

@@ -15,11 +15,11 @@ public:
     explicit GroupWriter(const GroupFormat& format) : m_format(format) {}
 
     void integer(int code, long long value);
-    void real(int code, double value);               ///< the shortest text that reads back as the same value
-    void handle(int code, std::uint64_t value);      ///< hexadecimal, capitals, no leading zeros
+    void real(int code, double value);           ///< the shortest text that reads back as the same value
+    void handle(int code, std::uint64_t value);  ///< hexadecimal, capitals, no leading zeros
     /// Encoded with the format's codec; line ends become "^J" (in a binary drawing they may stay), NUL "^@".
     void text(int code, std::wstring_view value);
-    void chunk(int code, std::string_view bytes);    ///< more than 254 bytes make several groups
+    void chunk(int code, std::string_view bytes);  ///< more than 254 bytes make several groups
     /// A value that is already in this format's encoding; line ends and NUL as in text().
     void rawText(int code, std::string_view encoded);
     /// A group as a cursor of the same format stands on: copied byte for byte.

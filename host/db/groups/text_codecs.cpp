@@ -1,5 +1,5 @@
-// The codecs of drawings: what UTF-8 and the code pages share is here (plain ASCII, escapes), and the register of
-// code page names. Tables of the code pages are in code_page.cpp.
+// The codecs of drawings: what UTF-8 and the code pages share is here (plain ASCII, escapes), and the
+// register of code page names. Tables of the code pages are in code_page.cpp.
 #include "host/db/groups/code_page.h"
 #include "host/db/groups/group_types.h"
 
@@ -15,17 +15,11 @@ using groups::CodePage;
 
 constexpr wchar_t kReplacement = 0xFFFD;
 
-bool isHighSurrogate(char32_t c) {
-    return c >= 0xD800 && c < 0xDC00;
-}
+bool isHighSurrogate(char32_t c) { return c >= 0xD800 && c < 0xDC00; }
 
-bool isLowSurrogate(char32_t c) {
-    return c >= 0xDC00 && c < 0xE000;
-}
+bool isLowSurrogate(char32_t c) { return c >= 0xDC00 && c < 0xE000; }
 
-char32_t joined(char32_t high, char32_t low) {
-    return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00);
-}
+char32_t joined(char32_t high, char32_t low) { return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00); }
 
 /// The number in four hexadecimal digits; false when there are not four.
 bool readHex4(std::string_view text, char32_t& value) {
@@ -233,16 +227,16 @@ struct PageName {
     std::string_view page;
 };
 constexpr PageName kPageNames[] = {
-    {"ASCII", "CP1252"},       {"USASCII", "CP1252"},     {"88591", "ISO8859-1"},    {"88592", "ISO8859-2"},
-    {"88593", "ISO8859-3"},    {"88594", "ISO8859-4"},    {"88595", "ISO8859-5"},    {"88596", "ISO8859-6"},
-    {"88597", "ISO8859-7"},    {"88598", "ISO8859-8"},    {"88599", "ISO8859-9"},    {"MACINTOSH", "MACINTOSH"},
-    {"MACROMAN", "MACINTOSH"}, {"BIG5", "CP950"},         {"GB2312", "CP936"},       {"GBK", "CP936"},
-    {"KSC5601", "CP949"},      {"JOHAB", "CP1361"},       {"SHIFTJIS", "CP932"},
+    {"ASCII", "CP1252"},       {"USASCII", "CP1252"},  {"88591", "ISO8859-1"}, {"88592", "ISO8859-2"},
+    {"88593", "ISO8859-3"},    {"88594", "ISO8859-4"}, {"88595", "ISO8859-5"}, {"88596", "ISO8859-6"},
+    {"88597", "ISO8859-7"},    {"88598", "ISO8859-8"}, {"88599", "ISO8859-9"}, {"MACINTOSH", "MACINTOSH"},
+    {"MACROMAN", "MACINTOSH"}, {"BIG5", "CP950"},      {"GB2312", "CP936"},    {"GBK", "CP936"},
+    {"KSC5601", "CP949"},      {"JOHAB", "CP1361"},    {"SHIFTJIS", "CP932"},
 };
 constexpr std::string_view kNumberedPages[] = {
-    "437",  "737",  "775",  "850",  "852",  "855",  "857",  "858",  "860",  "861",  "862",  "863",
-    "864",  "865",  "866",  "869",  "874",  "932",  "936",  "949",  "950",  "1250", "1251", "1252",
-    "1253", "1254", "1255", "1256", "1257", "1258", "1361",
+    "437",  "737",  "775",  "850",  "852",  "855",  "857",  "858",  "860",  "861", "862",
+    "863",  "864",  "865",  "866",  "869",  "874",  "932",  "936",  "949",  "950", "1250",
+    "1251", "1252", "1253", "1254", "1255", "1256", "1257", "1258", "1361",
 };
 
 /// The number of a "$DWGCODEPAGE" name after one of its usual prefixes.
@@ -264,7 +258,8 @@ std::string pageOf(std::string_view name) {
         }
     }
     const auto last = std::end(kNumberedPages);
-    return std::find(std::begin(kNumberedPages), last, rest) == last ? std::string() : "CP" + std::string(rest);
+    return std::find(std::begin(kNumberedPages), last, rest) == last ? std::string()
+                                                                     : "CP" + std::string(rest);
 }
 
 std::string simplified(std::string_view name) {
@@ -279,7 +274,8 @@ std::string simplified(std::string_view name) {
 
 const TextCodec& codecOfPage(const std::string& page) {
     static std::mutex& mutex = *new std::mutex;
-    static auto& codecs = *new std::map<std::string, std::unique_ptr<PageCodec>>;  // shared for the process's life
+    static auto& codecs =
+        *new std::map<std::string, std::unique_ptr<PageCodec>>;  // shared for the process's life
     const std::lock_guard<std::mutex> lock(mutex);
     std::unique_ptr<PageCodec>& codec = codecs[page];
     if (!codec) {

@@ -128,9 +128,15 @@ TEST(FileScanner, ChoosesTheCodecFromVersionAndCodePage) {
         EXPECT_TRUE(scan.scanner.atEnd());
         EXPECT_EQ(scan.scanner.version(), row.version);
         EXPECT_EQ(scan.scanner.codePage(), row.codePage);
-        EXPECT_EQ(scan.scanner.format().codec, row.codec) << row.version << ' ' << row.codePage << ' ' << row.text;
+        EXPECT_EQ(scan.scanner.format().codec, row.codec)
+            << row.version << ' ' << row.codePage << ' ' << row.text;
         EXPECT_EQ(scan.scanner.isCodePageKnown(), std::string(row.codePage) != "klingon");
     }
+}
+
+TEST(FileScanner, AByteOrderMarkOverridesTheCodePage) {
+    const std::string bytes = "\xEF\xBB\xBF" + headerDrawing("AC1015", "ANSI_1252", "Ma\xC3\x9F");
+    EXPECT_EQ(Scan(bytes).scanner.format().codec, &TextCodec::utf8());
 }
 
 TEST(FileScanner, ReadsWhatRealProgramsWrite) {
@@ -173,14 +179,20 @@ std::vector<Damage> damages() {
         {"code line is empty", start + "\n" + end, 5, -1, L"expected a group code, found \"\""},
         {"code out of range", start + "0\nLINE\n1072\nx\n" + end, 7, -1, L"no group code \"1072\""},
         {"code below range", start + "0\nLINE\n-6\nx\n" + end, 7, -1, L"no group code \"-6\""},
-        {"code with fraction", start + "0\nLINE\n8.5\nx\n" + end, 7, -1, L"expected a group code, found \"8.5\""},
-        {"whole number expected", start + "0\nLINE\n62\nred\n" + end, 8, 62, L"expected a number, found \"red\""},
+        {"code with fraction", start + "0\nLINE\n8.5\nx\n" + end, 7, -1,
+         L"expected a group code, found \"8.5\""},
+        {"whole number expected", start + "0\nLINE\n62\nred\n" + end, 8, 62,
+         L"expected a number, found \"red\""},
         {"real expected", start + "0\nLINE\n10\n1,5\n" + end, 8, 10, L"expected a number, found \"1,5\""},
-        {"number with rest", start + "0\nLINE\n10\n1.5 2\n" + end, 8, 10, L"expected a number, found \"1.5 2\""},
+        {"number with rest", start + "0\nLINE\n10\n1.5 2\n" + end, 8, 10,
+         L"expected a number, found \"1.5 2\""},
+        {"exponent empty", start + "0\nLINE\n10\n1.5E\n" + end, 8, 10, L"expected a number, found \"1.5E\""},
         {"number empty", start + "0\nLINE\n10\n\n" + end, 8, 10, L"expected a number, found \"\""},
         {"nan in a whole number", start + "0\nLINE\n70\nnan\n" + end, 8, 70, L"expected a number"},
-        {"no ENDSEC at EOF", start + "0\nLINE\n0\nEOF\n", 7, 0, L"section of line 1, whose ENDSEC is missing"},
-        {"no ENDSEC at SECTION", start + "0\nSECTION\n2\nOBJECTS\n" + end, 5, 0, L"section of line 1, whose ENDSEC"},
+        {"no ENDSEC at EOF", start + "0\nLINE\n0\nEOF\n", 7, 0,
+         L"section of line 1, whose ENDSEC is missing"},
+        {"no ENDSEC at SECTION", start + "0\nSECTION\n2\nOBJECTS\n" + end, 5, 0,
+         L"section of line 1, whose ENDSEC"},
         {"ENDSEC twice", start + "0\nENDSEC\n" + end, 7, 0, L"ENDSEC stands outside"},
         {"record outside", start + "0\nENDSEC\n0\nLINE\n0\nEOF\n", 7, 0, L"\"LINE\" stands outside"},
         {"section without name", "0\nSECTION\n0\nENDSEC\n0\nEOF\n", 1, 0, L"no name"},

@@ -1,4 +1,4 @@
-// What the writer writes the cursor reads back, in every form, and a group keeps its value from one form to another.
+// What the writer writes the cursor reads back, in every form; from one form to another values stay the same.
 #include "host/db/groups/group_cursor.h"
 #include "host/db/groups/group_writer.h"
 
@@ -46,8 +46,9 @@ public:
     explicit RandomGroups(unsigned seed) : m_random(seed) {}
 
     Value next() {
-        constexpr int kCodes[] = {1,   2,   5,   8,   10,  40,  62,  70,  90,  102, 105,  140,  160,  170,  210,  270,
-                                  280, 290, 300, 310, 330, 360, 370, 390, 420, 440, 1000, 1004, 1005, 1010, 1070, 1071};
+        constexpr int kCodes[] = {1,   2,   5,   8,   10,   40,   62,   70,   90,   102, 105,
+                                  140, 160, 170, 210, 270,  280,  290,  300,  310,  330, 360,
+                                  370, 390, 420, 440, 1000, 1004, 1005, 1010, 1070, 1071};
         Value value;
         value.code = kCodes[pick(std::size(kCodes))];
         switch (groupType(value.code)) {
@@ -67,9 +68,8 @@ private:
     std::size_t pick(std::size_t count) { return static_cast<std::size_t>(m_random() % count); }
 
     double randomReal() {
-        constexpr double kSpecial[] = {0.0,    -0.0,   1.0,     0.1,   1e20,     -1e-20,
-                                       1e300,  5e-324, 1e15,    1e16,  123456.0, 0.00001,
-                                       2.5e-7, 1e5,    -1e-5,   9e15};
+        constexpr double kSpecial[] = {0.0,  -0.0, 1.0,      0.1,     1e20,   -1e-20, 1e300, 5e-324,
+                                       1e15, 1e16, 123456.0, 0.00001, 2.5e-7, 1e5,    -1e-5, 9e15};
         if (pick(3) == 0) {
             return kSpecial[pick(std::size(kSpecial))];
         }
@@ -88,7 +88,8 @@ private:
     }
 
     std::wstring randomText() {
-        constexpr std::wstring_view kCharacters = L"AZaz09 *{}|$_-^\\\u00C4\u0416\u4E2D\uAC00\U0001F600\uFFFD";
+        constexpr std::wstring_view kCharacters =
+            L"AZaz09 *{}|$_-^\\\u00C4\u0416\u4E2D\uAC00\U0001F600\uFFFD";
         std::wstring text(pick(40), L' ');
         for (wchar_t& c : text) {
             c = kCharacters[pick(kCharacters.size())];
@@ -204,13 +205,22 @@ TEST(GroupRoundTrip, BinaryFormHasTheBytesThatDrawingsHave) {
     out.integer(290, 1);
     out.real(10, 1.0);
     out.chunk(1004, "ab");
-    EXPECT_EQ(out.data(), std::string("\x08\0" "0\0" "\x46\0\xFE\xFF" "\x22\x01\x01"
-                                      "\x0A\0\0\0\0\0\0\0\xF0\x3F" "\xEC\x03\x02" "ab", 26));
+    EXPECT_EQ(out.data(), std::string("\x08\0"
+                                      "0\0"
+                                      "\x46\0\xFE\xFF"
+                                      "\x22\x01\x01"
+                                      "\x0A\0\0\0\0\0\0\0\xF0\x3F"
+                                      "\xEC\x03\x02"
+                                      "ab",
+                                      26));
     const GroupFormat r12 = binaryForm(1);
     GroupWriter old(r12);
     old.text(8, L"0");
     old.integer(1070, 3);
-    EXPECT_EQ(old.data(), std::string("\x08" "0\0" "\xFF\x2E\x04\x03\0", 8));
+    EXPECT_EQ(old.data(), std::string("\x08"
+                                      "0\0"
+                                      "\xFF\x2E\x04\x03\0",
+                                      8));
 }
 
 TEST(GroupRoundTrip, NumbersAreReadTolerantly) {
@@ -220,10 +230,19 @@ TEST(GroupRoundTrip, NumbersAreReadTolerantly) {
         double real;
     };
     const Row rows[] = {
-        {"  7 ", 7, 7},      {"+3", 3, 3},     {"\t-12", -12, -12},           {"2.9", 2, 2.9},
-        {"-1.5E+2", -150, -150}, {".5", 0, 0.5}, {"5.", 5, 5},                {"", 0, 0},
-        {"abc", 0, 0},       {"1,5", 0, 0},    {"99999999999999999999", std::numeric_limits<long long>::max(), 1e20},
-        {"1e-999", 0, 0},    {"+-1", 0, 0},
+        {"  7 ", 7, 7},
+        {"+3", 3, 3},
+        {"\t-12", -12, -12},
+        {"2.9", 2, 2.9},
+        {"-1.5E+2", -150, -150},
+        {".5", 0, 0.5},
+        {"5.", 5, 5},
+        {"", 0, 0},
+        {"abc", 0, 0},
+        {"1,5", 0, 0},
+        {"99999999999999999999", std::numeric_limits<long long>::max(), 1e20},
+        {"1e-999", 0, 0},
+        {"+-1", 0, 0},
     };
     const GroupFormat form = textForm(false, false);
     for (const Row& row : rows) {
@@ -240,6 +259,17 @@ TEST(GroupRoundTrip, NumbersAreReadTolerantly) {
         EXPECT_TRUE(std::isnan(cursor.asReal())) << text;
         EXPECT_EQ(cursor.asInteger(), 0) << text;
     }
+}
+
+TEST(GroupRoundTrip, NumbersKeepTheirSpellingFromTextToText) {
+    const GroupFormat form = textForm(false, false);
+    const GroupFormat other = textForm(true, true);
+    const std::string slice = "70\n7.0\n70\n7\n40\n2.50\n";
+    GroupWriter out(other);
+    for (GroupCursor cursor(slice, form); cursor.next();) {
+        out.transcode(cursor);
+    }
+    EXPECT_EQ(out.data(), " 70\r\n7.0\r\n 70\r\n     7\r\n 40\r\n2.50\r\n");
 }
 
 TEST(GroupRoundTrip, HandlesThatAreNoneAreZeroAndKeepTheirText) {
@@ -325,7 +355,8 @@ TEST(GroupRoundTrip, ACutSliceEndsTheCursorWithoutReadingOn) {
             write(out, random.next());
         }
         for (std::size_t size = 0; size < out.data().size(); ++size) {
-            const std::vector<char> exact(out.data().begin(), out.data().begin() + static_cast<std::ptrdiff_t>(size));
+            const std::vector<char> exact(out.data().begin(),
+                                          out.data().begin() + static_cast<std::ptrdiff_t>(size));
             const std::string_view slice(exact.data(), exact.size());
             GroupCursor cursor(slice, form);
             std::size_t read = 0;

@@ -12,9 +12,7 @@ namespace korvex::test {
 using Pairs = std::vector<std::pair<int, std::string>>;
 
 /// What a binary drawing begins with.
-inline std::string binarySentinel() {
-    return std::string("KORVEX. Binary DXF\r\n\x1A\0", 22);
-}
+inline std::string binarySentinel() { return std::string("KORVEX. Binary DXF\r\n\x1A\0", 22); }
 
 inline std::string textDrawing(const Pairs& pairs, const char* lineEnd = "\n") {
     std::string out;

@@ -96,12 +96,20 @@ TEST(TextCodecs, EveryCharacterOfADoubleBytePageComesBackAsTheSameCharacter) {
                 const std::wstring text = pageCodec.decode(bytes);
                 if (text.size() == 1 && text[0] != 0xFFFD) {
                     ++pairs;
-                    ASSERT_EQ(pageCodec.decode(pageCodec.encode(text)), text) << page << ' ' << lead << ' ' << trail;
+                    ASSERT_EQ(pageCodec.decode(pageCodec.encode(text)), text)
+                        << page << ' ' << lead << ' ' << trail;
                 }
             }
         }
         EXPECT_GT(pairs, 6000) << page;
     }
+}
+
+TEST(TextCodecs, OfSeveralCodesForACharacterTheUsualOneIsWritten) {
+    const TextCodec& japanese = codec("ANSI_932");
+    EXPECT_EQ(japanese.decode("\xED\x40"), japanese.decode("\xFA\x5C"));
+    EXPECT_EQ(japanese.encode(L"\u7E8A"), "\xFA\x5C");
+    EXPECT_EQ(japanese.encode(L"\u2252"), "\x81\xE0");
 }
 
 TEST(TextCodecs, ASecondByteThatLooksLikeABackslashBeginsNoEscape) {
@@ -119,6 +127,7 @@ TEST(TextCodecs, ResolvesEscapesInAnyCase) {
     EXPECT_EQ(TextCodec::utf8().decode("\\U+00E9"), L"\u00E9");
     EXPECT_EQ(latin.decode("\\U+D83D\\U+DE00"), L"\U0001F600");
     EXPECT_EQ(latin.decode("\\U+D83Dx\\U+DE00"), L"\uFFFDx\uFFFD");
+    EXPECT_EQ(latin.decode("\\U+DE00\\U+DE00"), L"\uFFFD\uFFFD");
     EXPECT_EQ(latin.decode("\\M+1838C"), L"\u30EC");
     EXPECT_EQ(latin.decode("\\m+2b9cf"), L"\u5716");
     EXPECT_EQ(latin.decode("\\M+3B5B5"), L"\uB3C4");
@@ -127,9 +136,10 @@ TEST(TextCodecs, ResolvesEscapesInAnyCase) {
 }
 
 TEST(TextCodecs, LeavesWhatOnlyLooksLikeAnEscape) {
-    for (const char* text : {"\\U+12", "\\U+12G4", "\\U-1234", "\\U+0000", "\\M+6838C", "\\M+1FFFF", "\\M+183",
-                             "\\P", "\\", "C:\\Users\\Mia", "\\U+"}) {
-        EXPECT_EQ(TextCodec::ansi1252().decode(text), std::wstring(text, text + std::string(text).size())) << text;
+    for (const char* text : {"\\U+12", "\\U+12G4", "\\U-1234", "\\U+0000", "\\M+6838C", "\\M+1FFFF",
+                             "\\M+10000", "\\M+183", "\\P", "\\", "C:\\Users\\Mia", "\\U+"}) {
+        EXPECT_EQ(TextCodec::ansi1252().decode(text), std::wstring(text, text + std::string(text).size()))
+            << text;
     }
 }
 
@@ -146,6 +156,7 @@ TEST(TextCodecs, BytesThatAreNoTextBecomeTheReplacementCharacter) {
     const TextCodec& utf8 = TextCodec::utf8();
     EXPECT_EQ(utf8.decode("a\xC3"), L"a\uFFFD");
     EXPECT_EQ(utf8.decode("\xC0\xAFz"), L"\uFFFD\uFFFDz") << "overlong";
+    EXPECT_EQ(utf8.decode("\xE0\x80\xAF"), L"\uFFFD\uFFFD\uFFFD") << "overlong";
     EXPECT_EQ(utf8.decode("\xED\xA0\x80"), L"\uFFFD\uFFFD\uFFFD") << "surrogate";
     EXPECT_EQ(utf8.decode("\xF4\x90\x80\x80"), L"\uFFFD\uFFFD\uFFFD\uFFFD") << "beyond the last plane";
     EXPECT_EQ(utf8.decode("\xE9t\xE9"), L"\uFFFDt\uFFFD");
