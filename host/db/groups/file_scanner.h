@@ -15,7 +15,7 @@ struct DrawingError {
     std::wstring message;  ///< what is wrong and what to do, one sentence each
     std::size_t line = 0;  ///< text files: line from 1, 0 if not tied to a place; binary files: byte offset
     bool binary = false;   ///< line is a byte offset
-    int code = -1;        ///< the group code at that place, -1 if none
+    int code = -1;         ///< the group code at that place, -1 if none
 
     /// "line 120, group 70: ..." or "byte offset 0x1F4, ...".
     std::wstring text() const;
