@@ -28,8 +28,8 @@ public:
     bool isByColor() const { return colorMethod() == kTrueColor; }
     bool isByIndex() const { return colorMethod() == kByColorIndex; }
 
-    /// 0 by block, 256 by layer, the index, or for a true colour the index that stands in for it: the one that was
-    /// set beside it, else the nearest of the 255.
+    /// 0 by block, 256 by layer, the index, or for a true colour the index that stands in for it: the one
+    /// that was set beside it, else the nearest of the 255.
     std::int16_t colorIndex() const;
     /// Sets index and method (by block, by layer or by index); a true colour and book names are dropped.
     /// eInvalidInput outside 0 to 256.
@@ -58,10 +58,12 @@ public:
     CStdStr<wchar_t> getDictionaryKey() const;
     /// Takes the names from "book$colour". eInvalidInput (nothing changed) unless both are there.
     Hx::ErrorStatus setNamesFromDictionaryKey(const wchar_t* key);
-    /// The text a user reads: "ByLayer", "ByBlock", a colour's name ("Red"), "Color 42", "r,g,b" or the book colour's name.
+    /// The text a user reads: "ByLayer", "ByBlock", a colour's name ("Red"), "Color 42", "r,g,b" or the book
+    /// colour's name.
     CStdStr<wchar_t> colorNameForDisplay() const;
 
-    /// The index of a standard colour's name ("red", "ByLayer"; case ignored); 7 when there is none of that name.
+    /// The index of a standard colour's name ("red", "ByLayer"; case ignored); 7 when there is none of that
+    /// name.
     static std::int16_t standardColorIndex(const wchar_t* name);
 
     bool operator==(const HxCmColor& o) const;
@@ -69,7 +71,7 @@ public:
 
 private:
     std::uint32_t m_word = 0xC3000007U;
-    std::int16_t m_standIn = -1;   ///< index beside a true colour; -1 none was set
+    std::int16_t m_standIn = -1;  ///< index beside a true colour; -1 none was set
     CStdStr<wchar_t> m_book;
     CStdStr<wchar_t> m_colorName;
 };

@@ -8,7 +8,8 @@ class HxDbBlockTable;
 class HxDbLayerTable;
 class HxDbTransactionManager;
 
-/// Receives what happens to the objects of a database and to its header values. Same rules as HxDbObjectReactor.
+/// Receives what happens to the objects of a database and to its header values. Same rules as
+/// HxDbObjectReactor.
 class HXSDK_API HxDbDatabaseReactor : public HxRxObject {
 public:
     HX_DECLARE_MEMBERS(HxDbDatabaseReactor)
@@ -29,8 +30,8 @@ public:
 class HXSDK_API HxDbDatabase : public HxRxObject {
 public:
     HX_DECLARE_MEMBERS(HxDbDatabase)
-    /// With `buildDefault` an empty drawing (layer "0", the standard linetypes, model space and one layout), otherwise
-    /// nothing: then readFile must follow.
+    /// With `buildDefault` an empty drawing (layer "0", the standard linetypes, model space and one layout),
+    /// otherwise nothing: then readFile must follow.
     explicit HxDbDatabase(bool buildDefault = true);
     ~HxDbDatabase() override;
     HxDbDatabase(const HxDbDatabase&) = delete;
@@ -68,8 +69,8 @@ public:
 
     /// The current layer.
     HxDbObjectId clayer() const;
-    /// eNullObjectId, eWrongClass for no layer of this database, eWasErased, eRefused for a layer of an external reference
-    /// or a frozen one.
+    /// eNullObjectId, eWrongClass for no layer of this database, eWasErased, eRefused for a layer of an
+    /// external reference or a frozen one.
     Hx::ErrorStatus setClayer(HxDbObjectId layer);
     /// True in model space.
     bool tilemode() const;
@@ -87,8 +88,9 @@ public:
     /// Never null; belongs to the database.
     HxDbTransactionManager* transactionManager() const;
 
-    /// Reads a drawing file into an empty database (made with buildDefault false). eFileNotFound, eFileAccessErr,
-    /// eBadDxfSequence for a damaged file, eFilerError for one that cannot be read; readError() tells where and why.
+    /// Reads a drawing file into an empty database (made with buildDefault false). eFileNotFound,
+    /// eFileAccessErr, eBadDxfSequence for a damaged file, eFilerError for one that cannot be read;
+    /// readError() tells where and why.
     Hx::ErrorStatus readFile(const wchar_t* path);
     /// Saves in the version that was read, whole or not at all; the previous file stays beside it as ".bak".
     /// eFileAccessErr; readError() tells why.
@@ -103,13 +105,13 @@ public:
     bool hasReactor(const HxDbDatabaseReactor* reactor) const;
 
     class Imp;
-    Imp* imp() const { return m_imp; }   ///< the host's own side; of no use to modules
+    Imp* imp() const { return m_imp; }  ///< the host's own side; of no use to modules
 
 private:
     Imp* m_imp;
 };
 
-/// The database that commands work on: the current document's, unless the host has set another for a while; null when
-/// there is none.
+/// The database that commands work on: the current document's, unless the host has set another for a while;
+/// null when there is none.
 HXSDK_API HxDbDatabase* hxdbWorkingDatabase();
 HXSDK_API void hxdbSetWorkingDatabase(HxDbDatabase* database);

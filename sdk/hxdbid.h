@@ -20,7 +20,8 @@ public:
 
     std::uint64_t value() const { return m_value; }
     bool isNull() const { return m_value == 0; }
-    /// Writes hexadecimal capitals and a closing null into `buffer`. False when `size` characters are not enough.
+    /// Writes hexadecimal capitals and a closing null into `buffer`. False when `size` characters are not
+    /// enough.
     bool getIntoAsciiBuffer(wchar_t* buffer, std::size_t size = 17) const;
 
     bool operator==(HxDbHandle o) const { return m_value == o.m_value; }
@@ -31,8 +32,8 @@ private:
     std::uint64_t m_value = 0;
 };
 
-/// Names an object of an open drawing in this process. Copied freely; it outlives the object's erasure and dies with
-/// the database: an id of a database that is gone must not be used.
+/// Names an object of an open drawing in this process. Copied freely; it outlives the object's erasure and
+/// dies with the database: an id of a database that is gone must not be used.
 class HXSDK_API HxDbObjectId {
 public:
     HxDbObjectId() = default;
@@ -59,5 +60,7 @@ private:
 
 template <>
 struct std::hash<HxDbObjectId> {
-    std::size_t operator()(const HxDbObjectId& id) const noexcept { return std::hash<HxDbStub*>()(id.stub()); }
+    std::size_t operator()(const HxDbObjectId& id) const noexcept {
+        return std::hash<HxDbStub*>()(id.stub());
+    }
 };

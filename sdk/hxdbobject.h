@@ -19,13 +19,13 @@ enum LineWeight : std::int16_t { kLnWtByLayer = -1, kLnWtByBlock = -2, kLnWtByLw
 
 }  // namespace HxDb
 
-/// Receives what happens to the objects that it is added to. The reactor belongs to whoever made it and must be removed
-/// (or outlive the database). Reactors may be added and removed from inside a notification. Objects passed in are open
-/// for notify only: read them, do not change them.
+/// Receives what happens to the objects that it is added to. The reactor belongs to whoever made it and must
+/// be removed (or outlive the database). Reactors may be added and removed from inside a notification.
+/// Objects passed in are open for notify only: read them, do not change them.
 ///
-/// Order, for one write-open: openedForModify once, before the first change; modified (or erased, modifiedXData) when the
-/// object is closed; objectClosed last. Object reactors are told before the reactors of the database. Undo and redo
-/// send the same, with modifyUndone besides.
+/// Order, for one write-open: openedForModify once, before the first change; modified (or erased,
+/// modifiedXData) when the object is closed; objectClosed last. Object reactors are told before the reactors
+/// of the database. Undo and redo send the same, with modifyUndone besides.
 class HXSDK_API HxDbObjectReactor : public HxRxObject {
 public:
     HX_DECLARE_MEMBERS(HxDbObjectReactor)
@@ -41,9 +41,10 @@ public:
     virtual void goodbye(const HxDbObject*) {}
 };
 
-/// Base of everything that a drawing holds. An object is made with new, and belongs to its maker until it is added to a
-/// database (table add, appendEntity, dictionary setAt ...); from then on the database owns it and it is reached by id
-/// through open and close. Queries need it open (any mode), changes need it open for write.
+/// Base of everything that a drawing holds. An object is made with new, and belongs to its maker until it is
+/// added to a database (table add, appendEntity, dictionary setAt ...); from then on the database owns it and
+/// it is reached by id through open and close. Queries need it open (any mode), changes need it open for
+/// write.
 class HXSDK_API HxDbObject : public HxRxObject {
 public:
     HX_DECLARE_MEMBERS(HxDbObject)
@@ -71,18 +72,19 @@ public:
     bool isNewObject() const;
     bool isTransactionResident() const;
 
-    /// Read to write. eWasOpenForWrite when it is open for write already, eWasOpenForRead when there are other readers,
-    /// eNotOpenForRead when it is not open.
+    /// Read to write. eWasOpenForWrite when it is open for write already, eWasOpenForRead when there are
+    /// other readers, eNotOpenForRead when it is not open.
     Hx::ErrorStatus upgradeOpen();
-    /// Write to read: changes are recorded and notified as by close. eNotOpenForWrite when it is not open for write.
+    /// Write to read: changes are recorded and notified as by close. eNotOpenForWrite when it is not open for
+    /// write.
     Hx::ErrorStatus downgradeOpen();
-    /// Lets go of one open. After the last one the pointer must not be used. eOk; an object that is not in a database or
-    /// not open: eNotOpenForRead.
+    /// Lets go of one open. After the last one the pointer must not be used. eOk; an object that is not in a
+    /// database or not open: eNotOpenForRead.
     Hx::ErrorStatus close();
     /// Close that takes back what was changed since the object was opened for write.
     Hx::ErrorStatus cancel();
-    /// Erases or un-erases. eWasErased when it is erased already, eCannotBeErasedByCaller for what a drawing cannot be
-    /// without (tables, layer "0" ...).
+    /// Erases or un-erases. eWasErased when it is erased already, eCannotBeErasedByCaller for what a drawing
+    /// cannot be without (tables, layer "0" ...).
     Hx::ErrorStatus erase(bool erasing = true);
 
     /// Null id when there is none.
@@ -90,12 +92,12 @@ public:
     /// Makes an empty one; eOk also when there was one.
     Hx::ErrorStatus createExtensionDictionary();
 
-    /// The extended data of one application (all applications for null) as a chain that the caller releases; null when
-    /// there is none.
+    /// The extended data of one application (all applications for null) as a chain that the caller releases;
+    /// null when there is none.
     resbuf* xData(const wchar_t* application = nullptr) const;
-    /// Replaces the data of the applications that the chain names (1001); an application with nothing after its name is
-    /// removed. eInvalidInput for a chain that does not begin with 1001, eKeyNotFound for an application that is not
-    /// registered, eXdataSizeExceeded beyond 16,383 bytes.
+    /// Replaces the data of the applications that the chain names (1001); an application with nothing after
+    /// its name is removed. eInvalidInput for a chain that does not begin with 1001, eKeyNotFound for an
+    /// application that is not registered, eXdataSizeExceeded beyond 16,383 bytes.
     Hx::ErrorStatus setXData(const resbuf* data);
 
     /// Adding twice counts once. The object may be open in any mode.
@@ -103,7 +105,7 @@ public:
     void removeReactor(HxDbObjectReactor* reactor) const;
     bool hasReactor(const HxDbObjectReactor* reactor) const;
 
-    HxDbObjectImp* imp() const { return m_imp; }   ///< the host's own side; of no use to modules
+    HxDbObjectImp* imp() const { return m_imp; }  ///< the host's own side; of no use to modules
 
 protected:
     explicit HxDbObject(HxDbObjectImp* imp);
@@ -112,9 +114,10 @@ private:
     HxDbObjectImp* m_imp;
 };
 
-/// Opens an object. On eOk `object` is open in `mode` and must be closed; otherwise it is null. eNullObjectId for a null
-/// id, eNullObject when nothing stands behind it, eWasErased unless `openErased`, eWasOpenForRead / eWasOpenForWrite /
-/// eWasOpenForNotify / eWasOpenForUndo when it is open in a way that excludes `mode`, eAtMaxReaders beyond 65,535 readers.
+/// Opens an object. On eOk `object` is open in `mode` and must be closed; otherwise it is null. eNullObjectId
+/// for a null id, eNullObject when nothing stands behind it, eWasErased unless `openErased`, eWasOpenForRead
+/// / eWasOpenForWrite / eWasOpenForNotify / eWasOpenForUndo when it is open in a way that excludes `mode`,
+/// eAtMaxReaders beyond 65,535 readers.
 HXSDK_API Hx::ErrorStatus hxdbOpenObject(HxDbObject*& object, HxDbObjectId id, HxDb::OpenMode mode,
                                          bool openErased = false);
 
@@ -122,8 +125,8 @@ HXSDK_API Hx::ErrorStatus hxdbOpenObject(HxDbObject*& object, HxDbObjectId id, H
 template <class T>
 Hx::ErrorStatus hxdbOpenObject(T*& object, HxDbObjectId id, HxDb::OpenMode mode, bool openErased = false);
 
-/// The object behind an id whatever its open state, without opening it; null when there is none. For callers that
-/// hold it open, or that run inside a notification of it.
+/// The object behind an id whatever its open state, without opening it; null when there is none. For callers
+/// that hold it open, or that run inside a notification of it.
 HXSDK_API HxDbObject* hxdbObjectPointer(HxDbObjectId id);
 
 /// The test behind the typed open; returns eWrongClass without opening.

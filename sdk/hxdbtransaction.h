@@ -8,9 +8,10 @@ class HXSDK_API HxTransaction : public HxRxObject {
 public:
     HX_DECLARE_MEMBERS(HxTransaction)
     ~HxTransaction() override;
-    /// Opens an object for as long as the transaction lasts; it must not be closed. Statuses as hxdbOpenObject; asking again
-    /// for write upgrades it.
-    Hx::ErrorStatus getObject(HxDbObject*& object, HxDbObjectId id, HxDb::OpenMode mode, bool openErased = false);
+    /// Opens an object for as long as the transaction lasts; it must not be closed. Statuses as
+    /// hxdbOpenObject; asking again for write upgrades it.
+    Hx::ErrorStatus getObject(HxDbObject*& object, HxDbObjectId id, HxDb::OpenMode mode,
+                              bool openErased = false);
 
 private:
     friend class HxDbTransactionManager;
@@ -18,8 +19,8 @@ private:
     HxDbDatabase* m_database;
 };
 
-/// The transactions of one database; they nest. Objects that a transaction opened are closed when the outermost
-/// transaction that holds them ends.
+/// The transactions of one database; they nest. Objects that a transaction opened are closed when the
+/// outermost transaction that holds them ends.
 class HXSDK_API HxDbTransactionManager : public HxRxObject {
 public:
     HX_DECLARE_MEMBERS(HxDbTransactionManager)
@@ -36,9 +37,10 @@ public:
     /// Null when there is none.
     HxTransaction* topTransaction() const;
     /// As HxTransaction::getObject on the top transaction; eNoActiveTransactions without one.
-    Hx::ErrorStatus getObject(HxDbObject*& object, HxDbObjectId id, HxDb::OpenMode mode, bool openErased = false);
-    /// Hands an object that was just added to the database to the top transaction, which closes it at its end.
-    /// eNoActiveTransactions, eNotInDatabase.
+    Hx::ErrorStatus getObject(HxDbObject*& object, HxDbObjectId id, HxDb::OpenMode mode,
+                              bool openErased = false);
+    /// Hands an object that was just added to the database to the top transaction, which closes it at its
+    /// end. eNoActiveTransactions, eNotInDatabase.
     Hx::ErrorStatus addNewlyCreatedDBRObject(HxDbObject* object);
 
 private:

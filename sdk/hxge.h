@@ -1,4 +1,5 @@
-// Points, vectors and transformations of drawing space. Plain values; lengths in drawing units, angles in radians.
+// Points, vectors and transformations of drawing space. Plain values; lengths in drawing units, angles in
+// radians.
 #pragma once
 
 #include <array>
@@ -66,7 +67,8 @@ struct HxGeMatrix3d {
         for (std::size_t i = 0; i < 4; ++i)
             for (std::size_t j = 0; j < 4; ++j) {
                 r.entry[i][j] = 0;
-                for (std::size_t k = 0; k < 4; ++k) r.entry[i][j] += entry[i][k] * o.entry[k][j];
+                for (std::size_t k = 0; k < 4; ++k)
+                    r.entry[i][j] += entry[i][k] * o.entry[k][j];
             }
         return r;
     }
@@ -82,10 +84,10 @@ struct HxGeMatrix3d {
 inline HxGeMatrix3d HxGeMatrix3d::planeToWorld(const HxGeVector3d& extrusion) {
     const HxGeVector3d n = extrusion.length() > 0 ? extrusion.normal() : HxGeVector3d(0, 0, 1);
     constexpr double kNearAxis = 1.0 / 64.0;
-    const HxGeVector3d ax = (std::fabs(n.x) < kNearAxis && std::fabs(n.y) < kNearAxis
-                                 ? HxGeVector3d(0, 1, 0).cross(n)
-                                 : HxGeVector3d(0, 0, 1).cross(n))
-                                .normal();
+    const HxGeVector3d ax =
+        (std::fabs(n.x) < kNearAxis && std::fabs(n.y) < kNearAxis ? HxGeVector3d(0, 1, 0).cross(n)
+                                                                  : HxGeVector3d(0, 0, 1).cross(n))
+            .normal();
     const HxGeVector3d ay = n.cross(ax).normal();
     HxGeMatrix3d m;
     m.entry = {{{ax.x, ay.x, n.x, 0}, {ax.y, ay.y, n.y, 0}, {ax.z, ay.z, n.z, 0}, {0, 0, 0, 1}}};
@@ -101,9 +103,12 @@ inline HxGeMatrix3d HxGeMatrix3d::inverse() const {
     HxGeMatrix3d r;
     if (det == 0 || !std::isfinite(det)) return r;
     const double s = 1.0 / det;
-    r.entry[0] = {a * s, (e[0][2] * e[2][1] - e[0][1] * e[2][2]) * s, (e[0][1] * e[1][2] - e[0][2] * e[1][1]) * s, 0};
-    r.entry[1] = {b * s, (e[0][0] * e[2][2] - e[0][2] * e[2][0]) * s, (e[0][2] * e[1][0] - e[0][0] * e[1][2]) * s, 0};
-    r.entry[2] = {c * s, (e[0][1] * e[2][0] - e[0][0] * e[2][1]) * s, (e[0][0] * e[1][1] - e[0][1] * e[1][0]) * s, 0};
+    r.entry[0] = {a * s, (e[0][2] * e[2][1] - e[0][1] * e[2][2]) * s,
+                  (e[0][1] * e[1][2] - e[0][2] * e[1][1]) * s, 0};
+    r.entry[1] = {b * s, (e[0][0] * e[2][2] - e[0][2] * e[2][0]) * s,
+                  (e[0][2] * e[1][0] - e[0][0] * e[1][2]) * s, 0};
+    r.entry[2] = {c * s, (e[0][1] * e[2][0] - e[0][0] * e[2][1]) * s,
+                  (e[0][0] * e[1][1] - e[0][1] * e[1][0]) * s, 0};
     const HxGePoint3d t = r * HxGePoint3d(e[0][3], e[1][3], e[2][3]);
     r.entry[0][3] = -t.x;
     r.entry[1][3] = -t.y;
