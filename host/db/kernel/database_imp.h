@@ -1,0 +1,93 @@
+// What a drawing consists of in memory: stubs, tables, header, the order of its records in the file, its
+// journal.
+#pragma once
+
+#include "host/db/kernel/header.h"
+#include "host/db/kernel/journal.h"
+#include "host/db/kernel/name_log.h"
+#include "host/db/kernel/object_imp.h"
+#include "sdk/hxdbtransaction.h"
+
+#include <array>
+#include <deque>
+#include <map>
+
+namespace korvex {
+
+/// One piece of the file, in its order. Places are where new records go.
+struct FileItem {
+    enum Kind : std::uint8_t {
+        raw,          ///< bytes that are kept as they are
+        header,       ///< the HEADER section's record with all values
+        object,       ///< a record that is an object
+        endOfTables,  ///< places: new tables, records of a table, blocks, ...
+        endOfTable,
+        endOfBlocks,
+        endOfBlock,
+        endOfEntities,
+        endOfObjects,
+    };
+    Kind kind = raw;
+    std::string_view bytes;
+    HxDbStub* stub = nullptr;  ///< the object; of places the table or block record
+};
+
+/// Objects by handle.
+class HandleTable {
+public:
+    void add(std::uint64_t handle, HxDbStub* stub);
+    /// Sorts what was read and gives objects whose handle is taken, or that have none, one of their own.
+    /// Handles of the drawing stay below `seed` afterwards.
+    void settle(std::uint64_t seed);
+    HxDbStub* find(std::uint64_t handle) const;
+    std::uint64_t next() { return m_next++; }
+    std::uint64_t seed() const { return m_next; }
+
+private:
+    std::vector<std::pair<std::uint64_t, HxDbStub*>> m_sorted;
+    std::vector<HxDbStub*> m_without;
+    std::uint64_t m_next = 1;
+};
+
+/// How the drawing's entries are spelled out; by its version.
+struct VersionTraits {
+    bool hasSubclassMarkers = true;  ///< R13 and later
+    bool hasLineWeights = true;      ///< R2000 and later
+    bool hasTrueColors = true;       ///< R2004 and later
+};
+
+}  // namespace korvex
+
+class HxDbDatabase::Imp {
+public:
+    explicit Imp(HxDbDatabase& database);
+    ~Imp();
+
+    HxDbStub& newStub();
+    HxDbStub* table(korvex::TableKind kind) const { return tables[static_cast<std::size_t>(kind)]; }
+    korvex::VersionTraits traits() const;
+
+    HxDbDatabase& self;
+    std::string file;  ///< the bytes that were read
+    korvex::GroupFormat format;
+    std::string version = "AC1027";
+    std::wstring wideVersion = L"AC1027";
+    std::wstring path;
+    std::wstring error;
+    bool writesHandles = true;
+    bool modified = false;
+    std::int16_t cvport = 1;
+
+    std::deque<HxDbStub> stubs;
+    std::array<HxDbStub*, static_cast<std::size_t>(korvex::TableKind::count)> tables{};
+    HxDbStub* namedObjects = nullptr;
+    HxDbStub* currentLayer = nullptr;  ///< what $CLAYER names; null when not looked up yet
+    korvex::HandleTable handles;
+    korvex::NameLog names;
+    korvex::Header header;
+    std::vector<korvex::FileItem> layout;
+    korvex::Journal journal;
+    HxDbTransactionManager transactions;
+    std::vector<HxDbDatabaseReactor*> reactors;
+    std::map<HxDbStub*, std::unique_ptr<HxDbDatabase>> xrefs;  ///< loaded drawings by block record
+};

@@ -1,0 +1,87 @@
+// The change journal: the one way back for undo, redo, aborted transactions and undo inside a command.
+#pragma once
+
+#include "host/db/kernel/stub.h"
+#include "sdk/hxdbdatabase.h"
+
+namespace korvex {
+
+/// Records of every object and header value the state before its first change since the last mark. Rolling
+/// back to a mark restores the states in reverse order and sends the notifications that such changes send.
+class Journal {
+public:
+    explicit Journal(HxDbDatabase& database) : m_database(database) {}
+
+    /// A place to roll back to. Valid until something before it is rolled back.
+    using Mark = std::size_t;
+    Mark putMark();
+    /// Takes back everything since the mark, for good.
+    void rollbackTo(Mark mark);
+
+    /// Begins an undo step; groups nest, the outermost counts. A group without changes vanishes.
+    void beginGroup(const std::wstring& name);
+    void endGroup();
+    int nesting() const { return m_nesting; }
+
+    /// Whole steps, newest first. eNoUndo when there is none; eInvalidContext inside a group.
+    Hx::ErrorStatus undo();
+    Hx::ErrorStatus redo();
+    std::size_t undoCount() const;
+    std::size_t redoCount() const { return m_redo.size(); }
+    /// Names of the next step to undo or redo; empty when there is none.
+    std::wstring undoName() const;
+    std::wstring redoName() const;
+    /// A new change was made: what was undone cannot be redone.
+    void clearRedo() { m_redo.clear(); }
+    /// Forgets all steps (after reading a drawing).
+    void clear();
+
+    // Called by the kernel, before the change.
+    void recordChange(HxDbStub& stub);
+    void recordAppend(HxDbStub& stub);
+    void recordHeader(const std::string& name);
+
+    std::size_t size() const { return m_entries.size(); }
+    std::uint32_t segment() const { return m_segment; }
+    /// Recording is off while a drawing is being read.
+    bool recording = false;
+
+private:
+    enum class Kind : std::uint8_t { changed, appended, header };
+    struct Entry {
+        Kind kind = Kind::changed;
+        HxDbStub* stub = nullptr;
+        Blob blob;
+        bool erased = false;
+        bool unappended = false;
+        std::string headerName;
+    };
+    struct Group {
+        std::wstring name;
+        std::size_t first;
+    };
+    struct Redo {
+        std::wstring name;
+        std::vector<Entry> entries;  ///< newest state first
+    };
+
+    Entry stateOf(const Entry& like);
+    void restore(const Entry& entry);
+    void restoreObject(const Entry& entry);
+    void restoreHeader(const Entry& entry);
+    std::vector<Entry> rollback(std::size_t first);
+    void push(Entry entry);
+    void closeLooseGroup();
+
+    HxDbDatabase& m_database;
+    std::vector<Entry> m_entries;
+    std::vector<Group> m_groups;
+    std::vector<Redo> m_redo;
+    int m_nesting = 0;
+    bool m_loose = false;  ///< the last group was begun by a change outside of any
+    std::uint32_t m_segment = 1;
+};
+
+Journal& journal(const HxDbDatabase& database);
+
+}  // namespace korvex

@@ -1,0 +1,51 @@
+// Names that objects refer to each other by (layer, linetype, block ... names in groups) and what became of
+// them.
+#pragma once
+
+#include "host/db/kernel/stub.h"
+
+namespace korvex {
+
+/// The tables that names in groups refer to.
+enum class TableKind : std::uint8_t {
+    layer,
+    linetype,
+    style,
+    block,
+    dimStyle,
+    appId,
+    viewport,
+    view,
+    ucs,
+    count
+};
+
+/// Record type of a table's records: "LAYER", "LTYPE" ...
+const char* tableName(TableKind kind);
+/// TableKind::count for a name that is no table's.
+TableKind tableKind(std::string_view name);
+
+/// The table that a text group of a record refers to; TableKind::count when it is no reference.
+TableKind referencedTable(std::string_view recordType, int code);
+
+/// Every rename since the drawing was read, in order. Groups that were written when the log had n entries
+/// hold names of that time; resolve() takes such a name to the one of now.
+class NameLog {
+public:
+    std::uint32_t size() const { return static_cast<std::uint32_t>(m_entries.size()); }
+    void add(TableKind table, std::wstring from, std::wstring to);
+    std::wstring resolve(TableKind table, std::wstring name, std::uint32_t generation) const;
+    /// The groups with the names of now; false when none is different (`out` is left alone).
+    bool refresh(std::string_view recordType, std::string_view groups, const GroupFormat& format,
+                 std::uint32_t generation, std::string& out) const;
+
+private:
+    struct Entry {
+        TableKind table;
+        std::wstring from;
+        std::wstring to;
+    };
+    std::vector<Entry> m_entries;
+};
+
+}  // namespace korvex
