@@ -13,6 +13,7 @@ enum HxCommandFlags : int {
     HXCMD_USEPICKSET = 2,   ///< takes the pick-first selection
     HXCMD_NOUNDOMARK = 4,   ///< changes nothing in the drawing: no undo step
     HXCMD_NOACTIONRECORDING = 8,
+    HXCMD_SESSION = 16,  ///< belongs to no drawing: no lock, no undo step; may open and close documents
 };
 
 /// The registered commands. In the system registry as "VREX_REGISTERED_COMMANDS".
@@ -20,9 +21,10 @@ class HXSDK_API HxEdCommandStack : public HxRxObject {
 public:
     HX_DECLARE_MEMBERS(HxEdCommandStack)
     /// Adds a command to a group. Names are found without regard to case; global names also with "_" before
-    /// them; commands of groups added later win. An empty local name means the global one. `uiContext`,
-    /// `functionCode` and `resourceHandle` are kept for the caller (null, -1, null for none). eDuplicateKey
-    /// when the group has the name, eInvalidInput for an empty name or null function.
+    /// them; commands of groups added later win, but "." before a name asks for the host's own. An empty
+    /// local name means the global one. `uiContext`, `functionCode` and `resourceHandle` are kept for the
+    /// caller (null, -1, null for none). eDuplicateKey when the group has the name, eInvalidInput for an
+    /// empty name or null function.
     virtual Hx::ErrorStatus addCommand(const wchar_t* group, const wchar_t* globalName,
                                        const wchar_t* localName, int flags, HxCommandFunction function,
                                        void* uiContext = nullptr, int functionCode = -1,

@@ -73,11 +73,17 @@ public:
     virtual HxApDocumentIterator* newHxApDocumentIterator() const = 0;
     virtual int documentCount() const = 0;
 
-    /// Locks nest; commands lock their document themselves. eLockViolation.
+    /// Locks nest; commands lock their document themselves. eNoDocument for one that is not open;
+    /// eInvalidInput for kNone; unlockDocument: eLockViolation when it is not locked.
     virtual Hx::ErrorStatus lockDocument(HxApDocument* document, HxApLockMode mode = kWrite) = 0;
     virtual Hx::ErrorStatus unlockDocument(HxApDocument* document) = 0;
+    /// The strongest of the locks that are held.
     virtual HxApLockMode lockMode(const HxApDocument* document) const = 0;
 
+    /// The current document is the one whose database is the working database; the active one is what the
+    /// user sees. setCurDocument leaves the active one as it is, activateDocument makes the document both.
+    /// eNoDocument for one that is not open; activateDocument: eInvalidContext while a command runs in
+    /// another.
     virtual Hx::ErrorStatus setCurDocument(HxApDocument* document) = 0;
     virtual Hx::ErrorStatus activateDocument(HxApDocument* document) = 0;
     /// Queues input for the document, run when the host is idle, as if typed. With `activate` the document
@@ -86,11 +92,16 @@ public:
                                                 bool activate = true, bool wrapUpInactiveDocument = false,
                                                 bool echo = true) = 0;
 
-    /// Opens a drawing file as a new, current document; eFileNotFound, eFileAccessErr, eBadDxfSequence,
-    /// eFilerError; the reason is in `error` (may be null). One that is open already becomes current.
+    /// Opens a drawing file as a new, active document; eFileNotFound, eFileAccessErr, eBadDxfSequence,
+    /// eFilerError; the reason is in `error` (may be null). One that is open already becomes active.
     virtual Hx::ErrorStatus openDocument(const wchar_t* path, HxApDocument*& document,
                                          CStdStr<wchar_t>* error = nullptr) = 0;
+    /// An empty drawing as a new, active document. Null while a command runs in another.
     virtual HxApDocument* newDocument() = 0;
+    /// Saves under a path, or under its own name for null or "". eFileAccessErr and the like, the reason is
+    /// in `error`; eInvalidInput for a drawing without a name.
+    virtual Hx::ErrorStatus saveDocument(HxApDocument* document, const wchar_t* path,
+                                         CStdStr<wchar_t>* error = nullptr) = 0;
     /// Closes without asking; what was not saved is lost. eInvalidContext while a command runs in it.
     virtual Hx::ErrorStatus closeDocument(HxApDocument* document) = 0;
 

@@ -1,0 +1,108 @@
+// NEW, OPEN, SAVE, SAVEAS, CLOSE and QUIT: drawings come and go, none without being asked about its changes.
+#include "host/editor/command_processor.h"
+#include "host/editor/commands/command_support.h"
+#include "host/editor/commands/host_commands.h"
+#include "host/editor/documents.h"
+#include "host/editor/editor.h"
+
+#include <QFileInfo>
+
+namespace korvex {
+
+namespace {
+
+DocumentManager& documents() { return editor().documents(); }
+
+/// Saves under a path, or the drawing's own for "". False with a message when it could not be.
+bool save(Document& document, const std::wstring& path) {
+    CStdStr<wchar_t> error;
+    if (documents().saveDocument(&document, path.c_str(), &error) != Hx::eOk) {
+        refuse(quoted(path.empty() ? document.docTitle() : path) + L" was not saved: " + error + L".");
+        return false;
+    }
+    say(L"Saved " + quoted(document.fileName()) + L".");
+    return true;
+}
+
+bool saveAs(Document& document) {
+    const std::wstring now = document.fileName();
+    const Answer path = askName({now.empty() ? L"Enter file name to save the drawing as:"
+                                             : L"Enter file name to save the drawing as <" + now + L">:"});
+    if (path.isCancelled() || (path.isNone() && now.empty())) {
+        return false;
+    }
+    const QFileInfo file(QString::fromStdWString(path.text));
+    if (path.isValue() && file.exists() && file.absoluteFilePath().toStdWString() != now &&
+        !askYesNo(L"A file of that name exists. Replace it?", false)) {
+        say(L"The drawing was not saved.");
+        return false;
+    }
+    return save(document, path.text);
+}
+
+bool saveUnderOwnName(Document& document) {
+    return *document.fileName() ? save(document, L"") : saveAs(document);
+}
+
+/// Asks what is to become of unsaved changes. False when the drawing must stay open.
+bool mayClose(Document& document) {
+    if (!document.database()->isModified()) {
+        return true;
+    }
+    switch (askYesNoCancel(L"Save changes to " + quoted(document.docTitle()) + L"?")) {
+    case YesNoCancel::yes: return saveUnderOwnName(document);
+    case YesNoCancel::no: return true;
+    default: return false;
+    }
+}
+
+}  // namespace
+
+void newCommand() { say(L"New drawing " + quoted(documents().newDocument()->docTitle()) + L"."); }
+
+void openCommand() {
+    const Answer path = askName({L"Enter name of drawing to open:"});
+    if (!path.isValue()) {
+        return;
+    }
+    HxApDocument* document = nullptr;
+    CStdStr<wchar_t> error;
+    if (documents().openDocument(path.text.c_str(), document, &error) != Hx::eOk) {
+        refuse(quoted(path.text) + L" was not opened: " + error + L".");
+        return;
+    }
+    say(L"Opened " + quoted(document->fileName()) + L".");
+}
+
+void saveCommand() { saveUnderOwnName(*documents().current()); }
+void saveAsCommand() { saveAs(*documents().current()); }
+
+void closeCommand() {
+    Document* document = documents().active();
+    if (!document) {
+        refuse(L"No drawing is open.");
+        return;
+    }
+    const std::wstring title = document->docTitle();
+    if (!mayClose(*document)) {
+        say(quoted(title) + L" stays open.");
+        return;
+    }
+    documents().closeDocument(document);
+    say(L"Closed " + quoted(title) + L".");
+}
+
+void quitCommand() {
+    for (Document* document : documents().all()) {
+        if (!mayClose(*document)) {
+            say(L"The host stays: " + quoted(document->docTitle()) + L" has changes.");
+            return;
+        }
+    }
+    for (Document* document : documents().all()) {
+        documents().closeDocument(document);
+    }
+    editor().processor().requestQuit();
+}
+
+}  // namespace korvex
