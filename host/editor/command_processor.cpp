@@ -91,6 +91,7 @@ bool CommandProcessor::runNext() {
     m_editor.idle();
     Input& input = m_editor.input();
     if (m_quit || input.isDry()) {
+        followSource();
         return false;
     }
     input.takeSent(false);

@@ -1,0 +1,76 @@
+// The program from its command line to its exit status.
+#include "tests/app/korvex_run.h"
+
+#include "sdk/hxdbsymtb.h"
+
+namespace korvex::test {
+namespace {
+
+class Program : public KorvexTest {};
+
+TEST_F(Program, DrawsSavesAndReadsBack) {
+    const Run run = commands(
+        {}, {"-LAYER N My Walls\nC 3 My Walls\nS My Walls\n\n", "LINE 0,0 10,0 10,5 C", "SAVEAS a b.dxf"});
+    EXPECT_EQ(run.status, 0) << run.err.toStdString();
+    EXPECT_TRUE(run.says("Command: LINE\nSpecify first point: 0,0\n"));
+    const auto saved = drawing("a b.dxf");
+    ASSERT_NE(saved, nullptr);
+    const HxDbObjectPointer<HxDbLayerTableRecord> current(saved->clayer(), HxDb::kForRead);
+    ASSERT_TRUE(current);
+    EXPECT_STREQ(current->name(), L"My Walls");
+    EXPECT_EQ(current->color().colorIndex(), 3);
+    const Run again = commands({"a b.dxf"}, {"ERASE ALL \nQSAVE"});
+    EXPECT_EQ(again.status, 0) << again.err.toStdString();
+    EXPECT_TRUE(again.says("3 found, 3 in all"));
+    EXPECT_FALSE(read("a b.dxf").contains("LINE\n"));
+    EXPECT_TRUE(read("a b.dxf.bak").contains("LINE\n") || read("a b.bak").contains("LINE\n"));
+}
+
+TEST_F(Program, RunsScriptsInOrder) {
+    write("one.scr", "; a comment\nLUPREC 3\n");
+    write("two.scr", "SETVAR LUPREC\n\n");
+    const Run run = korvex({"--script", "one.scr", "-c", "SETVAR LUPREC 5", "--script", "two.scr"});
+    EXPECT_EQ(run.status, 0) << run.err.toStdString();
+    EXPECT_TRUE(run.says("Enter new value for LUPREC <4>: 3"));
+    EXPECT_TRUE(run.says("Enter new value for LUPREC <3>: 5"));
+    EXPECT_TRUE(run.says("Enter new value for LUPREC <5>: \n"));
+    const Run piped = korvex({"--script", "-"}, "SCRIPT two.scr\nREGEN\n");
+    EXPECT_EQ(piped.status, 0);
+    EXPECT_LT(piped.out.indexOf("Command: SETVAR"), piped.out.indexOf("Command: REGEN"));
+}
+
+TEST_F(Program, SaysWhatWentWrongAndWhere) {
+    write("bad.scr", "REGEN\nNOSUCH\nLINE 0,0\n");
+    const Run run = korvex({"--script", "bad.scr"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(run.complains("korvex: bad.scr, line 2: Unknown command \"NOSUCH\""));
+    EXPECT_TRUE(run.complains("LINE was cancelled: the script ended"));
+    write("bad.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n 10\nabc\n  0\nENDSEC\n  0\nEOF\n");
+    const Run damaged = commands({"bad.dxf"}, {"REGEN"});
+    EXPECT_EQ(damaged.status, 1);
+    EXPECT_TRUE(damaged.complains("korvex: bad.dxf: line 8, group 10")) << damaged.err.toStdString();
+    EXPECT_FALSE(damaged.says("Command:"));
+    EXPECT_EQ(korvex({"--script", "none.scr"}).status, 1);
+    EXPECT_EQ(korvex({"--nosuch"}).status, 1);
+    EXPECT_EQ(korvex({"--module", "none.hrx"}).status, 1);
+}
+
+TEST_F(Program, TellsOfChangesThatAreLost) {
+    EXPECT_TRUE(commands({}, {"LINE 0,0 1,1 \n"}).complains("were not saved"));
+    EXPECT_FALSE(commands({}, {"LINE 0,0 1,1 \n", "QUIT N"}).complains("were not saved"));
+}
+
+TEST_F(Program, HelpsAndNamesItsVersion) {
+    EXPECT_TRUE(korvex({"--help"}).says("--script"));
+    EXPECT_EQ(korvex({"--version"}).out, "korvex 1.0\n");
+}
+
+TEST_F(Program, OpensSeveralDrawings) {
+    commands({}, {"LINE 0,0 1,1 \nSAVEAS a.dxf\nERASE L \nSAVEAS b.dxf"});
+    const Run run = commands({"a.dxf", "b.dxf"}, {"DWGNAME", "CLOSE", "DWGNAME"});
+    EXPECT_EQ(run.status, 0) << run.err.toStdString();
+    EXPECT_LT(run.out.indexOf("DWGNAME = \"a.dxf\""), run.out.indexOf("DWGNAME = \"b.dxf\""));
+}
+
+}  // namespace
+}  // namespace korvex::test
