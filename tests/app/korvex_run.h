@@ -15,7 +15,7 @@
 namespace korvex::test {
 
 /// What a run left behind.
-struct Run {
+struct ProgramRun {
     int status = -1;  ///< -1: it crashed or did not end
     QString out;
     QString err;
@@ -28,7 +28,7 @@ struct Run {
 class KorvexTest : public ::testing::Test {
 protected:
     /// Runs the program headless.
-    Run korvex(const QStringList& arguments, const QByteArray& input = {}) {
+    ProgramRun korvex(const QStringList& arguments, const QByteArray& input = {}) {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("KORVEX_PROFILE_DIR", m_folder.filePath("profile"));
@@ -38,7 +38,7 @@ protected:
         process.start(QString(KORVEX_BINARY_DIR) + "/host/korvex", QStringList("--headless") + arguments);
         process.write(input);
         process.closeWriteChannel();
-        Run run;
+        ProgramRun run;
         if (process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit) {
             run.status = process.exitCode();
         } else {
@@ -50,7 +50,7 @@ protected:
         return run;
     }
     /// Each command string as a -c option.
-    Run commands(const QStringList& files, const QStringList& strings) {
+    ProgramRun commands(const QStringList& files, const QStringList& strings) {
         QStringList arguments = files;
         for (const QString& string : strings) {
             arguments << "-c" << string;

@@ -9,7 +9,7 @@ namespace {
 class Program : public KorvexTest {};
 
 TEST_F(Program, DrawsSavesAndReadsBack) {
-    const Run run = commands(
+    const ProgramRun run = commands(
         {}, {"-LAYER N My Walls\nC 3 My Walls\nS My Walls\n\n", "LINE 0,0 10,0 10,5 C", "SAVEAS a b.dxf"});
     EXPECT_EQ(run.status, 0) << run.err.toStdString();
     EXPECT_TRUE(run.says("Command: LINE\nSpecify first point: 0,0\n"));
@@ -19,7 +19,7 @@ TEST_F(Program, DrawsSavesAndReadsBack) {
     ASSERT_TRUE(current);
     EXPECT_STREQ(current->name(), L"My Walls");
     EXPECT_EQ(current->color().colorIndex(), 3);
-    const Run again = commands({"a b.dxf"}, {"ERASE ALL \nQSAVE"});
+    const ProgramRun again = commands({"a b.dxf"}, {"ERASE ALL \nQSAVE"});
     EXPECT_EQ(again.status, 0) << again.err.toStdString();
     EXPECT_TRUE(again.says("3 found, 3 in all"));
     EXPECT_FALSE(read("a b.dxf").contains("LINE\n"));
@@ -29,24 +29,24 @@ TEST_F(Program, DrawsSavesAndReadsBack) {
 TEST_F(Program, RunsScriptsInOrder) {
     write("one.scr", "; a comment\nLUPREC 3\n");
     write("two.scr", "SETVAR LUPREC\n\n");
-    const Run run = korvex({"--script", "one.scr", "-c", "SETVAR LUPREC 5", "--script", "two.scr"});
+    const ProgramRun run = korvex({"--script", "one.scr", "-c", "SETVAR LUPREC 5", "--script", "two.scr"});
     EXPECT_EQ(run.status, 0) << run.err.toStdString();
     EXPECT_TRUE(run.says("Enter new value for LUPREC <4>: 3"));
     EXPECT_TRUE(run.says("Enter new value for LUPREC <3>: 5"));
     EXPECT_TRUE(run.says("Enter new value for LUPREC <5>: \n"));
-    const Run piped = korvex({"--script", "-"}, "SCRIPT two.scr\nREGEN\n");
+    const ProgramRun piped = korvex({"--script", "-"}, "SCRIPT two.scr\nREGEN\n");
     EXPECT_EQ(piped.status, 0);
     EXPECT_LT(piped.out.indexOf("Command: SETVAR"), piped.out.indexOf("Command: REGEN"));
 }
 
 TEST_F(Program, SaysWhatWentWrongAndWhere) {
     write("bad.scr", "REGEN\nNOSUCH\nLINE 0,0\n");
-    const Run run = korvex({"--script", "bad.scr"});
+    const ProgramRun run = korvex({"--script", "bad.scr"});
     EXPECT_EQ(run.status, 1);
     EXPECT_TRUE(run.complains("korvex: bad.scr, line 2: Unknown command \"NOSUCH\""));
     EXPECT_TRUE(run.complains("LINE was cancelled: the script ended"));
     write("bad.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n 10\nabc\n  0\nENDSEC\n  0\nEOF\n");
-    const Run damaged = commands({"bad.dxf"}, {"REGEN"});
+    const ProgramRun damaged = commands({"bad.dxf"}, {"REGEN"});
     EXPECT_EQ(damaged.status, 1);
     EXPECT_TRUE(damaged.complains("korvex: bad.dxf: line 8, group 10")) << damaged.err.toStdString();
     EXPECT_FALSE(damaged.says("Command:"));
@@ -67,7 +67,7 @@ TEST_F(Program, HelpsAndNamesItsVersion) {
 
 TEST_F(Program, OpensSeveralDrawings) {
     commands({}, {"LINE 0,0 1,1 \nSAVEAS a.dxf\nERASE L \nSAVEAS b.dxf"});
-    const Run run = commands({"a.dxf", "b.dxf"}, {"DWGNAME", "CLOSE", "DWGNAME"});
+    const ProgramRun run = commands({"a.dxf", "b.dxf"}, {"DWGNAME", "CLOSE", "DWGNAME"});
     EXPECT_EQ(run.status, 0) << run.err.toStdString();
     EXPECT_LT(run.out.indexOf("DWGNAME = \"a.dxf\""), run.out.indexOf("DWGNAME = \"b.dxf\""));
 }
