@@ -73,6 +73,16 @@ HXSDK_API void kvSetLayerTableChanges();
 
 // ---- notifications ----
 
+/// What xrefSubcommandAttachItem and xrefSubcommandDetachItem tell: the work begins (no item), an item
+/// begins, is done or has failed, all is done (no item).
+enum HxXrefActivity : int {
+    kXrefStart = 0,
+    kXrefStartItem = 2,
+    kXrefEndItem = 3,
+    kXrefEnd = 4,
+    kXrefAborted = 6,
+};
+
 /// Receives what happens in the editor. Belongs to its maker, who must remove it before deleting it; may be
 /// added and removed from inside a notification.
 class HXSDK_API HxEditorReactor : public HxRxObject {
@@ -85,6 +95,7 @@ public:
     virtual void commandFailed(const wchar_t*) {}
     virtual void sysVarWillChange(const wchar_t*) {}
     virtual void sysVarChanged(const wchar_t*, bool /*success*/) {}
+    /// `activity` is an HxXrefActivity; `path` is empty when it is about no item, the id null.
     virtual void xrefSubcommandAttachItem(class HxDbDatabase*, int /*activity*/, const wchar_t* /*path*/) {}
     virtual void xrefSubcommandDetachItem(class HxDbDatabase*, int /*activity*/, HxDbObjectId) {}
     virtual void lispWillStart(const wchar_t*) {}

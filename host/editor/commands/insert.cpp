@@ -1,8 +1,7 @@
 // INSERT: draws a block at a place.
 #include "host/editor/commands/command_support.h"
 #include "host/editor/commands/host_commands.h"
-#include "host/editor/number_text.h"
-#include "host/editor/wildcard.h"
+#include "host/editor/commands/place_block.h"
 #include "sdk/hxdbentity.h"
 
 #include <memory>
@@ -47,13 +46,6 @@ HxDbObjectId blockOf(const std::wstring& name) {
     return id;
 }
 
-/// A number with a default; false when the user gave up.
-bool askNumber(const std::wstring& what, double fallback, int bits, double& number) {
-    const Answer answer = askReal({what + L" <" + realText(fallback) + L">:", nullptr, bits});
-    number = answer.isValue() ? answer.real : fallback;
-    return !answer.isCancelled();
-}
-
 }  // namespace
 
 void insertCommand() {
@@ -68,23 +60,7 @@ void insertCommand() {
     if (blockOf(name.text).isNull()) {
         return;
     }
-    const Answer place = askPoint({L"Specify insertion point:", nullptr, RSG_NONULL});
-    double x = 1;
-    double y = 1;
-    double rotation = 0;
-    if (!place.isValue() || !askNumber(L"Enter X scale factor", 1, RSG_NOZERO, x) ||
-        !askNumber(L"Enter Y scale factor", x, RSG_NOZERO, y) ||
-        !askNumber(L"Specify rotation angle", 0, 0, rotation)) {
-        return;
-    }
-    NewEntity(L"INSERT")
-        .text(2, name.text)
-        .point(10, place.point)
-        .real(41, x)
-        .real(42, y)
-        .real(43, x)
-        .real(50, rotation)
-        .make();
+    askAndPlaceBlock(name.text);
 }
 
 }  // namespace korvex
