@@ -59,6 +59,7 @@ public:
 
 private:
     bool isAnswered(Editor& host, Answer& answer) {
+        answer = Answer();
         if (m_kind.takesTransparent) {
             host.input().takeSent(true);
         }

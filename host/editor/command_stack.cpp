@@ -4,7 +4,6 @@
 #include "host/db/kernel/text_fold.h"
 
 #include <algorithm>
-#include <numeric>
 
 HX_DEFINE_MEMBERS(HxEdCommandStack, HxRxObject)
 
@@ -16,20 +15,24 @@ namespace {
 
 bool isEmpty(const wchar_t* text) { return !text || !*text; }
 
-/// How many characters must be changed, added or dropped to make one word of the other.
+/// How many characters must be changed, added, dropped or swapped with their neighbour to make one word of
+/// the other.
 std::size_t distance(const std::wstring& a, const std::wstring& b) {
-    std::vector<std::size_t> row(b.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t(0));
-    for (std::size_t i = 1; i <= a.size(); ++i) {
-        std::size_t diagonal = row[0];
-        row[0] = i;
-        for (std::size_t j = 1; j <= b.size(); ++j) {
-            const std::size_t replaced = diagonal + (a[i - 1] == b[j - 1] ? 0 : 1);
-            diagonal = row[j];
-            row[j] = std::min({replaced, row[j] + 1, row[j - 1] + 1});
+    std::vector<std::vector<std::size_t>> d(a.size() + 1, std::vector<std::size_t>(b.size() + 1));
+    for (std::size_t i = 0; i <= a.size(); ++i) {
+        for (std::size_t j = 0; j <= b.size(); ++j) {
+            if (i == 0 || j == 0) {
+                d[i][j] = i + j;
+                continue;
+            }
+            d[i][j] = std::min(
+                {d[i - 1][j] + 1, d[i][j - 1] + 1, d[i - 1][j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1)});
+            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {
+                d[i][j] = std::min(d[i][j], d[i - 2][j - 2] + 1);
+            }
         }
     }
-    return row.back();
+    return d[a.size()][b.size()];
 }
 
 }  // namespace
@@ -123,6 +126,9 @@ const Command* CommandStack::find(std::wstring_view typed) const {
 }
 
 std::wstring CommandStack::suggestion(std::wstring_view typed) const {
+    if (typed.size() > 64) {
+        return {};
+    }
     const std::wstring word = foldName(typed.substr(std::min(typed.find_first_not_of(L"'_."), typed.size())));
     std::size_t least = word.size() < 4 ? 1 : 2;
     std::wstring best;

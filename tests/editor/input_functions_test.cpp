@@ -100,7 +100,7 @@ TEST_F(InputFunctions, TextsKeepTheirBlanksWordsDoNot) {
 }
 
 TEST_F(InputFunctions, EverythingIsCancelledWhenInputIsOut) {
-    inCommand(L"\n", [&] {
+    define(L"ASK", [&] {
         zds_name name = {0, 0};
         zds_point p = {0, 0, 0};
         int i = 0;
@@ -114,6 +114,7 @@ TEST_F(InputFunctions, EverythingIsCancelledWhenInputIsOut) {
         EXPECT_EQ(hxedEntSel(L"a", name, p), RTCAN);
         EXPECT_EQ(hxedNEntSelP(L"a", name, p, 0, nullptr, &chain), RTCAN);
     });
+    run(L"ASK\n");
     EXPECT_EQ(failures.size(), 1U);
 }
 
