@@ -103,6 +103,9 @@ Value tileMode(const HxDbDatabase* database) {
 }
 
 std::wstring setTileMode(HxDbDatabase* database, const Value& value) {
+    if (value.integer != 0 && value.integer != 1) {
+        return L"TILEMODE takes 1 (model space) or 0 (layout).";
+    }
     return refusal(database->setTilemode(value.integer != 0), L"This drawing has no layout to go to");
 }
 

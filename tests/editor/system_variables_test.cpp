@@ -62,6 +62,7 @@ TEST_F(SystemVariables, TakeWhatFitsAndNothingElse) {
     EXPECT_EQ(setTo(L"LTSCALE", short(3)), RTNORM);
     EXPECT_EQ(setTo(L"LTSCALE", short(0)), RTREJ);
     EXPECT_EQ(setTo(L"PSTYLEMODE", short(1)), RTREJ);
+    EXPECT_EQ(setTo(L"TILEMODE", short(2)), RTREJ);
     EXPECT_EQ(setTo(L"CELWEIGHT", short(26)), RTREJ);
     EXPECT_EQ(setTo(L"CECOLOR", L"red"), RTNORM);
     EXPECT_EQ(setTo(L"CECOLOR", L"reddish"), RTREJ);

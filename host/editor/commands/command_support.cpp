@@ -1,6 +1,8 @@
 // Helpers of the host's commands.
 #include "host/editor/commands/command_support.h"
 
+#include "host/db/kernel/header.h"
+#include "host/db/kernel/text_fold.h"
 #include "host/editor/command_processor.h"
 #include "host/editor/editor.h"
 #include "host/editor/system_variables.h"
@@ -20,6 +22,19 @@ std::wstring quoted(const std::wstring& name) { return L"\"" + name + L"\""; }
 NewEntity::NewEntity(const wchar_t* type) : m_type(type) {
     text(0, m_type);
     text(8, variableValue(*findSystemVariable(L"CLAYER")).text);
+    const std::wstring linetype = variableValue(*findSystemVariable(L"CELTYPE")).text;
+    if (!equalNames(linetype, L"ByLayer")) {
+        text(6, linetype);
+    }
+    constexpr int kByLayerColor = HxCmColor::kIndexByLayer;
+    const auto color = static_cast<short>(headerInteger(drawing(), L"$CECOLOR", kByLayerColor));
+    if (color != kByLayerColor) {
+        integer(62, color);
+    }
+    const auto weight = static_cast<short>(integerVariable(L"CELWEIGHT"));
+    if (weight != HxDb::kLnWtByLayer) {
+        integer(370, weight);
+    }
 }
 
 NewEntity::~NewEntity() { hxutRelRb(m_first); }
