@@ -48,6 +48,8 @@ std::size_t xdataOffset(std::string_view groups, const GroupFormat& format) {
 
 void FieldWriter::subclass(const char* marker) { m_sections.push_back({marker, {}}); }
 
+void FieldWriter::replaceSubclass(const char* marker) { m_sections.push_back({marker, {}, true}); }
+
 void FieldWriter::store(int code, bool optional) {
     if (m_sections.empty()) {
         m_sections.push_back({});
@@ -140,18 +142,13 @@ private:
             return;
         }
         GroupCursor cursor(m_old.substr(offset), m_fields.m_format);
-        bool inBrace = false;
         bool first = true;
         while (cursor.next() && cursor.code() < kFirstXData) {
             if (cursor.code() == 100 && m_hasMarkers && !first) {
                 break;
             }
             first = false;
-            if (cursor.code() == 102) {
-                inBrace = !trimmedRaw(cursor).empty() && trimmedRaw(cursor).front() == '{';
-            } else if (!inBrace) {
-                ++m_left[cursor.code()];
-            }
+            ++m_left[cursor.code()];
         }
     }
     void leave() {
@@ -163,7 +160,7 @@ private:
 
     void group(const GroupCursor& cursor) {
         const int code = cursor.code();
-        if (code == 102) {
+        if (code == 102 && !m_headDone) {
             brace(cursor);
         } else if (m_inBrace) {
             if (!m_dropBrace) {
@@ -248,6 +245,10 @@ private:
     }
 
     void field(const GroupCursor& cursor) {
+        if (m_section && m_section->replaces) {
+            flush(*m_section, m_section->items.size(), false);
+            return;
+        }
         if (!m_section || !owns(*m_section, cursor.code())) {
             m_out.copy(cursor);
             return;

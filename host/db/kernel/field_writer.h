@@ -20,6 +20,8 @@ public:
 
     /// Begins the fields that follow the marker "100 name".
     void subclass(const char* marker);
+    /// The same, but the old groups of the subclass give way as a whole to the fields that follow.
+    void replaceSubclass(const char* marker);
     void integer(int code, long long value) { m_scratch.integer(code, value), store(code, false); }
     void real(int code, double value) { m_scratch.real(code, value), store(code, false); }
     void text(int code, std::wstring_view value) { m_scratch.text(code, value), store(code, false); }
@@ -57,6 +59,7 @@ private:
     struct Section {
         std::string marker;
         std::vector<Item> items;
+        bool replaces = false;
     };
     class Merge;
 

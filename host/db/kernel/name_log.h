@@ -26,7 +26,7 @@ const char* tableName(TableKind kind);
 TableKind tableKind(std::string_view name);
 
 /// The table that a text group of a record refers to; TableKind::count when it is no reference.
-TableKind referencedTable(std::string_view recordType, int code);
+TableKind referencedTable(std::string_view recordType, bool isEntity, int code);
 
 /// Every rename since the drawing was read, in order. Groups that were written when the log had n entries
 /// hold names of that time; resolve() takes such a name to the one of now.
@@ -36,8 +36,8 @@ public:
     void add(TableKind table, std::wstring from, std::wstring to);
     std::wstring resolve(TableKind table, std::wstring name, std::uint32_t generation) const;
     /// The groups with the names of now; false when none is different (`out` is left alone).
-    bool refresh(std::string_view recordType, std::string_view groups, const GroupFormat& format,
-                 std::uint32_t generation, std::string& out) const;
+    bool refresh(std::string_view recordType, bool isEntity, const Blob& blob, const GroupFormat& format,
+                 std::string& out) const;
 
 private:
     struct Entry {

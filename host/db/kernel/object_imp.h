@@ -47,6 +47,9 @@ public:
     /// All fields, in their usual order.
     virtual void writeFields(korvex::FieldWriter&) const {}
 
+    /// What keeps it from being erased; eOk when nothing does.
+    virtual Hx::ErrorStatus mayErase() const { return Hx::eOk; }
+
     HxDbStub* stub = nullptr;      ///< null while the object is in no database
     HxDbObject* object = nullptr;  ///< set by HxDbObject's constructor
     std::string type;              ///< record type as the drawing writes it

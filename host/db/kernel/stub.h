@@ -33,6 +33,8 @@ public:
     /// How many renames (NameLog) had happened when the groups were written: the names in them are of that
     /// time.
     std::uint32_t generation() const { return m_generation; }
+    /// The names in the groups are the same as of a later time.
+    void setGeneration(std::uint32_t generation) { m_generation = generation; }
 
 private:
     std::shared_ptr<const std::string> m_own;
@@ -67,7 +69,8 @@ public:
     std::uint32_t position = 0;   ///< among the owner's members
     std::uint32_t journaled = 0;  ///< journal segment that has the state before the segment's changes
     std::uint16_t readers = 0;
-    std::uint16_t notifying = 0;  ///< notifications being sent
+    std::uint16_t notifying = 0;    ///< notifications being sent
+    std::uint16_t notifyOpens = 0;  ///< opens for notify
     bool writer = false;
     bool undoing = false;
     bool erased = false;

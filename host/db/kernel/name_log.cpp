@@ -1,0 +1,98 @@
+// Which groups hold names of table records, and how such names follow a rename.
+#include "host/db/kernel/name_log.h"
+
+#include "host/db/groups/group_cursor.h"
+#include "host/db/groups/group_writer.h"
+#include "host/db/kernel/text_fold.h"
+
+namespace korvex {
+
+namespace {
+
+constexpr const char* kTableNames[] = {"LAYER",    "LTYPE", "STYLE", "BLOCK_RECORD", "DIMSTYLE",
+                                       "APPID", "VPORT", "VIEW",  "UCS"};
+constexpr int kXDataLayerName = 1003;
+
+struct Reference {
+    const char* recordType;  ///< null: every entity
+    int code;
+    TableKind table;
+};
+constexpr Reference kReferences[] = {
+    {nullptr, 8, TableKind::layer},        {nullptr, 6, TableKind::linetype},
+    {"LAYER", 6, TableKind::linetype},     {"TEXT", 7, TableKind::style},
+    {"MTEXT", 7, TableKind::style},        {"ATTRIB", 7, TableKind::style},
+    {"ATTDEF", 7, TableKind::style},       {"INSERT", 2, TableKind::block},
+    {"DIMENSION", 2, TableKind::block},    {"DIMENSION", 3, TableKind::dimStyle},
+    {"LEADER", 3, TableKind::dimStyle},    {"TOLERANCE", 3, TableKind::dimStyle},
+    {"$CLAYER", 8, TableKind::layer},      {"$CELTYPE", 6, TableKind::linetype},
+    {"$TEXTSTYLE", 7, TableKind::style},   {"$DIMSTYLE", 2, TableKind::dimStyle},
+};
+
+}  // namespace
+
+const char* tableName(TableKind kind) { return kTableNames[static_cast<std::size_t>(kind)]; }
+
+TableKind tableKind(std::string_view name) {
+    for (std::size_t i = 0; i < std::size(kTableNames); ++i) {
+        if (name == kTableNames[i]) {
+            return static_cast<TableKind>(i);
+        }
+    }
+    return TableKind::count;
+}
+
+TableKind referencedTable(std::string_view recordType, bool isEntity, int code) {
+    if (code == kXDataLayerName) {
+        return TableKind::layer;
+    }
+    if (code < 2 || code > 8) {
+        return TableKind::count;
+    }
+    for (const Reference& reference : kReferences) {
+        if (reference.code == code && (reference.recordType ? recordType == reference.recordType : isEntity)) {
+            return reference.table;
+        }
+    }
+    return TableKind::count;
+}
+
+void NameLog::add(TableKind table, std::wstring from, std::wstring to) {
+    m_entries.push_back({table, std::move(from), std::move(to)});
+}
+
+std::wstring NameLog::resolve(TableKind table, std::wstring name, std::uint32_t generation) const {
+    for (std::size_t i = generation; i < m_entries.size(); ++i) {
+        const Entry& entry = m_entries[i];
+        if (entry.table == table && equalNames(entry.from, name)) {
+            name = entry.to;
+        }
+    }
+    return name;
+}
+
+bool NameLog::refresh(std::string_view recordType, bool isEntity, const Blob& blob, const GroupFormat& format,
+                      std::string& out) const {
+    GroupWriter writer(format);
+    bool changed = false;
+    GroupCursor cursor(blob.groups(), format);
+    while (cursor.next()) {
+        const TableKind table = referencedTable(recordType, isEntity, cursor.code());
+        if (table != TableKind::count) {
+            const std::wstring name = cursor.asText();
+            const std::wstring now = resolve(table, name, blob.generation());
+            if (!equalNames(name, now)) {
+                writer.text(cursor.code(), now);
+                changed = true;
+                continue;
+            }
+        }
+        writer.copy(cursor);
+    }
+    if (changed) {
+        out = writer.take();
+    }
+    return changed;
+}
+
+}  // namespace korvex
