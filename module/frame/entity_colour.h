@@ -13,6 +13,6 @@ std::uint32_t SDS_GetRgbFromKvcolor(const HxCmColor* colour);
 int SDS_getKvColorFromResbufList(resbuf* list, HxCmColor* colour);
 
 /// Puts a colour into a list: changes, adds and removes 62, 420 and 430; a negative index stays negative.
-/// RTERROR, with the list unchanged, for a list without 62 or when memory runs out; else RTNORM. REQUIRES:
-/// the list's first node is no 420 or 430.
+/// RTERROR, with the list unchanged, for a list without 62; RTERROR too when memory runs out; else RTNORM.
+/// REQUIRES: the list's first node is no 420 or 430.
 int SDS_UpdateKvColorToResbufList(resbuf* list, const HxCmColor* colour);
