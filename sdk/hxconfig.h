@@ -85,8 +85,9 @@ private:
 };
 
 /// Settings by category and path. A path is a section and a name, parted by "\" or "/" alike; sections nest
-/// in the same way; both compare without regard to case. Settings belong to the current profile, are on disk
-/// when the call returns, and other running hosts see them. To be used from the user-interface thread only.
+/// in the same way; both compare without regard to case. Settings belong to the current profile, outlive a
+/// crash of the host once the call has returned, and other running hosts see them. To be used from the
+/// user-interface thread only.
 ///
 /// Results: 0 done; Hx::eKeyNotFound no such setting; Hx::eInvalidInput empty path or name, or empty variant;
 /// Hx::eFileAccessErr the store cannot be read or written, the reason is in the host's log.
@@ -121,8 +122,7 @@ public:
     /// Empty when the store cannot be read.
     CStdStr<wchar_t> currentProfile() const;
     /// Makes the profile if need be, and makes it the current one. eInvalidInput for an empty name or one
-    /// with
-    /// "\" or "/", eFileAccessErr when it cannot be stored.
+    /// with "\" or "/", eFileAccessErr when it cannot be stored.
     Hx::ErrorStatus setCurrentProfile(const wchar_t* name);
 };
 

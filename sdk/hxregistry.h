@@ -4,8 +4,9 @@
 #include "hxtypes.h"
 
 // Key paths are parted by "\". Key and value names compare without regard to case and keep the case in which
-// they were made. Changes are on disk when the call returns, and other running hosts see them. To be used
-// from the user-interface thread only.
+// they were made. A change outlives a crash of the host once the call has returned, and other running hosts
+// see it; after a power cut the last changes may be missing. A name may hold any character but "\"; what is
+// no Unicode character is kept as U+FFFD. To be used from the user-interface thread only.
 
 struct HxRegKeyImp;
 /// An open key. Belongs to who opened it, until hxRegCloseKey.
@@ -76,6 +77,7 @@ HXSDK_API HxRegStatus hxRegDeleteKey(HxRegKey parent, const wchar_t* path);
 
 /// The class text that the key was made with. `size` takes the room of `buffer` and gives the length of the
 /// text, in characters, the first with and the second without the closing null; kRegMoreData when it was cut.
+/// A null `buffer` has no room.
 HXSDK_API HxRegStatus hxRegQueryClass(HxRegKey key, wchar_t* buffer, std::uint32_t* size);
 /// The name of the key below, or of the value, at a position in alphabetical order; kRegNoMoreItems after the
 /// last one. `size` as in hxRegQueryClass.
