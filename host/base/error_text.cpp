@@ -2,6 +2,7 @@
 #include "sdk/hxtypes.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace Hx {
 namespace {
