@@ -28,7 +28,7 @@ struct FileItem {
         endOfObjects,
     };
     Kind kind = raw;
-    std::string_view bytes;
+    std::string_view bytes;    ///< of header and places: name of the section when the file lacks it
     HxDbStub* stub = nullptr;  ///< the object; of places the table or block record
 };
 

@@ -51,6 +51,7 @@ struct Contents {
     bool indexed = false;
     HxDbStub* blockBegin = nullptr;  ///< blocks: the BLOCK and ENDBLK records, null when the drawing has none
     HxDbStub* blockEnd = nullptr;
+    bool inEntities = false;  ///< blocks: in the file, ENTITIES holds their entities and not BLOCKS
 };
 
 }  // namespace korvex
