@@ -1,0 +1,1 @@
+"""The drawings that the generator makes."""
