@@ -21,7 +21,7 @@ public:
     static HxCmColor byRgb(std::uint8_t red, std::uint8_t green, std::uint8_t blue);
 
     Method colorMethod() const { return static_cast<Method>(m_word >> 24); }
-    /// Changes the method only. eInvalidInput for a value that is no method.
+    /// Changes the method only; the bits below it stay. eInvalidInput for a value that is no method.
     Hx::ErrorStatus setColorMethod(Method method);
     bool isByLayer() const { return colorMethod() == kByLayer; }
     bool isByBlock() const { return colorMethod() == kByBlock; }
@@ -29,7 +29,8 @@ public:
     bool isByIndex() const { return colorMethod() == kByColorIndex; }
 
     /// 0 by block, 256 by layer, the index, or for a true colour the index that stands in for it: the one
-    /// that was set beside it, else the nearest of the 255.
+    /// that was set beside it, else the nearest of the 255. Bits that are no index count as the index that
+    /// was set last, or 7.
     std::int16_t colorIndex() const;
     /// Sets index and method (by block, by layer or by index); a true colour and book names are dropped.
     /// eInvalidInput outside 0 to 256.
@@ -44,7 +45,7 @@ public:
     std::uint8_t red() const { return static_cast<std::uint8_t>(m_word); }
     std::uint8_t green() const { return static_cast<std::uint8_t>(m_word >> 8); }
     std::uint8_t blue() const { return static_cast<std::uint8_t>(m_word >> 16); }
-    /// Makes it a true colour; the stand-in index becomes the nearest of the 255.
+    /// Makes it a true colour; the stand-in index becomes the nearest of the 255, book names are dropped.
     void setRGB(std::uint8_t red, std::uint8_t green, std::uint8_t blue);
 
     bool hasBookName() const { return !m_book.empty(); }
@@ -53,10 +54,12 @@ public:
     bool isFromBook() const { return isByColor() && hasBookName() && hasColorName(); }
     const CStdStr<wchar_t>& bookName() const { return m_book; }
     const CStdStr<wchar_t>& colorName() const { return m_colorName; }
+    /// Null takes a name away.
     Hx::ErrorStatus setNames(const wchar_t* colorName, const wchar_t* bookName);
-    /// "book$colour"; empty without names.
+    /// "book$colour"; empty unless both names are there.
     CStdStr<wchar_t> getDictionaryKey() const;
-    /// Takes the names from "book$colour". eInvalidInput (nothing changed) unless both are there.
+    /// Takes the names from "book$colour", split at the first "$"; the colour itself stays. eInvalidInput
+    /// (nothing changed) unless both are there.
     Hx::ErrorStatus setNamesFromDictionaryKey(const wchar_t* key);
     /// The text a user reads: "ByLayer", "ByBlock", a colour's name ("Red"), "Color 42", "r,g,b" or the book
     /// colour's name.
@@ -66,6 +69,7 @@ public:
     /// name.
     static std::int16_t standardColorIndex(const wchar_t* name);
 
+    /// Same method and what counts with it: the index, or packed colour and book names.
     bool operator==(const HxCmColor& o) const;
     bool operator!=(const HxCmColor& o) const { return !(*this == o); }
 
@@ -95,11 +99,12 @@ public:
     void setAlpha(std::uint8_t alpha);
     /// From a percentage, 0 opaque to 90 (larger values are cut to 90).
     void setAlphaPercent(double percent);
-    /// 0 opaque to 100 clear, rounded to whole per cent.
+    /// 0 opaque to 100 clear, rounded to whole per cent; 0 unless the method is by alpha.
     int percent() const;
     bool isSolid() const { return m_method == kByAlpha && m_alpha == 255; }
 
-    /// As drawings store it: the method in bits 24-31, the alpha in bits 0-7.
+    /// As drawings store it: the method in bits 24-31, the alpha (by alpha only) in bits 0-7. A method that
+    /// does not exist reads as kErrorValue.
     std::uint32_t serializeOut() const;
     void serializeIn(std::uint32_t word);
 
