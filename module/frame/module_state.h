@@ -1,0 +1,19 @@
+// What the module holds from its loading to its unloading.
+#pragma once
+
+#include "palette_panel.h"
+
+#include "hxresource.h"
+
+/// The module itself; null before the host has attached it.
+HxModuleHandle moduleInstance();
+void setModuleInstance(HxModuleHandle instance);
+
+/// The resource library; null while it is not loaded.
+HxModuleHandle globalResInstance();
+void setGlobalResInstance(HxModuleHandle library);
+
+/// The layer palette; null until it is first shown. Owned here: setting another deletes the one before, null
+/// takes it away.
+KvPalettePanel* layerPalette();
+void setLayerPalette(KvPalettePanel* palette);

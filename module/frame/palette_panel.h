@@ -1,0 +1,19 @@
+// The layer palette as the module's frame sees it.
+#pragma once
+
+class QWidget;
+
+/// A widget in a dock panel of the host's main window. Dock positions are the host's numbers.
+class KvPalettePanel {
+public:
+    virtual ~KvPalettePanel() = default;
+    /// Never null; its geometry is the palette's, in pixels.
+    virtual QWidget* widget() = 0;
+    virtual bool isFloating() const = 0;
+    virtual int dockPosition() const = 0;
+    virtual void setDockPosition(int position) = 0;
+    /// Takes the panel off the main window, its top-left corner to a place on the screen.
+    virtual void floatAt(int left, int top) = 0;
+    /// Shows or hides the panel, and the main window lays itself out anew.
+    virtual void showPanel(bool visible) = 0;
+};
