@@ -1,0 +1,5 @@
+// The command LAYFRZ.
+#pragma once
+
+/// Freezes the layers of objects that the user picks.
+void LayFrz();
