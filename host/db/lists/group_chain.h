@@ -11,8 +11,8 @@ class HxDbDatabase;
 namespace korvex {
 
 /// The groups as a chain that the caller releases; null when there are none. Pointer groups (320-369,
-/// 390-399, 480-481; 1005 stays text) become names of this database's objects, cleared for handles that it
-/// lacks.
+/// 390-399, 480-481; 1005 stays text) become names of this database's objects; a handle that it lacks becomes
+/// a name of no object, from which the same handle is written back.
 resbuf* chainOfGroups(std::string_view groups, const GroupFormat& format, const HxDbDatabase& database);
 
 /// Appends a chain's nodes as groups, until its end. False at the first node that no group can hold (its
