@@ -26,7 +26,7 @@ public:
 
     void add() {
         if (!(std::fabs(m_from.bulge) > 1e-9) || !(std::fabs(m_from.bulge) < 1e9)) {
-            addStraight(m_from.point, m_to, m_start, m_end);
+            addStraight();
         } else if (m_start == m_end) {
             addRing();
         } else {
@@ -35,14 +35,13 @@ public:
     }
 
 private:
-    static HxGeVector3d across(const HxGeVector3d& d) { return HxGeVector3d(-d.y, d.x).normal(); }
-
-    void addStraight(const HxGePoint3d& a, const HxGePoint3d& b, double start, double end) {
-        const HxGeVector3d side = across(b - a);
-        m_out.moveTo(a + side * start);
-        m_out.lineTo(b + side * end);
-        m_out.lineTo(b - side * end);
-        m_out.lineTo(a - side * start);
+    void addStraight() {
+        const HxGeVector3d along = m_to - m_from.point;
+        const HxGeVector3d side = HxGeVector3d(-along.y, along.x).normal();
+        m_out.moveTo(m_from.point + side * m_start);
+        m_out.lineTo(m_to + side * m_end);
+        m_out.lineTo(m_to - side * m_end);
+        m_out.lineTo(m_from.point - side * m_start);
         m_out.close();
     }
 
@@ -66,6 +65,7 @@ private:
         m_out.close();
     }
 
+    /// Short pieces between radial lines, so that they leave no gaps.
     void addTapered() {
         constexpr double kStep = kTurn / 64;
         const double sweep = 4 * std::atan(m_from.bulge);
@@ -73,14 +73,17 @@ private:
         const HxGePoint3d middle = centre();
         const HxGeVector3d u = m_from.point - middle;
         const HxGeVector3d v(-u.y, u.x);
-        HxGePoint3d last = m_from.point;
-        for (int i = 1; i <= count; ++i) {
+        const auto at = [&](int i, double side) {
             const double t = static_cast<double>(i) / count;
-            const HxGePoint3d next =
-                i == count ? m_to : middle + u * std::cos(sweep * t) + v * std::sin(sweep * t);
-            const double before = m_start + (m_end - m_start) * (static_cast<double>(i - 1) / count);
-            addStraight(last, next, before, m_start + (m_end - m_start) * t);
-            last = next;
+            const HxGeVector3d ray = u * std::cos(sweep * t) + v * std::sin(sweep * t);
+            return middle + ray + ray.normal() * (side * (m_start + (m_end - m_start) * t));
+        };
+        for (int i = 0; i < count; ++i) {
+            m_out.moveTo(at(i, 1));
+            m_out.lineTo(at(i + 1, 1));
+            m_out.lineTo(at(i + 1, -1));
+            m_out.lineTo(at(i, -1));
+            m_out.close();
         }
     }
 

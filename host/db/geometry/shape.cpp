@@ -108,14 +108,16 @@ private:
 }  // namespace
 
 Box extentsInView(const Shape& shape, const HxGeMatrix3d& toView) {
-    return ExtentsFinder(ViewPlane(toView)).of(shape.path);
+    const ViewPlane view(toView);
+    return ExtentsFinder(view).of(shape.path);
 }
 
-Box3d extents(const Shape& shape) {
-    const HxGeMatrix3d unit;
-    const Box xy = ExtentsFinder(ViewPlane(unit.entry[0], unit.entry[1])).of(shape.path);
-    const Box zz = ExtentsFinder(ViewPlane(unit.entry[2], unit.entry[2])).of(shape.path);
-    return {xy.x, xy.y, zz.x};
+Box3d extents(const Shape& shape) { return extents(shape, HxGeMatrix3d()); }
+
+Box3d extents(const Shape& shape, const HxGeMatrix3d& transform) {
+    const ViewPlane side(transform.entry[2], transform.entry[2]);
+    const Box xy = extentsInView(shape, transform);
+    return {xy.x, xy.y, ExtentsFinder(side).of(shape.path).x};
 }
 
 }  // namespace korvex

@@ -95,7 +95,9 @@ struct Shape {
 /// The box around the shape's curves: tight for lines and arcs, within a millionth of its size for splines,
 /// unbounded for rays and construction lines; empty for references and shapes without curves.
 Box3d extents(const Shape& shape);
-/// The same after a transformation, seen along z.
+/// The same after a transformation.
+Box3d extents(const Shape& shape, const HxGeMatrix3d& transform);
+/// The same, seen along z.
 Box extentsInView(const Shape& shape, const HxGeMatrix3d& toView);
 
 }  // namespace korvex
