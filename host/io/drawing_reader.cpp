@@ -1,0 +1,130 @@
+// Reads a drawing: the file apart, then what refers across it put together, then what is missing.
+#include "host/io/drawing_reader.h"
+
+#include "host/base/text.h"
+#include "host/db/groups/group_cursor.h"
+#include "host/io/converter.h"
+#include "host/io/record_placing.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace korvex {
+
+namespace {
+
+/// The first group of a header value; false when the drawing lacks it.
+template <class Use>
+bool useHeaderValue(const HxDbDatabase::Imp& db, std::string_view name, Use use) {
+    const Header::Value* value = db.header.find(name);
+    if (!value) {
+        return false;
+    }
+    GroupCursor cursor(value->groups.groups(), db.format);
+    if (!cursor.next() || !cursor.next()) {
+        return false;
+    }
+    use(cursor);
+    return true;
+}
+
+/// Handles are optional before R13: $HANDLING tells, else what the records have.
+bool writesHandles(const HxDbDatabase::Imp& db, bool anyHandle) {
+    bool handling = anyHandle;
+    useHeaderValue(db, "$HANDLING", [&](const GroupCursor& group) { handling = group.asInteger() != 0; });
+    return db.traits().hasSubclassMarkers || handling;
+}
+
+void complete(HxDbDatabase& database, UnplacedRecords& records) {
+    HxDbDatabase::Imp& db = *database.imp();
+    std::uint64_t seed = 0;
+    useHeaderValue(db, "$HANDSEED", [&](const GroupCursor& group) { seed = group.asHandle(); });
+    db.handles.settle(seed);
+    db.writesHandles = writesHandles(db, records.anyHandle);
+    ImpliedRecords implied(database);
+    implied.addTables();
+    implied.addNamedObjects();
+    RecordPlacing(database, records, implied).run();
+    for (const wchar_t* linetype : {L"ByBlock", L"ByLayer", L"Continuous"}) {
+        implied.addRecord(TableKind::linetype, linetype);
+    }
+    implied.addRecord(TableKind::layer, L"0");
+    implied.addRecord(TableKind::style, L"Standard");
+    implied.addRecords(TableKind::linetype, records.linetypes);
+    implied.addRecords(TableKind::layer, records.layers);
+    implied.addRecords(TableKind::style, records.styles);
+}
+
+/// What was read before the damage must not be taken for a drawing.
+void discard(HxDbDatabase::Imp& db) {
+    db.layout.clear();
+    db.header.values.clear();
+    db.tables.fill(nullptr);
+    db.namedObjects = nullptr;
+    db.handles = HandleTable();
+}
+
+Hx::ErrorStatus readBytes(const std::wstring& path, std::string& bytes, std::wstring& error) {
+    const auto fail = [&](Hx::ErrorStatus status, int reason) {
+        error = L"Cannot read \"" + path + L"\": " + fromUtf8(std::strerror(reason)) +
+                L". Check the name and the permissions.";
+        return status;
+    };
+    const int file = ::open(toFileName(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (file == -1) {
+        const bool isMissing = errno == ENOENT || errno == ENOTDIR;
+        return fail(isMissing ? Hx::eFileNotFound : Hx::eFileAccessErr, errno);
+    }
+    struct stat status {};
+    int reason = ::fstat(file, &status) != 0 ? errno : S_ISDIR(status.st_mode) ? EISDIR : 0;
+    reason = reason == 0 && !S_ISREG(status.st_mode) ? EINVAL : reason;
+    std::size_t size = 0;
+    bytes.resize(reason == 0 ? static_cast<std::size_t>(status.st_size) : 0);
+    while (reason == 0 && size < bytes.size()) {
+        const ssize_t got = ::read(file, &bytes[size], bytes.size() - size);
+        if (got == 0) {
+            break;
+        }
+        reason = got < 0 && errno != EINTR ? errno : 0;
+        size += got > 0 ? static_cast<std::size_t>(got) : 0;
+    }
+    ::close(file);
+    bytes.resize(size);
+    return reason == 0 ? Hx::eOk : fail(Hx::eFileAccessErr, reason);
+}
+
+}  // namespace
+
+Hx::ErrorStatus readDrawing(HxDbDatabase& database, std::string bytes, std::wstring& error) {
+    HxDbDatabase::Imp& db = *database.imp();
+    db.journal.recording = false;
+    db.file = std::move(bytes);
+    FileLoader loader(database);
+    DrawingError damage;
+    if (!loader.load(damage)) {
+        discard(db);
+        error = damage.text();
+        const bool isDrawing = damage.line != 0 || damage.binary;
+        return isDrawing ? Hx::eBadDxfSequence : Hx::eFilerError;
+    }
+    complete(database, loader.unplaced());
+    db.journal.clear();
+    db.journal.recording = true;
+    db.modified = false;
+    error.clear();
+    return Hx::eOk;
+}
+
+Hx::ErrorStatus readDrawingFile(HxDbDatabase& database, const std::wstring& path, std::wstring& error) {
+    std::string bytes;
+    Hx::ErrorStatus status = readBytes(path, bytes, error);
+    if (status == Hx::eOk && isCompressedDrawing(bytes)) {
+        status = convertDrawing(path, bytes, error);
+    }
+    return status == Hx::eOk ? readDrawing(database, std::move(bytes), error) : status;
+}
+
+}  // namespace korvex
