@@ -126,7 +126,16 @@ class Shown:
         self.layer = first(record, 8)
 
     def distance(self, x, y):
+        """From a place to the nearest point; a text is one filled box."""
+        if self.record[0][1] in ("TEXT", "MTEXT", "ATTRIB") and is_inside((x, y), self.run):
+            return 0.0
         return min(segment_distance((x, y), a, b) for a, b in zip(self.run, self.run[1:]))
+
+
+def is_inside(place, corners):
+    """In a convex outline whose first and last points are the same."""
+    turns = [(b[0] - a[0]) * (place[1] - a[1]) - (b[1] - a[1]) * (place[0] - a[0]) for a, b in zip(corners, corners[1:])]
+    return min(turns) >= 0 or max(turns) <= 0
 
 
 def segment_distance(place, start, end):
