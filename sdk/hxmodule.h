@@ -7,7 +7,8 @@
 // A module is a shared library that exports, unmangled, the three functions below. It is opened with its own
 // symbols kept to itself. It should be compiled with hidden visibility and -fno-gnu-unique: a library with
 // unique symbols stays in memory when it is unloaded. Qt meta types that it registers are unregistered at
-// unloading; widgets that it deletes later are deleted before its code goes.
+// unloading, widgets of its classes that are left are deleted, and resource libraries that it did not free
+// are taken back.
 
 /// Messages of the entry point.
 enum HxAppMessage : int {
@@ -27,7 +28,8 @@ enum HxDllReason : std::uint32_t { kProcessDetach = 0, kProcessAttach = 1 };
 constexpr std::uint32_t kHxApiVersion = 0x07E50000;
 
 /// Called once before the first message and once after the last one; `instance` is the module's own handle.
-/// 0 on attaching means that the module cannot be loaded. Optional.
+/// 0 on attaching means that the module cannot be loaded; it then gets neither a message nor the call for
+/// detaching. Optional.
 using HxDllMain = int (*)(HxModuleHandle instance, std::uint32_t reason, void* reserved);
 /// "hxrxEntryPoint".
 using HxEntryPoint = int (*)(int message, void* packet);

@@ -29,6 +29,7 @@ using HxResourceGetTable = const HxResourceTable* (*)(const wchar_t* language);
 
 /// The library that strings are taken from where no handle is given. Null at start.
 HXSDK_API HxModuleHandle hxGetResourceHandle();
+/// A handle that is not (or no longer) open counts as null.
 HXSDK_API void hxSetResourceHandle(HxModuleHandle handle);
 
 /// Loads a resource library by its full path, or by its file name: beside the module that calls, then in the
@@ -44,9 +45,11 @@ HXSDK_API bool hxFreeResourceDll(HxModuleHandle handle);
 /// an unknown handle. `size` counts characters.
 HXSDK_API std::uint32_t hxModuleFileName(HxModuleHandle handle, wchar_t* buffer, std::uint32_t size);
 
-/// Copies a string in the host's language, in the default language where that lacks it, from the current
-/// resource handle for null. `size` counts characters with the closing null; what does not fit is cut.
-/// Returns the number of characters without the null; 0 and an empty text when there is no such string.
+/// Copies a string in the user's language, in the default language where that lacks it, from the current
+/// resource handle for null. The language is that of the environment's locale when the library was loaded
+/// ("de_AT", then "de"; LANGUAGE may list several). `size` counts characters with the closing null; what does
+/// not fit is cut. Returns the number of characters without the null; 0 and an empty text when there is no
+/// such string.
 HXSDK_API int hxLoadString(HxModuleHandle handle, std::uint32_t id, wchar_t* buffer, int size);
 
 /// Makes a resource library current while it lives; a null handle leaves the current one. Guards must end in

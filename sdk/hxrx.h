@@ -104,7 +104,8 @@ HXSDK_API HxRxService* hxrxRegisterService(const wchar_t* name);
 class HXSDK_API HxRxDynamicLinker : public HxRxObject {
 public:
     HX_DECLARE_MEMBERS(HxRxDynamicLinker)
-    /// Loads a module and initialises it. A bare file name is looked for in the host's search folders.
+    /// Loads a module and initialises it. A bare file name is looked for in the host's search folders: those
+    /// of the environment variable KORVEX_MODULE_PATH (parted by ":"), the program's, and "module" beside it.
     /// eFileNotFound, eDuplicateKey (loaded already), eFileAccessErr (no library that can be loaded),
     /// eNotApplicable (no module, or one for another API version), eRefused (the module's own initialisation
     /// failed). After a failure nothing of the module is left; `error` (may be null) says which file, what is

@@ -41,8 +41,6 @@ constexpr const char* kSchema[] = {
 int g_busyMilliseconds = 5000;
 std::unique_ptr<SettingsStore> g_store;
 
-std::wstring quoted(const QString& file) { return L"\"" + toWide(QDir::toNativeSeparators(file)) + L"\""; }
-
 std::wstring systemReason() { return fromUtf8(std::strerror(errno)); }
 
 /// Holds the folder's lock file while it lives.
@@ -102,7 +100,7 @@ public:
 
 private:
     HxRegStatus fail(const std::wstring& reason, HxRegStatus status) {
-        log(Severity::Error, L"The settings store " + quoted(m_store.m_file) + L" cannot be opened: " +
+        log(Severity::Error, L"The settings store " + quotedPath(m_store.m_file) + L" cannot be opened: " +
                                  reason + L". Free it, or name another folder in KORVEX_PROFILE_DIR.");
         m_database.close();
         return status;
@@ -204,8 +202,8 @@ private:
                 return false;
             }
         }
-        log(Severity::Warning, L"The settings store " + quoted(m_store.m_file) + L" is damaged (" + m_reason +
-                                   L"). It was kept as " + quoted(aside) +
+        log(Severity::Warning, L"The settings store " + quotedPath(m_store.m_file) + L" is damaged (" +
+                                   m_reason + L"). It was kept as " + quotedPath(aside) +
                                    L"; the settings start anew from their defaults.");
         return true;
     }
@@ -244,7 +242,7 @@ SettingsStore* settingsStore(HxRegStatus* status) {
 }
 
 HxRegStatus storeFailure(SettingsStore& store) {
-    log(Severity::Error, L"The settings store " + quoted(store.file()) + L" failed: " +
+    log(Severity::Error, L"The settings store " + quotedPath(store.file()) + L" failed: " +
                              fromUtf8(store.database().failureText()) + L".");
     switch (store.database().lastFailure() & 0xFF) {
     case SQLITE_BUSY:

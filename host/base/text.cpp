@@ -2,6 +2,7 @@
 #include "host/base/text.h"
 
 #include <QChar>
+#include <QDir>
 #include <QFile>
 
 #include <algorithm>
@@ -54,6 +55,8 @@ std::string toFileName(std::wstring_view path) { return QFile::encodeName(toQStr
 std::wstring fromFileName(std::string_view path) {
     return toWide(QFile::decodeName(QByteArray(path.data(), static_cast<int>(path.size()))));
 }
+
+std::wstring quotedPath(const QString& path) { return L'"' + toWide(QDir::toNativeSeparators(path)) + L'"'; }
 
 std::wstring foldCase(std::wstring_view text) {
     std::wstring result(text);

@@ -19,6 +19,8 @@ std::wstring fromUtf8(std::string_view bytes);
 /// A path as the file functions take it, and back.
 std::string toFileName(std::wstring_view path);
 std::wstring fromFileName(std::string_view path);
+/// A path for messages, in quotation marks.
+std::wstring quotedPath(const QString& path);
 
 /// Folds "A" to "Z" only.
 constexpr wchar_t foldAscii(wchar_t c) {
