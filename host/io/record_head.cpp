@@ -11,14 +11,15 @@ namespace {
 constexpr int kFirstPoint = 10;
 constexpr int kFirstXData = 1000;
 
-/// True at the group where the part is over.
-bool endsHead(HeadPart part, int code, int markers) {
+/// True at the group where the part is over. What all entities have stands before the marker of their own
+/// class, but some programs put it behind.
+bool endsHead(HeadPart part, const RecordHead& head, int code, int markers) {
     if (code >= kFirstXData) {
         return true;
     }
     switch (part) {
     case HeadPart::identity: return markers == 1 || code == kFirstPoint;
-    case HeadPart::entity: return markers == 2 || code == kFirstPoint;
+    case HeadPart::entity: return code == kFirstPoint || (markers == 2 && head.layer.data()) || markers == 3;
     default: return false;
     }
 }
@@ -45,7 +46,7 @@ RecordHead readHead(std::string_view record, const GroupFormat& format, int hand
     while (cursor.next() && !isComplete(part, head)) {
         const int code = cursor.code();
         markers += code == 100 ? 1 : 0;
-        if (endsHead(part, code, markers)) {
+        if (endsHead(part, head, code, markers)) {
             break;
         }
         if (code == 102) {

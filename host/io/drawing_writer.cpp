@@ -1,0 +1,391 @@
+// Walks the layout of the file that was read, and puts in what is new.
+#include "host/io/drawing_writer.h"
+
+#include "host/db/groups/group_cursor.h"
+#include "host/db/groups/group_lexer.h"
+#include "host/db/groups/group_writer.h"
+#include "host/db/kernel/entity_access.h"
+#include "host/io/atomic_save.h"
+#include "host/io/group_edits.h"
+#include "host/io/record_head.h"
+#include "host/io/save_time.h"
+
+#include <algorithm>
+#include <functional>
+
+namespace korvex {
+
+namespace {
+
+/// The order in which a drawing has its tables.
+constexpr TableKind kTableOrder[] = {TableKind::viewport, TableKind::linetype, TableKind::layer,
+                                     TableKind::style,    TableKind::view,     TableKind::ucs,
+                                     TableKind::appId,    TableKind::dimStyle, TableKind::block};
+
+class DrawingWriter {
+public:
+    explicit DrawingWriter(HxDbDatabase& database)
+        : m_db(*database.imp()), m_model(modelSpace(database)), m_paper(paperSpace(database)),
+          m_out(m_db.format) {}
+
+    std::string write() {
+        survey();
+        for (const FileItem& item : m_db.layout) {
+            this->item(item);
+        }
+        return std::move(m_text);
+    }
+
+private:
+    // ---- what there is to write ----
+
+    void survey();
+    bool needsBlock(const HxDbStub& record) const;
+    bool isToWrite(const HxDbStub& record, const HxDbStub& entity) const {
+        return isAlive(entity) && (hasMoved(record) || !entity.inFile);
+    }
+    void completeBlock(HxDbStub& record);
+    HxDbStub& addBlockPart(HxDbStub& record, const char* type);
+
+    bool isTable(const HxDbStub& stub) const {
+        return stub.contents && std::find(m_db.tables.begin(), m_db.tables.end(), &stub) != m_db.tables.end();
+    }
+    bool hasBlockTable() const { return m_db.traits().hasSubclassMarkers; }
+    bool isNew(const HxDbStub& stub) const { return !stub.inFile && !stub.implicit && isAlive(stub); }
+    /// No field was changed since the drawing was read, or all changes were taken back.
+    bool isAsRead(const HxDbStub& stub) const {
+        const char* data = stub.blob.groups().data();
+        const bool isOfFile = !std::less<>()(data, m_db.file.data()) &&
+                              std::less<>()(data, m_db.file.data() + m_db.file.size());
+        return !stub.changed && (stub.implicit || isOfFile);
+    }
+    bool isInEntities(const HxDbStub& record) const { return &record == m_model || &record == m_paper; }
+    /// The block became the active paper space, or ceased to be it, since the drawing was read.
+    bool hasMoved(const HxDbStub& record) const {
+        return !isTable(record) && record.contents->inEntities != isInEntities(record);
+    }
+
+    /// The table or block that a record is a member of; null when it is in none.
+    static HxDbStub* containerOf(const HxDbStub& stub) {
+        HxDbStub* owner = stub.subEntity && stub.owner ? stub.owner->owner : stub.owner;
+        const bool isMember = owner && owner->contents && stub.position < owner->contents->members.size() &&
+                              owner->contents->members[stub.position] == &stub;
+        return isMember ? owner : nullptr;
+    }
+    static bool isBlockPart(const HxDbStub& stub) {
+        const Contents* contents = stub.owner ? stub.owner->contents.get() : nullptr;
+        return contents && (contents->blockBegin == &stub || contents->blockEnd == &stub);
+    }
+
+    std::string_view groupsOf(HxDbStub& stub) const {
+        const bool isCurrent = !stub.changed && stub.blob.generation() >= m_db.names.size();
+        return isCurrent ? stub.blob.groups() : currentBlob(stub).groups();
+    }
+
+    // ---- the layout ----
+
+    void item(const FileItem& item);
+    void writeObject(HxDbStub& stub);
+    void writeTable(HxDbStub& table);
+    void writeBlockPart(HxDbStub& part);
+    void writeHeader();
+    void writePlace(const FileItem& item);
+    void writeNewRecords(const HxDbStub& table);
+    void writeNewTables();
+    void writeMembers(const HxDbStub& record);
+    void writeNewBlocks();
+    void writeNewObjects();
+
+    /// A record that has no groups but its type.
+    void writeMark(std::string_view type, std::string_view name = {}) {
+        m_out.rawText(0, type);
+        if (!name.empty()) {
+            m_out.rawText(2, name);
+        }
+        m_text += m_out.take();
+        m_out.clear();
+    }
+
+    HxDbDatabase::Imp& m_db;
+    HxDbStub* m_model;
+    HxDbStub* m_paper;
+    std::vector<HxDbStub*> m_newObjects;
+    std::uint64_t m_highestNew = 0;
+    GroupWriter m_out;
+    std::string m_text;
+};
+
+// ---- what there is to write ----
+
+/// Finds the new objects and the highest handle that was given to one.
+void DrawingWriter::survey() {
+    constexpr std::size_t kUsualRecord = 1000;  // bytes, generously
+    for (HxDbStub* record : m_db.table(TableKind::block)->contents->members) {
+        if (needsBlock(*record)) {
+            completeBlock(*record);
+        }
+    }
+    std::size_t size = m_db.file.size();
+    for (HxDbStub& stub : m_db.stubs) {
+        if (!isNew(stub)) {
+            continue;
+        }
+        const HxDbStub* container = containerOf(stub);
+        const bool isPart = isBlockPart(stub);
+        if ((container && container->erased) || (isPart && !needsBlock(*stub.owner))) {
+            continue;
+        }
+        m_highestNew = std::max(m_highestNew, stub.handle);
+        size += kUsualRecord;
+        if (!container && !isPart && !isTable(stub)) {
+            m_newObjects.push_back(&stub);
+        }
+    }
+    m_text.reserve(size);
+}
+
+/// It has no BLOCK in the file, but must get one: it is new, or has entities that stand in blocks. The spaces
+/// of old drawings have none.
+bool DrawingWriter::needsBlock(const HxDbStub& record) const {
+    const Contents& contents = *record.contents;
+    if (record.erased || (contents.blockBegin && contents.blockBegin->inFile)) {
+        return false;
+    }
+    if (isInEntities(record)) {
+        return isNew(record) && hasBlockTable();
+    }
+    return isNew(record) || std::any_of(contents.members.begin(), contents.members.end(),
+                                        [&](const HxDbStub* entity) { return isToWrite(record, *entity); });
+}
+
+/// Gives a new block record the BLOCK and ENDBLK that drawings have for it.
+void DrawingWriter::completeBlock(HxDbStub& record) {
+    HxDbStub*& begin = record.contents->blockBegin;
+    HxDbStub*& end = record.contents->blockEnd;
+    begin = begin ? begin : &addBlockPart(record, "BLOCK");
+    end = end ? end : &addBlockPart(record, "ENDBLK");
+}
+
+HxDbStub& DrawingWriter::addBlockPart(HxDbStub& record, const char* type) {
+    const bool isBegin = std::string_view(type) == "BLOCK";
+    const bool hasMarkers = m_db.traits().hasSubclassMarkers;
+    HxDbStub& stub = m_db.newStub();
+    stub.recordClass = &recordClass(type, RecordPlace::entity);
+    stub.owner = &record;
+    stub.handleInFile = m_db.writesHandles;
+    m_db.handles.add(m_db.handles.next(), &stub);
+    GroupWriter out(m_db.format);
+    out.rawText(0, type);
+    if (m_db.writesHandles) {
+        out.handle(5, stub.handle);
+    }
+    if (hasMarkers) {
+        out.handle(330, record.handle);
+        out.rawText(100, "AcDbEntity");
+    }
+    out.rawText(8, "0");
+    if (hasMarkers) {
+        out.rawText(100, isBegin ? "AcDbBlockBegin" : "AcDbBlockEnd");
+    }
+    if (isBegin) {
+        const std::wstring name = recordName(record);
+        out.text(2, name);
+        out.integer(70, name.front() == L'*' && !isInEntities(record) ? 1 : 0);
+        out.real(10, 0);
+        out.real(20, 0);
+        out.real(30, 0);
+        out.text(3, name);
+        out.rawText(1, "");
+    }
+    stub.blob = Blob(out.take(), m_db.names.size());
+    return stub;
+}
+
+// ---- the layout ----
+
+void DrawingWriter::item(const FileItem& item) {
+    switch (item.kind) {
+    case FileItem::raw: m_text += item.bytes; return;
+    case FileItem::object: writeObject(*item.stub); return;
+    default: break;
+    }
+    const std::size_t start = m_text.size();
+    if (!item.bytes.empty()) {
+        writeMark("SECTION", item.bytes);
+    }
+    const std::size_t content = m_text.size();
+    writePlace(item);
+    if (m_text.size() == content) {
+        m_text.resize(start);
+    } else if (!item.bytes.empty()) {
+        writeMark("ENDSEC");
+    }
+}
+
+void DrawingWriter::writePlace(const FileItem& item) {
+    switch (item.kind) {
+    case FileItem::header: writeHeader(); break;
+    case FileItem::endOfTable: writeNewRecords(*item.stub); break;
+    case FileItem::endOfTables: writeNewTables(); break;
+    case FileItem::endOfBlock:
+        if (!item.stub->erased && !isInEntities(*item.stub)) {
+            writeMembers(*item.stub);
+        }
+        break;
+    case FileItem::endOfBlocks: writeNewBlocks(); break;
+    case FileItem::endOfEntities:
+        for (const HxDbStub* space : {m_model, m_paper}) {
+            if (space) {
+                writeMembers(*space);
+            }
+        }
+        break;
+    case FileItem::endOfObjects: writeNewObjects(); break;
+    default: break;
+    }
+}
+
+/// A record where it stood.
+void DrawingWriter::writeObject(HxDbStub& stub) {
+    if (!isAlive(stub)) {
+        return;
+    }
+    if (isBlockPart(stub)) {
+        if (!stub.owner->erased) {
+            writeBlockPart(stub);
+        }
+        return;
+    }
+    const HxDbStub* container = containerOf(stub);
+    if (container && (container->erased || hasMoved(*container))) {
+        return;
+    }
+    if (isTable(stub)) {
+        writeTable(stub);
+    } else {
+        m_text += groupsOf(stub);
+    }
+}
+
+/// A table's own record: its count follows when records came or went.
+void DrawingWriter::writeTable(HxDbStub& table) {
+    std::size_t before = 0;
+    std::size_t now = 0;
+    for (const HxDbStub* record : table.contents->members) {
+        before += record->inFile ? 1 : 0;
+        now += !record->erased && !record->implicit ? 1 : 0;
+    }
+    constexpr int kCountCode = 70;
+    const std::string_view groups = groupsOf(table);
+    if (before == now && table.inFile) {
+        m_text += groups;
+    } else {
+        m_text += withInteger(groups, m_db.format, kCountCode, static_cast<long long>(now));
+    }
+}
+
+/// A BLOCK or ENDBLK: it follows its block record's name and place.
+void DrawingWriter::writeBlockPart(HxDbStub& part) {
+    HxDbStub& record = *part.owner;
+    std::string groups(groupsOf(part));
+    if (hasMoved(record)) {
+        groups = withPaperFlag(groups, m_db.format, &record == m_paper);
+    }
+    if (!isAsRead(record) && record.contents->blockBegin == &part) {
+        const std::wstring name = recordName(record);
+        const std::wstring written = m_db.format.codec->decode(rawName(groups, m_db.format));
+        const bool isOldSpace = !hasBlockTable() && isInEntities(record);
+        if (written != name && !isOldSpace) {
+            groups = withBlockName(groups, m_db.format, name);
+        }
+    }
+    m_text += groups;
+}
+
+void DrawingWriter::writeHeader() {
+    constexpr int kHandleCode = 5;
+    for (const Header::Value& value : m_db.header.values) {
+        std::string fresh;
+        const bool isRenamed = value.groups.generation() < m_db.names.size() &&
+                               m_db.names.refresh(value.name, false, value.groups, m_db.format, fresh);
+        const std::string_view groups = isRenamed ? fresh : value.groups.groups();
+        if (value.name == "$HANDSEED" && m_highestNew != 0) {
+            GroupCursor cursor(groups, m_db.format);
+            const bool isLow = cursor.next() && cursor.next() && cursor.asHandle() <= m_highestNew;
+            m_text += isLow ? withHandle(groups, m_db.format, kHandleCode, m_db.handles.seed())
+                            : std::string(groups);
+        } else {
+            m_text += groups;
+        }
+    }
+}
+
+// ---- new records ----
+
+void DrawingWriter::writeNewRecords(const HxDbStub& table) {
+    for (HxDbStub* record : table.contents->members) {
+        if (isNew(*record)) {
+            m_text += groupsOf(*record);
+        }
+    }
+}
+
+/// Tables that the file lacks, as far as there is something in them.
+void DrawingWriter::writeNewTables() {
+    for (TableKind kind : kTableOrder) {
+        HxDbStub& table = *m_db.table(kind);
+        const std::vector<HxDbStub*>& members = table.contents->members;
+        const bool hasNew = !table.implicit || std::any_of(members.begin(), members.end(),
+                                                           [this](const HxDbStub* r) { return isNew(*r); });
+        if (table.inFile || !hasNew || (kind == TableKind::block && !hasBlockTable())) {
+            continue;
+        }
+        writeTable(table);
+        writeNewRecords(table);
+        writeMark("ENDTAB");
+    }
+}
+
+/// Entities that are new in their section.
+void DrawingWriter::writeMembers(const HxDbStub& record) {
+    for (HxDbStub* entity : record.contents->members) {
+        if (isToWrite(record, *entity)) {
+            m_text += withPaperFlag(groupsOf(*entity), m_db.format, &record == m_paper);
+        }
+    }
+}
+
+/// Blocks that the file lacks.
+void DrawingWriter::writeNewBlocks() {
+    for (HxDbStub* record : m_db.table(TableKind::block)->contents->members) {
+        if (!needsBlock(*record)) {
+            continue;
+        }
+        writeBlockPart(*record->contents->blockBegin);
+        if (!isInEntities(*record)) {
+            writeMembers(*record);
+        }
+        writeBlockPart(*record->contents->blockEnd);
+    }
+}
+
+void DrawingWriter::writeNewObjects() {
+    for (HxDbStub* object : m_newObjects) {
+        m_text += groupsOf(*object);
+    }
+}
+
+}  // namespace
+
+std::string writeDrawing(HxDbDatabase& database) { return DrawingWriter(database).write(); }
+
+Hx::ErrorStatus saveDrawingFile(HxDbDatabase& database, const std::wstring& path, std::wstring& error) {
+    SaveTime time(database);
+    const Hx::ErrorStatus status = saveAtomically(path, writeDrawing(database), error);
+    if (status == Hx::eOk) {
+        time.keep();
+    }
+    return status;
+}
+
+}  // namespace korvex

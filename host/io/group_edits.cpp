@@ -1,0 +1,92 @@
+// Copies a record group by group with something changed on the way.
+#include "host/io/group_edits.h"
+
+#include "host/db/groups/group_cursor.h"
+#include "host/db/groups/group_lexer.h"
+#include "host/db/groups/group_writer.h"
+#include "host/io/record_head.h"
+
+namespace korvex {
+
+namespace {
+
+constexpr int kFirstXData = 1000;
+constexpr int kPaperCode = 67;
+constexpr int kLayerCode = 8;
+
+/// Calls `write` in place of copying the groups of a code.
+template <class Write>
+std::string replaced(std::string_view record, const GroupFormat& format, int code, Write write) {
+    GroupWriter out(format);
+    GroupCursor cursor(record, format);
+    while (cursor.next()) {
+        if (cursor.code() == code) {
+            write(out);
+        } else {
+            out.copy(cursor);
+        }
+    }
+    return out.take();
+}
+
+bool hasMarkers(std::string_view record, const GroupFormat& format) {
+    GroupCursor cursor(record, format);
+    while (cursor.next() && cursor.code() < kFirstXData) {
+        if (cursor.code() == 100) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+std::string withInteger(std::string_view record, const GroupFormat& format, int code, long long value) {
+    return replaced(record, format, code, [=](GroupWriter& out) { out.integer(code, value); });
+}
+
+std::string withHandle(std::string_view record, const GroupFormat& format, int code, std::uint64_t value) {
+    return replaced(record, format, code, [=](GroupWriter& out) { out.handle(code, value); });
+}
+
+std::string withReal(std::string_view record, const GroupFormat& format, int code, double value) {
+    return replaced(record, format, code, [=](GroupWriter& out) { out.real(code, value); });
+}
+
+std::string withBlockName(std::string_view record, const GroupFormat& format, std::wstring_view name) {
+    const std::string first = replaced(record, format, 2, [=](GroupWriter& out) { out.text(2, name); });
+    return replaced(first, format, 3, [=](GroupWriter& out) { out.text(3, name); });
+}
+
+std::string withPaperFlag(std::string_view record, const GroupFormat& format, bool onPaper) {
+    constexpr int kNoHandle = -1000;
+    if (readHead(record, format, kNoHandle, HeadPart::entity).onPaper == onPaper) {
+        return std::string(record);
+    }
+    const bool afterMarker = hasMarkers(record, format);
+    GroupWriter out(format);
+    GroupCursor cursor(record, format);
+    bool toWrite = onPaper;
+    bool inHead = true;
+    int markers = 0;
+    while (cursor.next()) {
+        const int code = cursor.code();
+        markers += code == 100 ? 1 : 0;
+        inHead = inHead && code != 10 && markers < 3 && code < kFirstXData;
+        if (inHead && code == kPaperCode) {
+            continue;
+        }
+        const bool before = toWrite && !afterMarker && (code == kLayerCode || !inHead);
+        if (before) {
+            out.integer(kPaperCode, 1);
+        }
+        out.copy(cursor);
+        if (toWrite && afterMarker && code == 100) {
+            out.integer(kPaperCode, 1);
+        }
+        toWrite = toWrite && !before && !(afterMarker && code == 100);
+    }
+    return out.take();
+}
+
+}  // namespace korvex
