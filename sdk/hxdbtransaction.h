@@ -44,6 +44,8 @@ public:
     Hx::ErrorStatus addNewlyCreatedDBRObject(HxDbObject* object);
 
 private:
+    friend class HxTransaction;
+    friend class HxDbObject;
     struct Imp;
     Imp* m_imp;
 };

@@ -76,6 +76,7 @@ public:
     std::wstring error;
     bool writesHandles = true;
     bool modified = false;
+    bool hasErased = false;  ///< something was erased since the drawing was read
     std::int16_t cvport = 1;
 
     std::deque<HxDbStub> stubs;

@@ -289,7 +289,8 @@ private:
         }
     }
 
-    /// A subclass that the old groups lack altogether: its fields with their marker, when there are any to write.
+    /// A subclass that the old groups lack altogether: its fields with their marker, when there are any to
+    /// write.
     void appendMissing(Section& section) {
         bool wanted = false;
         for (const Item& item : section.items) {

@@ -45,8 +45,8 @@ void HandleTable::settle(std::uint64_t seed) {
 }
 
 HxDbStub* HandleTable::find(std::uint64_t handle) const {
-    const auto found =
-        std::lower_bound(m_sorted.begin(), m_sorted.end(), std::make_pair(handle, static_cast<HxDbStub*>(nullptr)), byHandle);
+    const auto found = std::lower_bound(m_sorted.begin(), m_sorted.end(),
+                                        std::make_pair(handle, static_cast<HxDbStub*>(nullptr)), byHandle);
     return found != m_sorted.end() && found->first == handle ? found->second : nullptr;
 }
 

@@ -51,7 +51,9 @@ Header::Value* Header::find(std::string_view name) {
     return nullptr;
 }
 
-const Header::Value* Header::find(std::string_view name) const { return const_cast<Header*>(this)->find(name); }
+const Header::Value* Header::find(std::string_view name) const {
+    return const_cast<Header*>(this)->find(name);
+}
 
 void Header::read(std::string_view groups, const GroupFormat& format) {
     GroupCursor cursor(groups, format);
@@ -103,14 +105,16 @@ bool headerValue(const HxDbDatabase& database, const std::wstring& name, std::ve
     return true;
 }
 
-void setHeaderValue(HxDbDatabase& database, const std::wstring& name, const std::vector<HeaderGroup>& groups) {
+void setHeaderValue(HxDbDatabase& database, const std::wstring& name,
+                    const std::vector<HeaderGroup>& groups) {
     HxDbDatabase::Imp& db = *database.imp();
     std::vector<HeaderGroup> old;
     if (headerValue(database, name, old) && sameGroups(old, groups)) {
         return;
     }
     const std::wstring bare = name.substr(name.find_first_not_of(L'$'));
-    notifyAll(db.reactors, [&](HxDbDatabaseReactor& r) { r.headerSysVarWillChange(&database, bare.c_str()); });
+    notifyAll(db.reactors,
+              [&](HxDbDatabaseReactor& r) { r.headerSysVarWillChange(&database, bare.c_str()); });
     const std::string key = narrow(name);
     db.journal.recordHeader(key);
     GroupWriter out(db.format);
@@ -126,7 +130,8 @@ void setHeaderValue(HxDbDatabase& database, const std::wstring& name, const std:
     value->groups = Blob(out.take(), db.names.size());
     db.modified = true;
     db.currentLayer = nullptr;
-    notifyAll(db.reactors, [&](HxDbDatabaseReactor& r) { r.headerSysVarChanged(&database, bare.c_str(), true); });
+    notifyAll(db.reactors,
+              [&](HxDbDatabaseReactor& r) { r.headerSysVarChanged(&database, bare.c_str(), true); });
 }
 
 long long headerInteger(const HxDbDatabase& database, const std::wstring& name, long long fallback) {
@@ -134,7 +139,8 @@ long long headerInteger(const HxDbDatabase& database, const std::wstring& name, 
     return headerValue(database, name, groups) && !groups.empty() ? groups.front().integer : fallback;
 }
 
-std::wstring headerText(const HxDbDatabase& database, const std::wstring& name, const std::wstring& fallback) {
+std::wstring headerText(const HxDbDatabase& database, const std::wstring& name,
+                        const std::wstring& fallback) {
     std::vector<HeaderGroup> groups;
     return headerValue(database, name, groups) && !groups.empty() ? groups.front().text : fallback;
 }

@@ -35,11 +35,15 @@ public:
     void clearRedo() { m_redo.clear(); }
     /// Forgets all steps (after reading a drawing).
     void clear();
+    /// What the drawing is now is what its file holds: coming back here by undo or redo makes it unmodified.
+    void markSaved() { m_saved = m_entries.size(); }
 
     // Called by the kernel, before the change.
     void recordChange(HxDbStub& stub);
     void recordAppend(HxDbStub& stub);
     void recordHeader(const std::string& name);
+    /// Takes back the recording of an object if it is the last one and was made at `size` or later.
+    void forgetLast(HxDbStub& stub, std::size_t size);
 
     std::size_t size() const { return m_entries.size(); }
     std::uint32_t segment() const { return m_segment; }
@@ -54,6 +58,7 @@ private:
         Blob blob;
         bool erased = false;
         bool unappended = false;
+        bool implicit = false;
         std::string headerName;
     };
     struct Group {
@@ -65,13 +70,16 @@ private:
         std::vector<Entry> entries;  ///< newest state first
     };
 
-    Entry stateOf(const Entry& like);
+    Entry stateOf(const Entry& like) const;
+    static Entry stateOf(Kind kind, HxDbStub& stub);
     void restore(const Entry& entry);
     void restoreObject(const Entry& entry);
     void restoreHeader(const Entry& entry);
     std::vector<Entry> rollback(std::size_t first);
     void push(Entry entry);
     void closeLooseGroup();
+    void dropEmptyGroups();
+    void updateModified();
 
     HxDbDatabase& m_database;
     std::vector<Entry> m_entries;
@@ -80,6 +88,8 @@ private:
     int m_nesting = 0;
     bool m_loose = false;  ///< the last group was begun by a change outside of any
     std::uint32_t m_segment = 1;
+    std::size_t m_saved = 0;  ///< entries when the drawing was saved; kNeverSaved when there is no way back
+    static constexpr std::size_t kNeverSaved = static_cast<std::size_t>(-1);
 };
 
 Journal& journal(const HxDbDatabase& database);

@@ -9,7 +9,7 @@ namespace korvex {
 
 namespace {
 
-constexpr const char* kTableNames[] = {"LAYER",    "LTYPE", "STYLE", "BLOCK_RECORD", "DIMSTYLE",
+constexpr const char* kTableNames[] = {"LAYER", "LTYPE", "STYLE", "BLOCK_RECORD", "DIMSTYLE",
                                        "APPID", "VPORT", "VIEW",  "UCS"};
 constexpr int kXDataLayerName = 1003;
 
@@ -19,14 +19,15 @@ struct Reference {
     TableKind table;
 };
 constexpr Reference kReferences[] = {
-    {nullptr, 8, TableKind::layer},        {nullptr, 6, TableKind::linetype},
-    {"LAYER", 6, TableKind::linetype},     {"TEXT", 7, TableKind::style},
-    {"MTEXT", 7, TableKind::style},        {"ATTRIB", 7, TableKind::style},
-    {"ATTDEF", 7, TableKind::style},       {"INSERT", 2, TableKind::block},
-    {"DIMENSION", 2, TableKind::block},    {"DIMENSION", 3, TableKind::dimStyle},
-    {"LEADER", 3, TableKind::dimStyle},    {"TOLERANCE", 3, TableKind::dimStyle},
-    {"$CLAYER", 8, TableKind::layer},      {"$CELTYPE", 6, TableKind::linetype},
-    {"$TEXTSTYLE", 7, TableKind::style},   {"$DIMSTYLE", 2, TableKind::dimStyle},
+    {nullptr, 8, TableKind::layer},      {nullptr, 6, TableKind::linetype},
+    {"BLOCK", 2, TableKind::block},      {"BLOCK", 3, TableKind::block},
+    {"LAYER", 6, TableKind::linetype},   {"TEXT", 7, TableKind::style},
+    {"MTEXT", 7, TableKind::style},      {"ATTRIB", 7, TableKind::style},
+    {"ATTDEF", 7, TableKind::style},     {"INSERT", 2, TableKind::block},
+    {"DIMENSION", 2, TableKind::block},  {"DIMENSION", 3, TableKind::dimStyle},
+    {"LEADER", 3, TableKind::dimStyle},  {"TOLERANCE", 3, TableKind::dimStyle},
+    {"$CLAYER", 8, TableKind::layer},    {"$CELTYPE", 6, TableKind::linetype},
+    {"$TEXTSTYLE", 7, TableKind::style}, {"$DIMSTYLE", 2, TableKind::dimStyle},
 };
 
 }  // namespace
@@ -50,7 +51,8 @@ TableKind referencedTable(std::string_view recordType, bool isEntity, int code) 
         return TableKind::count;
     }
     for (const Reference& reference : kReferences) {
-        if (reference.code == code && (reference.recordType ? recordType == reference.recordType : isEntity)) {
+        if (reference.code == code &&
+            (reference.recordType ? recordType == reference.recordType : isEntity)) {
             return reference.table;
         }
     }

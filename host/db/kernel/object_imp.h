@@ -42,13 +42,21 @@ public:
     virtual void clearFields() {}
     /// One group, in the drawing's order, outside of "102 {...}" runs and extended data.
     virtual void readField(const korvex::ReadContext&, const korvex::GroupCursor&) {}
-    /// After the last group; extended data is in `xdata`.
+    /// After the last group.
     virtual void fieldsRead(HxDbDatabase&) {}
+    /// After `xdata` was read or set.
+    virtual void xdataRead(HxDbDatabase&) {}
+    /// It got its place in a database.
+    virtual void added(HxDbDatabase&) {}
     /// All fields, in their usual order.
     virtual void writeFields(korvex::FieldWriter&) const {}
 
-    /// What keeps it from being erased; eOk when nothing does.
+    /// Refers to an object that has been erased since its groups were written.
+    virtual bool isStaleForSaving() const { return false; }
+
+    /// What keeps it from being erased, or from coming back; eOk when nothing does.
     virtual Hx::ErrorStatus mayErase() const { return Hx::eOk; }
+    virtual Hx::ErrorStatus mayUnerase() const { return Hx::eOk; }
 
     HxDbStub* stub = nullptr;      ///< null while the object is in no database
     HxDbObject* object = nullptr;  ///< set by HxDbObject's constructor
@@ -58,15 +66,17 @@ public:
     HxDbStub* newOwner = nullptr;  ///< an owner other than the groups tell
     std::string xdata;             ///< all extended data, as groups
     bool xdataChanged = false;     ///< differs from the blob's
+    bool fieldsChangedInOpen = false;
     bool xdataChangedInOpen = false;
     bool erasedChangedInOpen = false;
-    bool isNew = true;  ///< added since the drawing was read
+    std::size_t appendedAt = 0;  ///< journal size when it was added; 0 for what was read
     std::vector<HxDbObjectReactor*> reactors;
 
     /// The state before the first change of the present open for write; for cancel().
     struct Before {
         korvex::Blob blob;
         bool erased = false;
+        bool implicit = false;
         bool taken = false;
         std::size_t journalSize = 0;
     } before;
@@ -90,18 +100,32 @@ void readObject(HxDbStub& stub);
 /// put right.
 const Blob& currentBlob(HxDbStub& stub);
 
+/// The same for a file: without references to what was erased.
+Blob blobForSaving(HxDbStub& stub);
+
+/// The owner, also where only the groups tell it; null when there is none.
+HxDbStub* ownerOf(HxDbStub& stub);
+
+/// Name, handle code and the like that go around the fields.
+FieldWriter::Frame frameOf(const HxDbStub& stub);
+
 /// To be called before a change of a field: records the state in the journal and tells the reactors, once per
 /// open for write. eNotOpenForWrite for an object of a database that is not open for write.
 Hx::ErrorStatus beginChange(const HxDbObject* object);
 
-/// Gives an object that is in no database a place in one: stub, handle, owner. The object is open for write
-/// then.
+/// Gives an object that is in no database a place in one: stub, handle, owner; records and entities become
+/// members of a table or block that owns them. The object is open for write then.
 HxDbStub& addToDatabase(HxDbDatabase& database, HxDbObject* object, HxDbStub* owner);
+
+/// Takes back what was changed since the object was opened for write.
+void revertChange(HxDbStub& stub);
+/// Ends an open for write without telling anyone.
+void dropWriteOpen(HxDbStub& stub);
 
 /// Replaces the object's groups (entity lists) and reads its fields anew; the object is open for write.
 void replaceGroups(HxDbStub& stub, std::string groups);
 
-/// Makes `stub` a member of a table or block, at the end.
+/// Makes `stub` a member of a table or block, at the end; nothing when it is one.
 void appendMember(HxDbStub& container, HxDbStub& stub);
 
 }  // namespace korvex

@@ -1,0 +1,179 @@
+// Entities: the properties that they share.
+#include "host/db/entities/entity_imp.h"
+#include "host/db/kernel/database_imp.h"
+#include "sdk/hxdbentity.h"
+
+HX_DEFINE_MEMBERS(HxDbEntity, HxDbObject)
+
+namespace korvex {
+
+namespace {
+
+enum Code : int {
+    kLinetypeCode = 6,
+    kLayerCode = 8,
+    kVisibilityCode = 60,
+    kColorCode = 62,
+    kLineWeightCode = 370,
+    kTrueColorCode = 420,
+    kBookCode = 430,
+};
+constexpr std::int16_t kByLayerWeight = -1;
+
+}  // namespace
+
+void EntityImp::clearFields() {
+    layer.clear();
+    linetype.clear();
+    color = HxCmColor::byIndex(HxCmColor::kIndexByLayer);
+    lineWeight = kByLayerWeight;
+    visible = true;
+    m_index = HxCmColor::kIndexByLayer;
+    m_trueColor = -1;
+    m_bookKey.clear();
+}
+
+bool EntityImp::isCommon(const ReadContext& context) {
+    return context.subclass.empty() || context.subclass == "AcDbEntity";
+}
+
+void EntityImp::readField(const ReadContext& context, const GroupCursor& group) {
+    if (!isCommon(context)) {
+        return;
+    }
+    switch (group.code()) {
+    case kLayerCode: layer.setName(group.asText()); break;
+    case kLinetypeCode: linetype.setName(group.asText()); break;
+    case kColorCode: m_index = group.asInteger(); break;
+    case kTrueColorCode: m_trueColor = group.asInteger() & 0xFFFFFF; break;
+    case kBookCode: m_bookKey = group.asText(); break;
+    case kLineWeightCode: lineWeight = static_cast<std::int16_t>(group.asInteger()); break;
+    case kVisibilityCode: visible = group.asInteger() == 0; break;
+    default: break;
+    }
+}
+
+void EntityImp::fieldsRead(HxDbDatabase& database) {
+    layer.record(&database);
+    linetype.record(&database);
+    if (m_trueColor >= 0) {
+        color.setRGB(static_cast<std::uint8_t>(m_trueColor >> 16),
+                     static_cast<std::uint8_t>(m_trueColor >> 8), static_cast<std::uint8_t>(m_trueColor));
+        color.setNamesFromDictionaryKey(m_bookKey.c_str());
+    } else if (m_index >= 0 && m_index <= HxCmColor::kIndexByLayer) {
+        color.setColorIndex(static_cast<std::int16_t>(m_index));
+    }
+}
+
+void EntityImp::added(HxDbDatabase& database) {
+    if (layer.empty()) {
+        HxDbStub* current = database.clayer().stub();
+        current ? layer.setRecord(*current) : layer.setName(L"0");
+    }
+}
+
+void EntityImp::writeFields(FieldWriter& out) const {
+    const VersionTraits traits = stub->database->imp()->traits();
+    out.subclass("AcDbEntity");
+    if (stub->blob.empty() && stub->owner && stub->owner == paperSpace(*stub->database)) {
+        out.integer(67, 1);
+    }
+    out.text(kLayerCode, layer.name());
+    if (linetype.empty()) {
+        out.absent(kLinetypeCode);
+    } else {
+        out.text(kLinetypeCode, linetype.name());
+    }
+    color.isByLayer() ? out.defaultInteger(kColorCode, HxCmColor::kIndexByLayer)
+                      : out.integer(kColorCode, color.colorIndex());
+    if (traits.hasLineWeights && lineWeight != kByLayerWeight) {
+        out.integer(kLineWeightCode, lineWeight);
+    } else {
+        out.defaultInteger(kLineWeightCode, lineWeight);
+    }
+    visible ? out.defaultInteger(kVisibilityCode, 0) : out.integer(kVisibilityCode, 1);
+    if (color.isByColor() && traits.hasTrueColors) {
+        out.integer(kTrueColorCode, color.red() << 16 | color.green() << 8 | color.blue());
+    } else {
+        out.absent(kTrueColorCode);
+    }
+    if (color.isFromBook() && traits.hasTrueColors) {
+        out.text(kBookCode, color.getDictionaryKey());
+    } else {
+        out.absent(kBookCode);
+    }
+}
+
+}  // namespace korvex
+
+using namespace korvex;
+
+namespace {
+
+std::string narrowed(const wchar_t* name) {
+    const std::wstring wide(name ? name : L"");
+    return {wide.begin(), wide.end()};
+}
+
+}  // namespace
+
+HxDbEntity::HxDbEntity(const wchar_t* type) : HxDbObject(new EntityImp(narrowed(type))) {}
+
+HxDbObjectId HxDbEntity::layerId() const {
+    HxDbStub* layer = fields<EntityImp>(this).layer.record(database());
+    return layer || !database() ? HxDbObjectId(layer) : database()->layerZero();
+}
+
+CStdStr<wchar_t> HxDbEntity::layer() const { return fields<EntityImp>(this).layer.name(); }
+
+Hx::ErrorStatus HxDbEntity::setLayer(HxDbObjectId layer) {
+    const HxDbDatabase* mine = database();
+    if (layer.isNull() || layer.isErased() || (mine && layer.database() != mine) ||
+        !HxDbLayerTableRecord::cast(hxdbObjectPointer(layer))) {
+        return Hx::eWrongClass;
+    }
+    const Hx::ErrorStatus status = beginChange(this);
+    if (status == Hx::eOk) {
+        fields<EntityImp>(this).layer.setRecord(*layer.stub());
+        if (imp()->stub) {
+            imp()->stub->layer = nullptr;
+        }
+    }
+    return status;
+}
+
+Hx::ErrorStatus HxDbEntity::setLayer(const wchar_t* name) {
+    const HxDbDatabase* mine = database() ? database() : hxdbWorkingDatabase();
+    HxDbStub* layer = mine && name ? findRecord(*mine, TableKind::layer, name) : nullptr;
+    return layer ? setLayer(HxDbObjectId(layer)) : Hx::eKeyNotFound;
+}
+
+HxCmColor HxDbEntity::color() const { return fields<EntityImp>(this).color; }
+
+Hx::ErrorStatus HxDbEntity::setColor(const HxCmColor& color) {
+    const Hx::ErrorStatus status = beginChange(this);
+    if (status == Hx::eOk) {
+        fields<EntityImp>(this).color = color;
+    }
+    return status;
+}
+
+HxDbObjectId HxDbEntity::linetypeId() const {
+    const RecordRef& linetype = fields<EntityImp>(this).linetype;
+    return linetype.empty() ? HxDbObjectId() : HxDbObjectId(linetype.record(database()));
+}
+
+HxDb::LineWeight HxDbEntity::lineWeight() const {
+    return static_cast<HxDb::LineWeight>(fields<EntityImp>(this).lineWeight);
+}
+
+bool HxDbEntity::isVisible() const { return fields<EntityImp>(this).visible; }
+
+HxDbObjectId HxDbEntity::blockId() const {
+    const HxDbStub* stub = imp()->stub;
+    HxDbStub* owner = stub ? stub->owner : nullptr;
+    while (owner && !owner->contents) {
+        owner = owner->owner;
+    }
+    return HxDbObjectId(owner);
+}

@@ -1,0 +1,36 @@
+// What all entities have: layer, colour, linetype, lineweight, visibility.
+#pragma once
+
+#include "host/db/kernel/object_imp.h"
+#include "host/db/kernel/record_ref.h"
+#include "sdk/hxcm.h"
+
+namespace korvex {
+
+class EntityImp : public HxDbObjectImp {
+public:
+    explicit EntityImp(std::string_view dxfType) : HxDbObjectImp(dxfType) {}
+    void clearFields() override;
+    void readField(const ReadContext& context, const GroupCursor& group) override;
+    void fieldsRead(HxDbDatabase& database) override;
+    void writeFields(FieldWriter& out) const override;
+    void added(HxDbDatabase& database) override;
+
+    RecordRef layer{TableKind::layer};
+    RecordRef linetype{TableKind::linetype};
+    HxCmColor color = HxCmColor::byIndex(HxCmColor::kIndexByLayer);
+    std::int16_t lineWeight = -1;
+    bool visible = true;
+
+protected:
+    /// True in the part of the groups that all entities have.
+    static bool isCommon(const ReadContext& context);
+
+private:
+    long long m_index = HxCmColor::kIndexByLayer;
+    long long m_trueColor = -1;
+    std::wstring m_bookKey;
+    bool m_commonOver = false;
+};
+
+}  // namespace korvex

@@ -1,0 +1,279 @@
+// Viewports: number, scale, the layers frozen in them.
+#include "host/db/entities/viewport_imp.h"
+
+#include "host/db/groups/group_writer.h"
+#include "host/db/kernel/database_imp.h"
+#include "host/db/kernel/text_fold.h"
+#include "sdk/hxdbentity.h"
+
+HX_DEFINE_MEMBERS(HxDbViewport, HxDbEntity)
+
+namespace korvex {
+
+namespace {
+
+constexpr int kFrozenCode = 331;
+constexpr int kFrozenCodeOlder = 341;
+constexpr int kXDataText = 1000;
+constexpr int kXDataBrace = 1002;
+constexpr int kXDataLayer = 1003;
+
+bool usesNames(const HxDbDatabase& database) { return !database.imp()->traits().hasSubclassMarkers; }
+
+}  // namespace
+
+void ViewportImp::clearFields() {
+    EntityImp::clearFields();
+    status = 1;
+    number = flags = 0;
+    height = viewHeight = 0;
+    m_frozen.clear();
+    m_frozenNames.clear();
+}
+
+void ViewportImp::readField(const ReadContext& context, const GroupCursor& group) {
+    if (isCommon(context) && !context.subclass.empty()) {
+        EntityImp::readField(context, group);
+        return;
+    }
+    switch (group.code()) {
+    case 41: height = group.asReal(); break;
+    case 45: viewHeight = group.asReal(); break;
+    case 68: status = group.asInteger(); break;
+    case 69: number = group.asInteger(); break;
+    case 90: flags = group.asInteger(); break;
+    case kFrozenCode:
+    case kFrozenCodeOlder: {
+        HxDbStub* found = context.database.imp()->handles.find(group.asHandle());
+        const bool isLayer = found && found->owner && found->owner == context.database.layerTableId().stub();
+        m_frozen.push_back({group.code(), group.asHandle(), isLayer ? found : nullptr});
+        break;
+    }
+    default: EntityImp::readField(context, group);
+    }
+}
+
+void ViewportImp::xdataRead(HxDbDatabase& database) {
+    m_frozenNames.clear();
+    bool isMview = false;
+    GroupCursor cursor(xdata, database.imp()->format);
+    while (usesNames(database) && cursor.next()) {
+        if (cursor.code() == kXDataText) {
+            isMview = isMview || cursor.asText() == L"MVIEW";
+        } else if (isMview && cursor.code() == kXDataLayer) {
+            m_frozenNames.push_back(cursor.asText());
+        }
+    }
+}
+
+/// Puts the present names between the inner braces of the MVIEW data.
+void ViewportImp::namesToXData(const HxDbDatabase& database) {
+    GroupWriter out(database.imp()->format);
+    int depth = 0;
+    bool written = false;
+    GroupCursor cursor(xdata, database.imp()->format);
+    while (cursor.next()) {
+        if (cursor.code() == kXDataLayer) {
+            continue;
+        }
+        out.copy(cursor);
+        depth += cursor.code() != kXDataBrace ? 0 : cursor.asText() == L"{" ? 1 : -1;
+        if (depth == 2 && !written) {
+            written = true;
+            for (const std::wstring& layer : m_frozenNames) {
+                out.text(kXDataLayer, layer);
+            }
+        }
+    }
+    if (written) {
+        xdata = out.take();
+        xdataChanged = true;
+    }
+}
+
+void ViewportImp::writeFields(FieldWriter& out) const {
+    EntityImp::writeFields(out);
+    out.subclass("AcDbViewport");
+    if (usesNames(*stub->database)) {
+        return;
+    }
+    out.absent(kFrozenCode);
+    out.absent(kFrozenCodeOlder);
+    for (const Frozen& frozen : m_frozen) {
+        if (!(frozen.layer && frozen.layer->erased)) {
+            out.handle(frozen.code, frozen.handle);
+        }
+    }
+    out.integer(90, flags);
+}
+
+bool ViewportImp::isStaleForSaving() const {
+    return std::any_of(m_frozen.begin(), m_frozen.end(),
+                       [](const Frozen& frozen) { return frozen.layer && frozen.layer->erased; });
+}
+
+std::vector<HxDbStub*> ViewportImp::frozenLayers(const HxDbDatabase& database) const {
+    std::vector<HxDbStub*> layers;
+    for (const Frozen& frozen : m_frozen) {
+        if (frozen.layer && !frozen.layer->erased) {
+            layers.push_back(frozen.layer);
+        }
+    }
+    for (const std::wstring& name : m_frozenNames) {
+        if (HxDbStub* layer = findRecord(database, TableKind::layer, name)) {
+            layers.push_back(layer);
+        }
+    }
+    return layers;
+}
+
+void ViewportImp::freeze(HxDbStub& layer) {
+    if (usesNames(*layer.database)) {
+        m_frozenNames.push_back(recordName(layer));
+    } else {
+        const int code = m_frozen.empty() ? kFrozenCode : m_frozen.front().code;
+        m_frozen.push_back({code, layer.handle, &layer});
+    }
+}
+
+void ViewportImp::thaw(const HxDbStub& layer) {
+    m_frozen.erase(std::remove_if(m_frozen.begin(), m_frozen.end(),
+                                  [&](const Frozen& frozen) { return frozen.layer == &layer; }),
+                   m_frozen.end());
+    const std::wstring name = recordName(const_cast<HxDbStub&>(layer));
+    m_frozenNames.erase(std::remove_if(m_frozenNames.begin(), m_frozenNames.end(),
+                                       [&](const std::wstring& frozen) { return equalNames(frozen, name); }),
+                        m_frozenNames.end());
+}
+
+namespace {
+
+/// Changes the frozen layers of a viewport in one step.
+template <class Change>
+Hx::ErrorStatus changeFrozen(const HxDbViewport* viewport, Change change) {
+    const Hx::ErrorStatus status = beginChange(viewport);
+    if (status == Hx::eOk) {
+        auto& imp = fields<ViewportImp>(viewport);
+        change(imp);
+        if (imp.stub && usesNames(*imp.stub->database)) {
+            imp.namesToXData(*imp.stub->database);
+        }
+    }
+    return status;
+}
+
+bool areLayers(const HxArray<HxDbObjectId>& ids, const HxDbDatabase* database) {
+    return std::all_of(ids.begin(), ids.end(), [&](const HxDbObjectId& id) {
+        return !id.isNull() && id.database() == database && HxDbLayerTableRecord::cast(hxdbObjectPointer(id));
+    });
+}
+
+/// Those of the layers whose state in the viewport is the other one, each once.
+std::vector<HxDbStub*> toChange(const HxDbViewport* viewport, const HxArray<HxDbObjectId>& ids, bool frozen) {
+    std::vector<HxDbStub*> layers;
+    for (const HxDbObjectId& id : ids) {
+        if (viewport->isLayerFrozenInViewport(id) == frozen &&
+            std::find(layers.begin(), layers.end(), id.stub()) == layers.end()) {
+            layers.push_back(id.stub());
+        }
+    }
+    return layers;
+}
+
+}  // namespace
+
+}  // namespace korvex
+
+using namespace korvex;
+
+HxDbViewport::HxDbViewport() : HxDbEntity(new ViewportImp) {}
+
+std::int16_t HxDbViewport::number() const {
+    const auto& imp = fields<ViewportImp>(this);
+    const HxDbStub* stub = imp.stub;
+    if (!stub || !imp.isOn() || stub->owner != paperSpace(*stub->database)) {
+        return -1;
+    }
+    if (imp.number > 0) {
+        return static_cast<std::int16_t>(imp.number);
+    }
+    std::int16_t place = 0;
+    for (const HxDbStub* other : members(*stub->owner)) {
+        place = static_cast<std::int16_t>(place + (other->recordClass == stub->recordClass ? 1 : 0));
+        if (other == stub) {
+            break;
+        }
+    }
+    return place;
+}
+
+bool HxDbViewport::isOn() const { return fields<ViewportImp>(this).isOn(); }
+
+double HxDbViewport::customScale() const {
+    const auto& imp = fields<ViewportImp>(this);
+    return imp.viewHeight > 0 ? imp.height / imp.viewHeight : 1;
+}
+
+bool HxDbViewport::isLayerFrozenInViewport(HxDbObjectId layer) const {
+    if (!database() || layer.isNull()) {
+        return false;
+    }
+    const std::vector<HxDbStub*> frozen = fields<ViewportImp>(this).frozenLayers(*database());
+    return std::find(frozen.begin(), frozen.end(), layer.stub()) != frozen.end();
+}
+
+Hx::ErrorStatus HxDbViewport::freezeLayersInViewport(const HxArray<HxDbObjectId>& layers) {
+    if (!areLayers(layers, database())) {
+        return Hx::eInvalidInput;
+    }
+    const std::vector<HxDbStub*> thawed = toChange(this, layers, false);
+    return thawed.empty() ? Hx::eOk : changeFrozen(this, [&](ViewportImp& imp) {
+        for (HxDbStub* layer : thawed) {
+            imp.freeze(*layer);
+        }
+    });
+}
+
+Hx::ErrorStatus HxDbViewport::thawLayersInViewport(const HxArray<HxDbObjectId>& layers) {
+    if (!areLayers(layers, database())) {
+        return Hx::eInvalidInput;
+    }
+    const std::vector<HxDbStub*> frozen = toChange(this, layers, true);
+    return frozen.empty() ? Hx::eOk : changeFrozen(this, [&](ViewportImp& imp) {
+        for (const HxDbStub* layer : frozen) {
+            imp.thaw(*layer);
+        }
+    });
+}
+
+Hx::ErrorStatus HxDbViewport::thawAllLayersInViewport() {
+    HxArray<HxDbObjectId> layers;
+    getFrozenLayers(layers);
+    return thawLayersInViewport(layers);
+}
+
+void HxDbViewport::getFrozenLayers(HxArray<HxDbObjectId>& layers) const {
+    layers.removeAll();
+    if (database()) {
+        for (HxDbStub* layer : fields<ViewportImp>(this).frozenLayers(*database())) {
+            layers.append(HxDbObjectId(layer));
+        }
+    }
+}
+
+HxDbObjectId hxdbGetCurVportId(const HxDbDatabase* database) {
+    HxDbStub* paper = database && !database->tilemode() ? paperSpace(*database) : nullptr;
+    HxDbObjectId first;
+    for (HxDbStub* entity : paper ? members(*paper) : std::vector<HxDbStub*>()) {
+        const auto* viewport = entity->erased ? nullptr : HxDbViewport::cast(materialise(*entity));
+        if (viewport && viewport->number() == database->cvport()) {
+            return viewport->objectId();
+        }
+        if (viewport && first.isNull()) {
+            first = viewport->objectId();
+        }
+    }
+    return database && database->cvport() <= 1 ? first : HxDbObjectId();
+}
+
+HxDbObjectId hxedGetCurViewportObjectId() { return hxdbGetCurVportId(hxdbWorkingDatabase()); }

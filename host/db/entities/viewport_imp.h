@@ -1,0 +1,41 @@
+// A viewport's fields.
+#pragma once
+
+#include "host/db/entities/entity_imp.h"
+
+namespace korvex {
+
+class ViewportImp : public EntityImp {
+public:
+    ViewportImp() : EntityImp("VIEWPORT") {}
+    void clearFields() override;
+    void readField(const ReadContext& context, const GroupCursor& group) override;
+    void xdataRead(HxDbDatabase& database) override;
+    void writeFields(FieldWriter& out) const override;
+    bool isStaleForSaving() const override;
+
+    bool isOn() const { return status != 0 && (flags & kOffFlag) == 0; }
+    std::vector<HxDbStub*> frozenLayers(const HxDbDatabase& database) const;
+    void freeze(HxDbStub& layer);
+    void thaw(const HxDbStub& layer);
+    /// Drawings without handles keep the names in the extended data.
+    void namesToXData(const HxDbDatabase& database);
+
+    long long status = 1;
+    long long number = 0;
+    long long flags = 0;
+    double height = 0;
+    double viewHeight = 0;
+
+private:
+    static constexpr long long kOffFlag = 0x20000;
+    struct Frozen {
+        int code = 331;
+        std::uint64_t handle = 0;
+        HxDbStub* layer = nullptr;  ///< null when the drawing lacks it; the handle is kept then
+    };
+    std::vector<Frozen> m_frozen;
+    std::vector<std::wstring> m_frozenNames;  ///< older than R13
+};
+
+}  // namespace korvex

@@ -1,0 +1,182 @@
+// Objects made from their groups, and groups made from changed objects.
+#include "host/db/kernel/database_imp.h"
+
+namespace korvex {
+
+namespace {
+
+constexpr int kFirstXData = 1000;
+constexpr std::wstring_view kDictionaryBrace = L"{ACAD_XDICTIONARY";
+
+/// The walk over an object's groups: head, fields, extended data.
+class ObjectReading {
+public:
+    ObjectReading(HxDbStub& stub, HxDbObjectImp& imp)
+        : m_stub(stub), m_imp(imp), m_db(*stub.database->imp()), m_context{*stub.database, {}} {}
+
+    void run() {
+        GroupCursor cursor(m_stub.blob.groups(), m_db.format);
+        while (cursor.next()) {
+            if (cursor.code() >= kFirstXData) {
+                m_imp.xdata = std::string(m_stub.blob.groups().substr(cursor.offset()));
+                return;
+            }
+            group(cursor);
+        }
+    }
+
+private:
+    void group(const GroupCursor& cursor) {
+        const int code = cursor.code();
+        if (code == 102 && m_context.subclass.empty()) {
+            const std::wstring name = cursor.asText();
+            m_inBrace = !name.empty() && name.front() == L'{';
+            m_inDictionary = name == kDictionaryBrace;
+        } else if (m_inBrace) {
+            if (m_inDictionary && (code == 360 || code == 350)) {
+                m_imp.extensionDictionary = m_db.handles.find(cursor.asHandle());
+            }
+        } else if (code == 100) {
+            m_marker = cursor.asText();
+            m_narrowMarker.assign(m_marker.begin(), m_marker.end());
+            m_context.subclass = m_narrowMarker;
+        } else if (code != 0 && !(code == m_stub.recordClass->handleCode && m_context.subclass.empty())) {
+            m_imp.readField(m_context, cursor);
+        }
+    }
+
+    HxDbStub& m_stub;
+    HxDbObjectImp& m_imp;
+    HxDbDatabase::Imp& m_db;
+    ReadContext m_context;
+    std::wstring m_marker;
+    std::string m_narrowMarker;
+    bool m_inBrace = false;
+    bool m_inDictionary = false;
+};
+
+/// Puts names right that were changed since the groups were written.
+void refreshNames(HxDbStub& stub) {
+    const HxDbDatabase::Imp& db = *stub.database->imp();
+    if (stub.blob.generation() >= db.names.size() || stub.blob.empty()) {
+        return;
+    }
+    GroupCursor first(stub.blob.groups(), db.format);
+    first.next();
+    const std::wstring type = first.asText();
+    std::string fresh;
+    if (db.names.refresh(std::string(type.begin(), type.end()), stub.recordClass->isEntity, stub.blob,
+                         db.format, fresh)) {
+        stub.blob = Blob(std::move(fresh), db.names.size());
+    } else {
+        stub.blob.setGeneration(db.names.size());
+    }
+}
+
+}  // namespace
+
+HxDbObject* materialise(HxDbStub& stub) {
+    if (!stub.object && !stub.blob.empty()) {
+        const HxDbDatabase::Imp& db = *stub.database->imp();
+        GroupCursor first(stub.blob.groups(), db.format);
+        first.next();
+        const std::wstring type = first.asText();
+        HxDbObject* object = stub.recordClass->make(std::string(type.begin(), type.end()));
+        object->imp()->stub = &stub;
+        stub.object = object;
+        readObject(stub);
+    }
+    return stub.object;
+}
+
+void readObject(HxDbStub& stub) {
+    HxDbObjectImp& imp = *stub.object->imp();
+    refreshNames(stub);
+    imp.clearFields();
+    imp.extensionDictionary = nullptr;
+    imp.xdata.clear();
+    imp.xdataChanged = false;
+    ObjectReading(stub, imp).run();
+    imp.xdataRead(*stub.database);
+    imp.fieldsRead(*stub.database);
+}
+
+FieldWriter::Frame frameOf(const HxDbStub& stub) {
+    const HxDbDatabase::Imp& db = *stub.database->imp();
+    const HxDbObjectImp& imp = *stub.object->imp();
+    FieldWriter::Frame frame;
+    frame.type = imp.type;
+    frame.handle = db.writesHandles && stub.handleInFile ? stub.handle : 0;
+    frame.handleCode = stub.recordClass->handleCode;
+    frame.extensionDictionary =
+        imp.extensionDictionary && !imp.extensionDictionary->erased ? imp.extensionDictionary->handle : 0;
+    const HxDbStub* owner = imp.newOwner ? imp.newOwner : stub.blob.empty() ? stub.owner : nullptr;
+    frame.owner = owner ? owner->handle : 0;
+    frame.subclassMarkers = db.traits().hasSubclassMarkers;
+    frame.keepXData = !imp.xdataChanged;
+    frame.xdata = imp.xdata;
+    return frame;
+}
+
+namespace {
+
+/// The groups with the fields of now, whether they were changed or not.
+Blob merged(HxDbStub& stub) {
+    const HxDbDatabase::Imp& db = *stub.database->imp();
+    FieldWriter fields(db.format);
+    stub.object->imp()->writeFields(fields);
+    const FieldWriter::Frame frame = frameOf(stub);
+    return {fields.merge(stub.blob.groups(), frame), db.names.size()};
+}
+
+}  // namespace
+
+const Blob& currentBlob(HxDbStub& stub) {
+    refreshNames(stub);
+    if (stub.changed && stub.object) {
+        stub.blob = merged(stub);
+        stub.changed = false;
+        stub.object->imp()->xdataChanged = false;
+    }
+    return stub.blob;
+}
+
+namespace {
+
+/// Classes that hold references by themselves, not only through the head of their groups.
+bool holdsReferences(const HxDbStub& stub) {
+    const std::string_view type = stub.recordClass->type;
+    return type == "DICTIONARY" || type == "ACDBDICTIONARYWDFLT" || type == "VIEWPORT";
+}
+
+}  // namespace
+
+Blob blobForSaving(HxDbStub& stub) {
+    const Blob& blob = currentBlob(stub);
+    if (!stub.object && !(stub.database->imp()->hasErased && holdsReferences(stub))) {
+        return blob;
+    }
+    const HxDbObjectImp& imp = *materialise(stub)->imp();
+    const bool lostDictionary = imp.extensionDictionary && imp.extensionDictionary->erased;
+    return lostDictionary || imp.isStaleForSaving() ? merged(stub) : blob;
+}
+
+HxDbStub* ownerOf(HxDbStub& stub) {
+    if (stub.owner || !stub.database) {
+        return stub.owner;
+    }
+    const HxDbDatabase::Imp& db = *stub.database->imp();
+    GroupCursor cursor(stub.blob.groups(), db.format);
+    bool inBrace = false;
+    while (cursor.next() && cursor.code() != 100) {
+        if (cursor.code() == 102) {
+            inBrace = cursor.asText().rfind(L'{', 0) == 0;
+        } else if (cursor.code() == 330 && !inBrace) {
+            stub.owner = db.handles.find(cursor.asHandle());
+            break;
+        }
+    }
+    return stub.owner;
+}
+
+}  // namespace korvex

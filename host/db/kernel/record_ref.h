@@ -1,0 +1,35 @@
+// A field that names a table record: kept as the record where the drawing has it, so that renames need no
+// care.
+#pragma once
+
+#include "host/db/kernel/entity_access.h"
+
+namespace korvex {
+
+class RecordRef {
+public:
+    explicit RecordRef(TableKind table) : m_table(table) {}
+
+    void clear() { m_record = nullptr, m_name.clear(); }
+    void setName(std::wstring name) { m_record = nullptr, m_name = std::move(name); }
+    void setRecord(HxDbStub& record) { m_record = &record, m_name = recordName(record); }
+    bool empty() const { return !m_record && m_name.empty(); }
+
+    /// Null when the drawing has no such record. `database` may be null for an object outside of one.
+    HxDbStub* record(const HxDbDatabase* database) const {
+        if ((!m_record || m_record->erased) && database && !name().empty()) {
+            HxDbStub* found = findRecord(*database, m_table, name());
+            m_record = found ? found : m_record;
+        }
+        return m_record && !m_record->erased ? m_record : nullptr;
+    }
+    /// The name of now.
+    std::wstring name() const { return m_record ? recordName(*m_record) : m_name; }
+
+private:
+    TableKind m_table;
+    mutable HxDbStub* m_record = nullptr;
+    std::wstring m_name;
+};
+
+}  // namespace korvex

@@ -1,0 +1,312 @@
+// Dictionaries.
+#include "host/db/groups/group_writer.h"
+#include "host/db/kernel/database_imp.h"
+#include "host/db/kernel/text_fold.h"
+#include "host/db/objects/dictionary_access.h"
+#include "host/db/objects/dictionary_imp.h"
+#include "sdk/hxdbdict.h"
+
+HX_DEFINE_MEMBERS(HxDbDictionary, HxDbObject)
+HX_DEFINE_MEMBERS(HxDbDictionaryWithDefault, HxDbDictionary)
+
+namespace korvex {
+
+namespace {
+
+constexpr int kNameCode = 3;
+constexpr int kHardOwnerFlagCode = 280;
+constexpr int kHardOwnerCode = 360;
+constexpr int kSoftOwnerCode = 350;
+constexpr int kDefaultCode = 340;
+
+bool isPointerCode(int code) { return code >= 320 && code <= 369; }
+
+}  // namespace
+
+bool DictionaryImp::Entry::isLive() const { return object && !object->erased; }
+
+void DictionaryImp::clearFields() {
+    entries.clear();
+    m_head.clear();
+    m_hardOwner = false;
+}
+
+void DictionaryImp::readField(const ReadContext& context, const GroupCursor& group) {
+    const bool hasMarkers = context.database.imp()->traits().hasSubclassMarkers;
+    if (hasMarkers && context.subclass != "AcDbDictionary") {
+        return;
+    }
+    if (group.code() == kNameCode) {
+        entries.push_back({group.asText()});
+    } else if (!entries.empty() && isPointerCode(group.code())) {
+        Entry& entry = entries.back();
+        entry.code = group.code();
+        entry.handle = group.asHandle();
+        entry.object = context.database.imp()->handles.find(entry.handle);
+    } else if (entries.empty()) {
+        m_head.append(group.bytes());
+        m_hardOwner = m_hardOwner || (group.code() == kHardOwnerFlagCode && group.asInteger() == 1);
+    }
+}
+
+void DictionaryImp::writeFields(FieldWriter& out) const {
+    out.replaceSubclass("AcDbDictionary");
+    GroupCursor head(m_head, out.format());
+    bool hasFlags = false;
+    while (head.next()) {
+        out.copy(head);
+        hasFlags = true;
+    }
+    if (!hasFlags && stub->database->imp()->traits().hasLineWeights) {
+        out.integer(kHardOwnerFlagCode, m_hardOwner ? 1 : 0);
+        out.integer(281, 1);
+    }
+    for (const Entry& entry : entries) {
+        if (entry.object && entry.object->erased) {
+            continue;
+        }
+        out.text(kNameCode, entry.name);
+        out.handle(entry.code, entry.object ? entry.object->handle : entry.handle);
+    }
+}
+
+Hx::ErrorStatus DictionaryImp::mayErase() const {
+    return stub == stub->database->imp()->namedObjects ? Hx::eCannotBeErasedByCaller : Hx::eOk;
+}
+
+bool DictionaryImp::isStaleForSaving() const {
+    return std::any_of(entries.begin(), entries.end(),
+                       [](const Entry& entry) { return entry.object && entry.object->erased; });
+}
+
+DictionaryImp::Entry* DictionaryImp::find(std::wstring_view name) {
+    for (Entry& entry : entries) {
+        if (entry.isLive() && equalNames(entry.name, name)) {
+            return &entry;
+        }
+    }
+    return nullptr;
+}
+
+void DictionaryWithDefaultImp::clearFields() {
+    DictionaryImp::clearFields();
+    defaultEntry = nullptr;
+}
+
+void DictionaryWithDefaultImp::readField(const ReadContext& context, const GroupCursor& group) {
+    if (context.subclass == "AcDbDictionaryWithDefault" && group.code() == kDefaultCode) {
+        defaultEntry = context.database.imp()->handles.find(group.asHandle());
+    } else {
+        DictionaryImp::readField(context, group);
+    }
+}
+
+void DictionaryWithDefaultImp::writeFields(FieldWriter& out) const {
+    DictionaryImp::writeFields(out);
+    out.subclass("AcDbDictionaryWithDefault");
+    if (defaultEntry) {
+        out.handle(kDefaultCode, defaultEntry->handle);
+    }
+}
+
+HxDbStub* dictionaryEntry(HxDbStub* dictionary, std::wstring_view name) {
+    const HxDbObject* object = dictionary && !dictionary->erased ? materialise(*dictionary) : nullptr;
+    if (!object || !object->isKindOf(HxDbDictionary::desc())) {
+        return nullptr;
+    }
+    const DictionaryImp::Entry* entry = fields<DictionaryImp>(object).find(name);
+    return entry ? entry->object : nullptr;
+}
+
+bool entryName(HxDbStub& dictionary, const HxDbStub& object, std::wstring& name) {
+    const HxDbObject* opened = materialise(dictionary);
+    if (!opened || !opened->isKindOf(HxDbDictionary::desc())) {
+        return false;
+    }
+    for (const DictionaryImp::Entry& entry : fields<DictionaryImp>(opened).entries) {
+        if (entry.object == &object && entry.isLive()) {
+            name = entry.name;
+            return true;
+        }
+    }
+    return false;
+}
+
+namespace {
+
+/// Erases an object that lost its entry.
+Hx::ErrorStatus eraseObject(HxDbStub& stub) {
+    HxDbObject* object = nullptr;
+    Hx::ErrorStatus status = hxdbOpenObject(object, HxDbObjectId(&stub), HxDb::kForWrite);
+    if (status == Hx::eOk) {
+        status = object->erase();
+        object->close();
+    }
+    return status;
+}
+
+}  // namespace
+
+}  // namespace korvex
+
+using namespace korvex;
+
+HxDbDictionary::HxDbDictionary() : HxDbObject(new DictionaryImp) {
+    fields<DictionaryImp>(this).makeHardOwner();
+}
+
+Hx::ErrorStatus HxDbDictionary::getAt(const wchar_t* name, HxDbObjectId& id) const {
+    const DictionaryImp::Entry* entry = name ? fields<DictionaryImp>(this).find(name) : nullptr;
+    id = HxDbObjectId(entry ? entry->object : nullptr);
+    if (!entry && isKindOf(HxDbDictionaryWithDefault::desc())) {
+        id = HxDbObjectId(fields<DictionaryWithDefaultImp>(this).defaultEntry);
+    }
+    return id.isNull() ? Hx::eKeyNotFound : Hx::eOk;
+}
+
+Hx::ErrorStatus HxDbDictionary::getAt(const wchar_t* name, HxDbObject*& object, HxDb::OpenMode mode) const {
+    object = nullptr;
+    HxDbObjectId id;
+    const Hx::ErrorStatus status = getAt(name, id);
+    return status == Hx::eOk ? hxdbOpenObject(object, id, mode) : status;
+}
+
+bool HxDbDictionary::has(const wchar_t* name) const {
+    return name && fields<DictionaryImp>(this).find(name) != nullptr;
+}
+
+Hx::ErrorStatus HxDbDictionary::nameAt(HxDbObjectId id, CStdStr<wchar_t>& name) const {
+    std::wstring found;
+    if (!imp()->stub || id.isNull() || !entryName(*imp()->stub, *id.stub(), found)) {
+        return Hx::eKeyNotFound;
+    }
+    name = found;
+    return Hx::eOk;
+}
+
+std::size_t HxDbDictionary::numEntries() const {
+    const auto& entries = fields<DictionaryImp>(this).entries;
+    return static_cast<std::size_t>(
+        std::count_if(entries.begin(), entries.end(), [](const auto& entry) { return entry.isLive(); }));
+}
+
+Hx::ErrorStatus HxDbDictionary::setAt(const wchar_t* name, HxDbObject* object, HxDbObjectId& id) {
+    auto& dictionary = fields<DictionaryImp>(this);
+    HxDbStub* stub = dictionary.stub;
+    if (!stub) {
+        return Hx::eNotInDatabase;
+    }
+    if (!name || !*name || !object) {
+        return Hx::eInvalidInput;
+    }
+    Hx::ErrorStatus status = beginChange(this);
+    if (status != Hx::eOk) {
+        return status;
+    }
+    HxDbStub* added =
+        object->imp()->stub ? object->imp()->stub : &addToDatabase(*stub->database, object, stub);
+    if (added->owner != stub && beginChange(object) == Hx::eOk) {
+        object->imp()->newOwner = added->owner = stub;  // made without an owner, it gets one now
+    }
+    id = HxDbObjectId(added);
+    const int code = dictionary.isHardOwner() ? kHardOwnerCode : kSoftOwnerCode;
+    DictionaryImp::Entry* present = dictionary.find(name);
+    if (!present) {
+        dictionary.entries.push_back({name, code, added->handle, added});
+        return Hx::eOk;
+    }
+    HxDbStub* old = present->object;
+    present->object = added;
+    return old == added ? Hx::eOk : eraseObject(*old);
+}
+
+Hx::ErrorStatus HxDbDictionary::remove(const wchar_t* name) {
+    auto& dictionary = fields<DictionaryImp>(this);
+    DictionaryImp::Entry* entry = name ? dictionary.find(name) : nullptr;
+    if (!entry) {
+        return Hx::eKeyNotFound;
+    }
+    const Hx::ErrorStatus status = beginChange(this);
+    if (status != Hx::eOk) {
+        return status;
+    }
+    HxDbStub* object = entry->object;
+    const bool owned = object->owner == dictionary.stub || ownerOf(*object) == dictionary.stub;
+    dictionary.entries.erase(dictionary.entries.begin() + (entry - dictionary.entries.data()));
+    return owned ? eraseObject(*object) : Hx::eOk;
+}
+
+Hx::ErrorStatus HxDbDictionary::setName(const wchar_t* oldName, const wchar_t* newName) {
+    auto& dictionary = fields<DictionaryImp>(this);
+    DictionaryImp::Entry* entry = oldName ? dictionary.find(oldName) : nullptr;
+    if (!entry) {
+        return Hx::eKeyNotFound;
+    }
+    if (!newName || !*newName) {
+        return Hx::eInvalidInput;
+    }
+    const DictionaryImp::Entry* taken = dictionary.find(newName);
+    if (taken && taken != entry) {
+        return Hx::eDuplicateKey;
+    }
+    const Hx::ErrorStatus status = beginChange(this);
+    if (status == Hx::eOk) {
+        entry->name = newName;
+    }
+    return status;
+}
+
+HxDbDictionaryIterator* HxDbDictionary::newIterator() const { return new HxDbDictionaryIterator(objectId()); }
+
+namespace {
+
+const std::vector<DictionaryImp::Entry>& entriesOf(const HxDbObjectId& dictionary) {
+    static const std::vector<DictionaryImp::Entry> none;
+    return dictionary.isNull() ? none : fields<DictionaryImp>(hxdbObjectPointer(dictionary)).entries;
+}
+
+}  // namespace
+
+void HxDbDictionaryIterator::skipErased() {
+    const auto& entries = entriesOf(m_dictionary);
+    while (m_at < entries.size() && !entries[m_at].isLive()) {
+        ++m_at;
+    }
+}
+
+bool HxDbDictionaryIterator::done() const { return m_at >= entriesOf(m_dictionary).size(); }
+
+bool HxDbDictionaryIterator::next() {
+    if (!done()) {
+        ++m_at;
+        skipErased();
+    }
+    return !done();
+}
+
+const wchar_t* HxDbDictionaryIterator::name() const {
+    return done() ? L"" : entriesOf(m_dictionary)[m_at].name.c_str();
+}
+
+HxDbObjectId HxDbDictionaryIterator::objectId() const {
+    return done() ? HxDbObjectId() : HxDbObjectId(entriesOf(m_dictionary)[m_at].object);
+}
+
+Hx::ErrorStatus HxDbDictionaryIterator::getObject(HxDbObject*& object, HxDb::OpenMode mode) const {
+    object = nullptr;
+    return done() ? Hx::eIteratorDone : hxdbOpenObject(object, objectId(), mode);
+}
+
+HxDbDictionaryWithDefault::HxDbDictionaryWithDefault() : HxDbDictionary(new DictionaryWithDefaultImp) {}
+
+HxDbObjectId HxDbDictionaryWithDefault::defaultId() const {
+    return HxDbObjectId(fields<DictionaryWithDefaultImp>(this).defaultEntry);
+}
+
+Hx::ErrorStatus HxDbDictionaryWithDefault::setDefaultId(HxDbObjectId id) {
+    const Hx::ErrorStatus status = beginChange(this);
+    if (status == Hx::eOk) {
+        fields<DictionaryWithDefaultImp>(this).defaultEntry = id.stub();
+    }
+    return status;
+}
