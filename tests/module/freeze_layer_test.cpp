@@ -1,0 +1,50 @@
+// Freezing by name, called directly: results for layers that are frozen, missing or held by someone else.
+#include "tests/module/module_fixture.h"
+
+#include "tools/freeze_layer.h"
+
+namespace korvex::test {
+namespace {
+
+using FreezeLayer = DrawingTest;
+
+TEST_F(FreezeLayer, FrozenAlreadyIsDoneAndReportedAgain) {
+    int byName = 0;
+    int asPicked = 0;
+    define(L"FREEZE", [&] {
+        const zds_name none = {0, 0};
+        const HxModuleHandle library = LoadResourceDll(builtFile("KvLayerManagerRes.dll").c_str());
+        {
+            const HxResourceOverride resources(library);
+            byName = FrzLayerByName(L"walls");
+            asPicked = FrzOneLayer(L"WALLS", 1, none);
+        }
+        hxFreeResourceDll(library);
+    });
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_TRUE(contains(run(L"FREEZE\n"), L"Layer \"WALLS\" is frozen."));
+        EXPECT_EQ(byName, RTNORM);
+        EXPECT_EQ(asPicked, RTNORM);
+        EXPECT_EQ(frozen(), Names{L"WALLS"});
+    }
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(FreezeLayer, FailsWithoutLayerOrDatabase) {
+    EXPECT_EQ(FrzLayerByName(nullptr), RTERROR);
+    EXPECT_EQ(FrzLayerByName(L""), RTERROR);
+    EXPECT_EQ(FrzLayerByName(L"PLAN|NONE"), RTERROR);
+    EXPECT_EQ(FrzLayerByName(L"SPARE"), RTERROR);  // the current layer
+    {
+        const HxDbObjectPointer<HxDbLayerTableRecord> held(layer(L"WALLS"), HxDb::kForRead);
+        EXPECT_EQ(FrzLayerByName(L"WALLS"), RTERROR);
+    }
+    hxdbSetWorkingDatabase(nullptr);
+    EXPECT_EQ(FrzLayerByName(L"WALLS"), RTERROR);
+    hxdbSetWorkingDatabase(&database());
+    EXPECT_EQ(frozen(), Names());
+    EXPECT_EQ(FrzLayerByName(L"WALLS"), RTNORM);
+}
+
+}  // namespace
+}  // namespace korvex::test

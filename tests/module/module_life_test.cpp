@@ -1,0 +1,146 @@
+// The module's life in the host: loading, commands, exported functions, unloading, loading again.
+#include "tests/module/module_fixture.h"
+
+#include "sdk/hxui.h"
+
+#include <QProcess>
+
+namespace korvex::test {
+namespace {
+
+using ModuleLife = ModuleTest;
+
+struct CommandRow {
+    const wchar_t* name;
+    const wchar_t* german;
+    int flags;
+};
+constexpr CommandRow kCommands[] = {
+    {L"LAYERSTATE", L"LAYERSTATUS", 0},     {L"LAYERSTATESAVE", L"LAYERSTATUSSICHERN", 0},
+    {L"LAYFRZ", L"LAYERFRIEREN", 0},        {L"LAYER", L"LAYER", 1},
+    {L"LAYERCLOSE", L"LAYERSCHLIESSEN", 5}, {L"CLASSICLAYER", L"LAYERKLASSISCH", 1},
+    {L"LAYERPALETTE", L"LAYERPALETTE", 1},
+};
+
+void expectCommands(bool german) {
+    for (const CommandRow& row : kCommands) {
+        const Command* const command = editor().commands().find(row.name);
+        ASSERT_TRUE(command) << row.name;
+        EXPECT_EQ(command->local, german ? row.german : row.name);
+        EXPECT_EQ(command->flags, row.flags) << row.name;
+        EXPECT_EQ(command->uiContext, nullptr);
+        EXPECT_EQ(command->functionCode, -1);
+        EXPECT_EQ(command->resourceHandle, nullptr);
+    }
+}
+
+void expectNothingLeft() {
+    for (const CommandRow& row : kCommands) {
+        EXPECT_FALSE(editor().commands().find(row.name)) << row.name;
+    }
+    EXPECT_FALSE(hxrxServiceIsRegistered(L"KvLayerApps"));
+}
+
+TEST_F(ModuleLife, LoadsUnloadsAndLoadsAgain) {
+    expectCommands(false);
+    EXPECT_TRUE(hxrxServiceIsRegistered(L"KvLayerApps"));
+    EXPECT_TRUE(linker().isAppMDIAware(kModule));
+    EXPECT_FALSE(linker().isApplicationLocked(kModule));
+    for (const char* const locale : {"de_DE.UTF-8", "fr_FR.UTF-8", "C"}) {
+        CStdStr<wchar_t> error;
+        ASSERT_EQ(linker().unloadModule(kModule, &error), Hx::eOk) << error.c_str();
+        expectNothingLeft();
+        qputenv("LC_ALL", locale);
+        load();
+        expectCommands(locale[0] == 'd');
+    }
+}
+
+TEST_F(ModuleLife, AnswersTheHostsMessages) {
+    auto* const entry = exported<int(int, void*)>("hxrxEntryPoint");
+    EXPECT_EQ(exported<std::uint32_t()>("hxrxGetApiVersion")(), 0x07E50000U);
+    EXPECT_EQ(exported<int(HxModuleHandle, std::uint32_t, void*)>("DllMain")(nullptr, 2, nullptr), 1);
+    EXPECT_EQ(entry(3, nullptr), kRetOK);
+    expectCommands(false);
+    EXPECT_EQ(entry(kQuitMsg, nullptr), kRetOK);
+    expectNothingLeft();
+    EXPECT_EQ(exported<IVrexPalettePropManager*()>("GetCuixManager")(), nullptr);
+    EXPECT_EQ(linker().unloadModule(kModule), Hx::eOk);
+}
+
+TEST_F(ModuleLife, LayerOpensDialogOrPalette) {
+    const auto branch = [this](const wchar_t* commands) {
+        const std::wstring shown = run(commands);
+        EXPECT_TRUE(contains(shown, L" is not available in this version.")) << shown;
+        return contains(shown, L"CLASSICLAYER is") ? 0 : contains(shown, L"LAYERPALETTE is") ? 1 : -1;
+    };
+    EXPECT_EQ(branch(L"LAYER\n"), 1);
+    run(L"LAYERDLGMODE 0\n");
+    EXPECT_EQ(branch(L"LAYER\n"), 0);
+    run(L"LAYERDLGMODE 1\n");
+    EXPECT_EQ(branch(L"LAYER\n"), 1);
+    EXPECT_TRUE(contains(run(L"LAYERSTATE\n"), L"LAYERSTATE is not available"));
+    EXPECT_TRUE(contains(run(L"LAYERSTATESAVE\n"), L"LAYERSTATESAVE is not available"));
+    EXPECT_EQ(failures, Lines());
+    EXPECT_EQ(hxGetResourceHandle(), nullptr);
+}
+
+TEST_F(ModuleLife, LayerCloseTellsTheHostAndIsNoUndoStep) {
+    hxuiMainAppService()->setLayerPaletteVisible(true);
+    const int notices = hxuiMainAppService()->layerPaletteNotices();
+    run(L"LINE 0,0 1,1 \nLAYERCLOSE\n");
+    EXPECT_EQ(hxuiMainAppService()->layerPaletteNotices(), notices + 1);
+    EXPECT_FALSE(hxuiMainAppService()->isLayerPaletteVisible());
+    EXPECT_EQ(run(L"U\n"), L"Command: U\nLINE\n");
+    // Inside of another command.
+    run(L"LINE 0,0 'LAYERCLOSE 1,1 \n");
+    EXPECT_EQ(hxuiMainAppService()->layerPaletteNotices(), notices + 2);
+    EXPECT_EQ(entities(), 1);
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(ModuleLife, TellsAboutThePaletteByInterface) {
+    IVrexPalettePropManager* const palette = exported<IVrexPalettePropManager*()>("GetCuixManager")();
+    ASSERT_TRUE(palette);
+    int values[8] = {7, 7, 7, 7, 7, 7, 7, 7};
+    EXPECT_EQ(palette->GetPaletteProperties(values[0], values[1], values[2], values[3], values[4], values[5],
+                                            values[6], values[7]),
+              0);
+    EXPECT_EQ(values[0], 0);
+    EXPECT_EQ(palette->GetPaletteWnd(), nullptr);
+    const int notices = hxuiMainAppService()->layerPaletteNotices();
+    EXPECT_EQ(palette->SetPaletteProperties(-1, 0, 0, 0, 0, 0, 0, 0, 0), 1);
+    EXPECT_EQ(hxuiMainAppService()->layerPaletteNotices(), notices);
+    EXPECT_EQ(palette->SetPaletteProperties(0, 0, 0, 0, 0, 0, 0, 0, 0), 1);
+    EXPECT_EQ(hxuiMainAppService()->layerPaletteNotices(), notices + 1);
+    exported<void()>("VrexUpdateLayerMgrUIStyle")();
+    EXPECT_EQ(exported<int()>("LayUniso")(), 1);
+    EXPECT_EQ(exported<int()>("LayUnisoNew")(), 0);
+    EXPECT_EQ(hxGetResourceHandle(), nullptr);
+}
+
+Names exportsOf(const char* file) {
+    QProcess nm;
+    nm.start("nm", {"-D", "--defined-only", QString::fromStdWString(builtFile(file))});
+    EXPECT_TRUE(nm.waitForFinished());
+    Names names;
+    for (const QString& line : QString::fromUtf8(nm.readAllStandardOutput()).split('\n')) {
+        // What sanitizers and coverage add is none of the module's own.
+        const QString name = line.section(' ', -1);
+        if (!name.isEmpty() && !name.startsWith("__")) {
+            names.insert(name.toStdWString());
+        }
+    }
+    return names;
+}
+
+TEST(ModuleFiles, ExportWhatTheHostCallsAndNothingElse) {
+    EXPECT_EQ(
+        exportsOf("KvLayerManager.hrx"),
+        (Names{L"DllMain", L"GetCuixManager", L"LayIso", L"LayUniso", L"LayUnisoNew", L"LayerDialog",
+               L"LayerStateSaveCmd", L"VrexUpdateLayerMgrUIStyle", L"hxrxEntryPoint", L"hxrxGetApiVersion"}));
+    EXPECT_EQ(exportsOf("KvLayerManagerRes.dll"), Names{L"hxresGetTable"});
+}
+
+}  // namespace
+}  // namespace korvex::test

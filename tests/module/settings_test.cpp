@@ -1,0 +1,316 @@
+// Settings in the registry hive and the configuration service: what is written under which name, and what
+// becomes of damaged values.
+#include "tests/module/module_fixture.h"
+
+#include "frame/column_settings.h"
+#include "frame/module_state.h"
+#include "frame/palette_properties.h"
+#include "frame/palette_settings.h"
+#include "frame/registry_settings.h"
+
+#include "sdk/hxregistry.h"
+#include "sdk/hxui.h"
+
+#include <QWidget>
+
+namespace korvex::test {
+namespace {
+
+constexpr wchar_t kKey[] = L"Software\\Test";
+
+class RegistrySettings : public EditorTest {
+protected:
+    CStdStr<wchar_t> profilesKey() {
+        return CStdStr<wchar_t>(hxdbHostApplicationServices()->getRegistryProductRootKey()) + L"\\Profiles";
+    }
+    /// Type and bytes of a value as they are stored; "" for none.
+    std::wstring stored(const std::wstring& key, const wchar_t* name) {
+        HxRegKey open = nullptr;
+        if (hxRegOpenKey(HKEY_CURRENT_USER, key.c_str(), KEY_READ, open) != kRegOk) {
+            return L"";
+        }
+        std::uint32_t type = 0;
+        wchar_t text[600] = {};
+        std::uint32_t size = sizeof text - sizeof(wchar_t);
+        const HxRegStatus status = hxRegQueryValue(open, name, &type, text, &size);
+        hxRegCloseKey(open);
+        return status != kRegOk
+                   ? L""
+                   : std::to_wstring(type) + L":" + std::to_wstring(size / sizeof(wchar_t)) + L":" + text;
+    }
+    void store(const std::wstring& key, const wchar_t* name, const std::wstring& text) {
+        ASSERT_TRUE(WriteRegString(HKEY_CURRENT_USER, key, name, text));
+    }
+};
+
+TEST_F(RegistrySettings, TextsAreWrittenWithTheirNullAndReadBack) {
+    CStdStr<wchar_t> text = L"untouched";
+    EXPECT_FALSE(ReadRegString(HKEY_CURRENT_USER, kKey, L"Name", text));
+    EXPECT_TRUE(WriteRegString(HKEY_CURRENT_USER, kKey, L"", L"ignored"));
+    EXPECT_FALSE(ReadRegString(HKEY_CURRENT_USER, kKey, L"", text));
+    EXPECT_FALSE(ReadRegString(HKEY_CURRENT_USER, kKey, L"Name", text));
+    EXPECT_EQ(text, L"untouched");
+
+    EXPECT_TRUE(WriteRegString(HKEY_CURRENT_USER, kKey, L"Name", L"W\u00E4nde"));
+    EXPECT_EQ(stored(kKey, L"Name"), L"1:6:W\u00E4nde");
+    EXPECT_TRUE(ReadRegString(HKEY_CURRENT_USER, kKey, L"Name", text));
+    EXPECT_EQ(text, L"W\u00E4nde");
+    EXPECT_TRUE(WriteRegString(HKEY_CURRENT_USER, kKey, L"Name", L""));
+    EXPECT_TRUE(ReadRegString(HKEY_CURRENT_USER, kKey, L"Name", text));
+    EXPECT_EQ(text, L"");
+    EXPECT_FALSE(WriteRegString(HKEY_CURRENT_USER, L"a\\\\b", L"Name", L"x"));
+}
+
+TEST_F(RegistrySettings, ReadingStopsAt256Characters) {
+    for (const std::size_t length : {255U, 256U, 400U}) {
+        CStdStr<wchar_t> text;
+        store(kKey, L"Long", std::wstring(length, L'x'));
+        EXPECT_TRUE(ReadRegString(HKEY_CURRENT_USER, kKey, L"Long", text));
+        EXPECT_EQ(text.size(), std::min<std::size_t>(length, 256));
+    }
+}
+
+TEST_F(RegistrySettings, TheSettingsKeyIsThatOfTheCurrentProfile) {
+    ASSERT_EQ(hxdbHostApplicationServices()->setCurrentProfile(L"Drafting"), Hx::eOk);
+    const CStdStr<wchar_t> path = GetUserInterfaceSettingsRegKey();
+    EXPECT_EQ(path, profilesKey() + L"\\Drafting\\UserInterfaceSettings");
+    HxRegKey key = nullptr;
+    EXPECT_EQ(hxRegOpenKey(HKEY_CURRENT_USER, path.c_str(), KEY_READ, key), kRegOk);
+    hxRegCloseKey(key);
+}
+
+class ColumnSettings : public RegistrySettings {
+protected:
+    static std::vector<tagKvLayerListInfo> columns(std::size_t count, int base) {
+        std::vector<tagKvLayerListInfo> all(count);
+        for (std::size_t i = 0; i < count; ++i) {
+            all[i].widthName = kColumnWidthNames[i];
+            all[i].indexName = kColumnIndexNames[i];
+            all[i].width = base + static_cast<int>(i);
+            all[i].index = static_cast<int>(count - 1 - i);
+        }
+        return all;
+    }
+    static std::vector<int> numbers(const std::vector<tagKvLayerListInfo>& all) {
+        std::vector<int> out;
+        for (const tagKvLayerListInfo& column : all) {
+            out.insert(out.end(), {column.width, column.index});
+        }
+        return out;
+    }
+    void goToLayout() {
+        run(L"LAYOUT S Layout1\n");
+        ASSERT_FALSE(database().tilemode());
+    }
+};
+
+TEST_F(ColumnSettings, PaletteAndDialogKeepASetForEachSpace) {
+    const auto none = columns(kColumnCount, 0);
+    auto read = none;
+    EXPECT_FALSE(GetColInfoFromReg(KvGridKind::palette, nullptr, read.data()));
+    EXPECT_TRUE(SaveColInfoInReg(KvGridKind::palette, columns(13, 100), columns(19, 200)));
+    EXPECT_FALSE(GetColInfoFromReg(KvGridKind::dialog, nullptr, read.data()));
+    EXPECT_EQ(numbers(read), numbers(none));
+    EXPECT_TRUE(SaveColInfoInReg(KvGridKind::dialog, columns(13, 300), columns(19, 400)));
+
+    for (const HxDbDatabase* const drawing : {static_cast<HxDbDatabase*>(nullptr), &database()}) {
+        auto model = columns(13, 0);
+        EXPECT_TRUE(GetColInfoFromReg(KvGridKind::palette, drawing, model.data()));
+        EXPECT_EQ(numbers(model), numbers(columns(13, 100)));
+        EXPECT_TRUE(GetColInfoFromReg(KvGridKind::dialog, drawing, model.data()));
+        EXPECT_EQ(numbers(model), numbers(columns(13, 300)));
+    }
+    goToLayout();
+    EXPECT_TRUE(GetColInfoFromReg(KvGridKind::palette, &database(), read.data()));
+    EXPECT_EQ(numbers(read), numbers(columns(19, 200)));
+}
+
+TEST_F(ColumnSettings, ValuesAreDecimalTextsWithoutTheirNullInKeysOfClassRegSz) {
+    ASSERT_TRUE(SaveColInfoInReg(KvGridKind::palette, columns(13, 100), columns(19, 200)));
+    const std::wstring key = GetUserInterfaceSettingsRegKey() + L"\\KvLayerPropManagerPalette";
+    EXPECT_EQ(stored(key + L"\\GlobalColumnSets", L"NewVpFreezeWidth"), L"1:3:111");
+    EXPECT_EQ(stored(key + L"\\GlobalColumnSets", L"DescrIndex"), L"1:1:0");
+    EXPECT_EQ(stored(key + L"\\GlobalColumnSets", L"VpFreezeWidth"), L"");
+    EXPECT_EQ(stored(key + L"\\ViewportColumnSets", L"VpTransparencyWidth"), L"1:3:218");
+    for (const wchar_t* const set : {L"", L"\\GlobalColumnSets", L"\\ViewportColumnSets"}) {
+        HxRegKey open = nullptr;
+        ASSERT_EQ(hxRegOpenKey(HKEY_CURRENT_USER, (key + set).c_str(), KEY_READ, open), kRegOk);
+        wchar_t keyClass[16] = {};
+        std::uint32_t size = 16;
+        EXPECT_EQ(hxRegQueryClass(open, keyClass, &size), kRegOk);
+        EXPECT_STREQ(keyClass, L"REG_SZ");
+        hxRegCloseKey(open);
+    }
+}
+
+TEST_F(ColumnSettings, ReadingEndsAtTheFirstMissingValueAndWordsAreZero) {
+    const std::wstring key = GetUserInterfaceSettingsRegKey() + L"\\KvLayerPropManagerDlg\\GlobalColumnSets";
+    store(key, L"StatusWidth", L"wide");
+    store(key, L"StatusIndex", L" 4x");
+    store(key, L"NameWidth", L"99999999999");
+    auto read = columns(13, 70);
+    EXPECT_FALSE(GetColInfoFromReg(KvGridKind::dialog, nullptr, read.data()));
+    EXPECT_EQ(read[0].width, 0);
+    EXPECT_EQ(read[0].index, 4);
+    EXPECT_EQ(read[1].width, std::numeric_limits<int>::max());
+    EXPECT_EQ(read[1].index, 11);
+    EXPECT_EQ(read[2].width, 72);
+    // A value beyond the room for one counts as missing.
+    store(key, L"StatusWidth", std::wstring(2000, L'1'));
+    EXPECT_FALSE(GetColInfoFromReg(KvGridKind::dialog, nullptr, read.data()));
+    EXPECT_EQ(read[0].width, 0);
+}
+
+TEST_F(ColumnSettings, WithoutAProfileNothingIsReadOrWritten) {
+    qputenv("KORVEX_PROFILE_DIR", "/dev/null/none");
+    auto read = columns(13, 70);
+    EXPECT_EQ(GetUserInterfaceSettingsRegKey(), L"");
+    EXPECT_FALSE(GetColInfoFromReg(KvGridKind::dialog, nullptr, read.data()));
+    EXPECT_FALSE(SaveColInfoInReg(KvGridKind::dialog, read, read));
+    EXPECT_EQ(numbers(read), numbers(columns(13, 70)));
+}
+
+/// A palette that is no more than its numbers.
+class FakePalette : public KvPalettePanel {
+public:
+    QWidget* widget() override { return &window; }
+    bool isFloating() const override { return floating; }
+    int dockPosition() const override { return dock; }
+    void setDockPosition(int position) override { dock = position; }
+    void floatAt(int left, int top) override {
+        floating = true;
+        window.move(left, top);
+    }
+    void showPanel(bool visible) override {
+        ++shows;
+        window.setVisible(visible);
+    }
+    QWidget window;
+    bool floating = false;
+    int dock = 0;
+    int shows = 0;
+};
+
+class PaletteSettings : public EditorTest {
+protected:
+    void SetUp() override { needApplication(); }
+    void TearDown() override { setLayerPalette(nullptr); }
+
+    FakePalette& newPalette() {
+        auto* const palette = new FakePalette;
+        setLayerPalette(palette);
+        palette->window.setGeometry(10, 20, 300, 200);
+        return *palette;
+    }
+    static void put(const wchar_t* key, const VrexVariant& value) {
+        EXPECT_EQ(vrexConfig()->setValue(kHxConfigUser, key, value), 0);
+    }
+    static VrexVariant kept(const wchar_t* name) {
+        VrexVariant value;
+        vrexConfig()->getValue(kHxConfigUser, (L"LayerPalette\\" + std::wstring(name)).c_str(), value);
+        return value;
+    }
+};
+
+TEST_F(PaletteSettings, ADockedPaletteKeepsItsSide) {
+    FakePalette& docked = newPalette();
+    docked.dock = 2;
+    docked.window.show();
+    SavePaletteSet();
+    EXPECT_EQ(kept(L"IsVisible"), VrexVariant(std::int32_t(1)));
+    EXPECT_EQ(kept(L"HorDockSize"), VrexVariant(L"300 200"));
+    EXPECT_EQ(kept(L"DockStyle"), VrexVariant(std::int32_t(2)));
+    EXPECT_EQ(kept(L"IsFloating"), VrexVariant(std::int32_t(0)));
+    EXPECT_EQ(kept(L"Position"), VrexVariant(L"10 20 309 219"));
+
+    FakePalette& next = newPalette();
+    next.window.setGeometry(1, 2, 30, 40);
+    LoadPaletteSet();
+    EXPECT_FALSE(next.floating);
+    EXPECT_EQ(next.window.geometry(), QRect(1, 2, 300, 200));
+    EXPECT_EQ(next.dock, 2);
+    EXPECT_EQ(next.shows, 1);
+    EXPECT_TRUE(next.window.isVisible());
+}
+
+TEST_F(PaletteSettings, AFloatingPaletteKeepsItsPlaceAndIsNeverDocked) {
+    FakePalette& floating = newPalette();
+    floating.floating = true;
+    floating.dock = 3;
+    SavePaletteSet();
+    EXPECT_EQ(kept(L"DockStyle").type(), VrexVariant::kEmpty);
+    EXPECT_EQ(kept(L"IsVisible"), VrexVariant(std::int32_t(0)));
+    put(L"LayerPalette\\DockStyle", VrexVariant(std::int32_t(4)));
+
+    FakePalette& next = newPalette();
+    next.window.setGeometry(500, 500, 30, 40);
+    next.window.show();
+    LoadPaletteSet();
+    EXPECT_TRUE(next.floating);
+    EXPECT_EQ(next.window.geometry(), QRect(10, 20, 300, 200));
+    EXPECT_EQ(next.dock, 0);
+    EXPECT_EQ(next.shows, 0);
+    EXPECT_FALSE(next.window.isVisible());
+}
+
+TEST_F(PaletteSettings, MissingAndDamagedSettings) {
+    FakePalette& palette = newPalette();
+    palette.window.show();
+    LoadPaletteSet();
+    EXPECT_EQ(palette.window.geometry(), QRect(10, 20, 300, 200));
+    EXPECT_TRUE(palette.window.isVisible());
+    EXPECT_EQ(palette.shows, 0);
+
+    put(L"LayerPalette\\DockStyle", VrexVariant(std::int32_t(0)));
+    put(L"LayerPalette\\HorDockSize", VrexVariant(L"120 x"));
+    put(L"LayerPalette\\IsFloating", VrexVariant(L"1"));
+    put(L"LayerPalette\\IsVisible", VrexVariant(true));
+    put(L"LayerPalette\\Position", VrexVariant(L"7 8"));
+    LoadPaletteSet();
+    EXPECT_FALSE(palette.floating);
+    EXPECT_EQ(palette.window.width(), 120);
+    EXPECT_FALSE(palette.window.isVisible());
+    EXPECT_EQ(palette.shows, 0);
+
+    // With the visibility unknown a docked palette is hidden.
+    vrexConfig()->removeValue(kHxConfigUser, L"LayerPalette\\IsVisible");
+    put(L"LayerPalette\\DockStyle", VrexVariant(std::int32_t(1)));
+    put(L"LayerPalette\\HorDockSize", VrexVariant(L"2147483647 -2147483648"));
+    palette.window.show();
+    LoadPaletteSet();
+    EXPECT_EQ(palette.shows, 1);
+    EXPECT_FALSE(palette.window.isVisible());
+}
+
+TEST_F(PaletteSettings, NothingHappensWithoutAPalette) {
+    SavePaletteSet();
+    LoadPaletteSet();
+    EXPECT_EQ(kept(L"IsVisible").type(), VrexVariant::kEmpty);
+}
+
+TEST_F(PaletteSettings, TheHostsQuestionGivesTheGeometryAndKeepsIt) {
+    FakePalette& palette = newPalette();
+    palette.dock = 3;
+    palette.window.show();
+    VrexLayerCuixManager manager;
+    int visible = 9;
+    int dock = 9;
+    int untouched[2] = {9, 9};
+    int place[4] = {};
+    EXPECT_EQ(manager.GetPaletteProperties(visible, dock, untouched[0], untouched[1], place[0], place[1],
+                                           place[2], place[3]),
+              1);
+    EXPECT_EQ(visible, 1);
+    EXPECT_EQ(dock, 3);
+    EXPECT_EQ(untouched[0] + untouched[1], 18);
+    EXPECT_EQ(std::vector<int>(place, place + 4), (std::vector<int>{299, 199, 10, 20}));
+    EXPECT_EQ(kept(L"DockStyle"), VrexVariant(std::int32_t(3)));
+    EXPECT_EQ(manager.GetPaletteWnd(), &palette.window);
+    palette.floating = true;
+    manager.GetPaletteProperties(visible, dock, untouched[0], untouched[1], place[0], place[1], place[2],
+                                 place[3]);
+    EXPECT_EQ(dock, 0);
+}
+
+}  // namespace
+}  // namespace korvex::test
