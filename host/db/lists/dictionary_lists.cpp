@@ -1,0 +1,76 @@
+// Dictionaries and registered applications by the names of entity lists.
+#include "host/db/kernel/database_imp.h"
+#include "host/db/lists/object_names.h"
+#include "sdk/hxdbdict.h"
+#include "sdk/hxdbentity.h"
+
+#include <memory>
+
+using namespace korvex;
+
+namespace {
+
+/// The object of a name in the working database itself; the null id for any other name.
+HxDbObjectId ownObject(const zds_name name) {
+    const HxDbDatabase* database = hxdbWorkingDatabase();
+    return HxDbObjectId(database && name ? stubOfName(*database, name) : nullptr);
+}
+
+int resultOf(Hx::ErrorStatus status) { return status == Hx::eOk ? RTNORM : RTERROR; }
+
+/// Table parts and drawn things have their owners; everything else may go into a dictionary.
+bool mayEnterDictionary(const HxDbObject* object) {
+    return !object->isKindOf(HxDbEntity::desc()) && !object->isKindOf(HxDbSymbolTable::desc()) &&
+           !object->isKindOf(HxDbSymbolTableRecord::desc());
+}
+
+}  // namespace
+
+int hxdbRegApp(const wchar_t* application) {
+    HxDbDatabase* database = hxdbWorkingDatabase();
+    HxDbSymbolTable* table = nullptr;
+    if (!database || !application ||
+        hxdbOpenObject(table, database->regAppTableId(), HxDb::kForRead) != Hx::eOk) {
+        return RTERROR;
+    }
+    Hx::ErrorStatus status = Hx::eOk;
+    if (!table->has(application)) {
+        status = table->upgradeOpen();
+        auto record = std::make_unique<HxDbOtherTableRecord>(L"APPID");
+        status = status == Hx::eOk ? record->setName(application) : status;
+        status = status == Hx::eOk ? table->add(record.get()) : status;
+        if (status == Hx::eOk) {
+            record.release()->close();
+        }
+    }
+    table->close();
+    return resultOf(status);
+}
+
+int hxdbNamedObjDict(zds_name result) {
+    const HxDbDatabase* database = hxdbWorkingDatabase();
+    return resultOf(hxdbGetZdsName(result, database ? database->namedObjectsDictionaryId() : HxDbObjectId()));
+}
+
+resbuf* hxdbDictSearch(const zds_name dictionary, const wchar_t* name, int /*setNext*/) {
+    const HxDbObjectPointer<HxDbDictionary> entries(ownObject(dictionary), HxDb::kForRead);
+    HxDbObjectId id;
+    zds_name entry = {0, 0};
+    const bool found = entries && name && entries->getAt(name, id) == Hx::eOk;
+    return found && hxdbGetZdsName(entry, id) == Hx::eOk ? hxdbEntGet(entry) : nullptr;
+}
+
+int hxdbDictAdd(const zds_name dictionary, const wchar_t* name, const zds_name object) {
+    const HxDbObjectPointer<HxDbDictionary> entries(ownObject(dictionary), HxDb::kForWrite);
+    const HxDbObjectPointer<HxDbObject> entry(ownObject(object), HxDb::kForWrite);
+    if (!entries || !entry || !name || entries->has(name) || !mayEnterDictionary(entry.object())) {
+        return RTERROR;
+    }
+    HxDbObjectId id;
+    return resultOf(entries->setAt(name, entry.object(), id));
+}
+
+int hxdbDictRemove(const zds_name dictionary, const wchar_t* name) {
+    const HxDbObjectPointer<HxDbDictionary> entries(ownObject(dictionary), HxDb::kForWrite);
+    return entries && name ? resultOf(entries->remove(name)) : RTERROR;
+}

@@ -1,0 +1,45 @@
+// One row a type. Entities that are made of several records, or whose groups count each other, are left out.
+#include "host/db/lists/object_types.h"
+
+#include <algorithm>
+
+namespace korvex {
+
+namespace {
+
+constexpr ObjectType kTypes[] = {
+    {"LINE", "AcDbLine", "", {}, {10, 11}},
+    {"POINT", "AcDbPoint", "", {}, {10}},
+    {"CIRCLE", "AcDbCircle", "", {}, {10, 40}},
+    {"ARC", "AcDbCircle", "AcDbArc", {50, 51}, {10, 40, 50, 51}},
+    {"TEXT", "AcDbText", "AcDbText", {73}, {1, 10, 40}},
+    {"SOLID", "AcDbTrace", "", {}, {10, 11, 12, 13}},
+    {"TRACE", "AcDbTrace", "", {}, {10, 11, 12, 13}},
+    {"3DFACE", "AcDbFace", "", {}, {10, 11, 12, 13}},
+    {"INSERT", "AcDbBlockReference", "", {}, {2, 10}},
+    {"LWPOLYLINE", "AcDbPolyline", "", {}, {10, 90}, true, false},
+    {"ELLIPSE", "AcDbEllipse", "", {}, {10, 11, 40}, true, false},
+    {"MTEXT", "AcDbMText", "", {}, {1, 10, 40}, true, false},
+    {"RAY", "AcDbRay", "", {}, {10, 11}, true, false},
+    {"XLINE", "AcDbXline", "", {}, {10, 11}, true, false},
+    {"VIEWPORT", "AcDbViewport", "", {}, {10, 40, 41}, true, false},
+    {"XRECORD", "AcDbXrecord", "", {}, {}, false, false},
+    {"DICTIONARY", "AcDbDictionary", "", {}, {}, false, false},
+    {"ACDBPLACEHOLDER", "", "", {}, {}, false, false},
+    {"DICTIONARYVAR", "DictionaryVariables", "", {}, {1}, false, false},
+};
+
+}  // namespace
+
+std::size_t ObjectType::subclassOf(int code) const {
+    const bool second = std::find(secondCodes.begin(), secondCodes.end(), code) != secondCodes.end();
+    return code != 0 && second ? 1 : 0;
+}
+
+const ObjectType* objectType(std::string_view type) {
+    const auto* const found = std::find_if(std::begin(kTypes), std::end(kTypes),
+                                           [type](const ObjectType& row) { return row.type == type; });
+    return found != std::end(kTypes) ? found : nullptr;
+}
+
+}  // namespace korvex
