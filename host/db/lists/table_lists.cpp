@@ -4,6 +4,7 @@
 #include "host/db/kernel/text_fold.h"
 #include "host/db/lists/chain.h"
 #include "host/db/lists/node_codec.h"
+#include "host/db/lists/record_type.h"
 
 #include <algorithm>
 #include <array>
