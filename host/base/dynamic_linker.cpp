@@ -55,14 +55,13 @@ void deleteWidgetsOf(const link_map* library) {
     }
 }
 
-/// Takes the library out of memory with what hangs on its code.
-void close(HxModule* library) {
+/// Deletes the objects that hang on the library's code, and takes back what it loaded.
+void clearAway(HxModule* library) {
     if (QCoreApplication::instance()) {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     deleteWidgetsOf(library->map);  // also those that an outer event loop was to delete
     freeResourcesOf(library->map);
-    closeLibrary(library);
 }
 
 /// Sends a message; false, with a reason, unless the module answers kRetOK.
@@ -85,6 +84,13 @@ void detach(Module& module) {
     if (module.dllMain) {
         module.dllMain(module.library, kProcessDetach, nullptr);
     }
+}
+
+/// Takes an initialised module, or one that failed at it, out of memory.
+void takeOutOfMemory(Module& module) {
+    clearAway(module.library);
+    detach(module);
+    closeLibrary(module.library);
 }
 
 class DynamicLinker : public HxRxDynamicLinker {
@@ -211,12 +217,12 @@ Outcome DynamicLinker::open(const QString& file) {
     const auto version = reinterpret_cast<HxGetApiVersion>(exportOf(*library, "hxrxGetApiVersion"));
     if (!module->entryPoint || !version) {
         const wchar_t* const missing = module->entryPoint ? L"hxrxGetApiVersion" : L"hxrxEntryPoint";
-        close(library);
+        closeLibrary(library);
         return {Hx::eNotApplicable, quotedPath(file) + L" is no module: it exports no " + missing + L"."};
     }
     const std::uint32_t year = version() >> 16U;
     if (year != kHxApiVersion >> 16U) {
-        close(library);
+        closeLibrary(library);
         return {Hx::eNotApplicable, quotedPath(file) + L" was made for version " + std::to_wstring(year) +
                                         L" of the interface, this program has version " +
                                         std::to_wstring(kHxApiVersion >> 16U) +
@@ -240,9 +246,10 @@ Outcome DynamicLinker::initialise(std::unique_ptr<Module> owned) {
     }
     const std::wstring path = quotedPath(module.library->path);
     if (attached) {
-        detach(module);
+        takeOutOfMemory(module);
+    } else {
+        closeLibrary(module.library);
     }
-    close(module.library);
     return {Hx::eRefused, path + L" could not be initialised: " + reason +
                               L". Look for an earlier message, or install the module again."};
 }
@@ -267,8 +274,7 @@ Outcome DynamicLinker::unload(std::wstring_view name) {
         return {Hx::eRefused, shown + L"refuses to be unloaded: " + reason + L"."};
     }
     const std::unique_ptr<Module> taken = takeOut(m_modules, module);
-    detach(*taken);
-    close(taken->library);
+    takeOutOfMemory(*taken);
     return {};
 }
 
