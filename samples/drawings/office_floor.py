@@ -4,7 +4,7 @@ import math
 from drawings import site_plan
 from drawings.office_blocks import DOOR_IN_UNIT, DOOR_WIDTH, UNIT_DEPTH, UNIT_WIDTH, add_blocks
 from drawings.office_layers import add_filters, add_layers
-from drawings.office_plan import DEPTH, OUTSIDE, WIDTH, add_plan
+from drawings.office_plan import CLOUD_AT, CLOUD_BULGE, CLOUD_STEP, DEPTH, NOTES_AT, OUTSIDE, SOFA, SOFA_BULGE, WIDTH, add_plan
 from drawings.office_services import SUPPLY_Y, add_services
 from drawings.office_sheets import add_sheets, draw_escape_sheet, draw_plan_sheet
 from drawings.picks import Pick
@@ -20,7 +20,7 @@ def build(extents):
     drawing = Drawing("AC1027", full_header=True)
     drawing.header.update(extmin=extents[0], extmax=extents[1], ltscale=50, dimscale=100, clayer="A-ANNO-NOTE")
     plan_sheet, escape_sheet = add_sheets(drawing)
-    drawing.text_style("Notes", "isocp.shx")
+    drawing.text_style("Notes", "txt.shx")
     add_layers(drawing)
     add_site(drawing)
     add_blocks(drawing)
@@ -80,7 +80,7 @@ def picks():
         "door swing": Pick(*swing_of_unit(4), "A-DOOR-SWNG", "A-DOOR-LEAF", "A-ROOM-UNIT"),
         "curb": Pick(*in_site(curb[0] - 30, curb[1]), f"{SITE}|C-ROAD-CURB", f"{SITE}|C-ROAD-CURB", "X-SITE"),
         "tree": Pick(*on_tree(10), f"{SITE}|L-PLNT-TREE", f"{SITE}|L-PLNT-TREE", "X-SITE"),
-        "revision cloud": Pick(39300, 12400 - 150, "A-ANNO-REVC"),
-        "furniture": Pick(13300 - 280, 13800, "Möblierung"),
-        "note": Pick(47000, 16680, "A-ANNO-NOTE"),
+        "revision cloud": Pick(CLOUD_AT[0] + 3.5 * CLOUD_STEP, CLOUD_AT[1] - CLOUD_BULGE * CLOUD_STEP / 2, "A-ANNO-REVC"),
+        "furniture": Pick(SOFA[1] - SOFA_BULGE * (SOFA[3] - SOFA[2]) / 2, (SOFA[2] + SOFA[3]) / 2, "Möblierung"),
+        "note": Pick(NOTES_AT[0] + 600, NOTES_AT[1] - 120, "A-ANNO-NOTE"),
     }

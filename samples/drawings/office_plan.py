@@ -13,6 +13,10 @@ AXES_Y = [0, 7200, 9600, 16800]
 WIDTH, DEPTH = AXES_X[-1], AXES_Y[-1]
 OUTSIDE, INSIDE = 200, 165  # of the façade, from its axis
 INSULATION = 140
+SOFA = 12400, 13300, 13000, 14600  # left, right, low, high
+SOFA_BULGE = 0.35
+CLOUD_AT, CLOUD_STEP, CLOUD_BULGE = (39900, 12400), 600, 0.5
+NOTES_AT = WIDTH + 3200, DEPTH
 UNITS = WIDTH // UNIT_WIDTH
 NORTH_DOORS = (3000, 10200, 17400, 25600, 29900, 33500, 37100, 41100)  # hinges along axis C
 NORTH_WALLS = (14400, 21600, 25200, 28800, 32400, 36000, 39600)
@@ -124,7 +128,8 @@ def open_office(model):
     model.insert("平面図-家具", "CABINET", 900, 9760, columns=1)
     model.insert("Möblierung", "CABINET", 6000, 9760, columns=3, dx=1250)
     model.insert("A-FURN-PLNT", "PLANT", 13700, 16200, scale=(1.4, 1.4))
-    model.polyline("Möblierung", [(12400, 13000, -0.6), (12400, 14600), (13300, 14600, 0.35), (13300, 13000)])
+    left, right, low, high = SOFA
+    model.polyline("Möblierung", [(left, low, -0.6), (left, high), (right, high, SOFA_BULGE), (right, low)])
     model.circle("Möblierung", 13700, 13800, 250)
     model.text("平面図-家具", 1500, 10400, 180, "収納棚")
     model.hatch("A-FLOR-PATT", [(200, 11400), (12000, 11400), (12000, 15000), (200, 15000)], "GRID",
@@ -215,12 +220,12 @@ def dimensions(model):
 
 
 def notes(model):
-    model.mtext("A-ANNO-NOTE", WIDTH + 3200, DEPTH, 250, 9000,
+    model.mtext("A-ANNO-NOTE", *NOTES_AT, 250, 9000,
                 "{\\LGENERAL NOTES\\l}\\P1. All dimensions in millimetres, to finished faces.\\P2. Partitions: 100 mm, metal studs.\\P"
                 "3. Doors 1010 x 2135 unless noted.", style="Notes")
     model.mtext("注記", WIDTH + 3200, DEPTH - 3500, 250, 9000, "注記：寸法はすべてミリメートルとする。", style="Notes")
     model.insert("A-ANNO-SYMB", "NORTH", WIDTH + 5200, 2500, angle=12)
-    model.polyline("A-ANNO-REVC", cloud(39000, 12400, 4, 3, 600), width=20)
+    model.polyline("A-ANNO-REVC", cloud(*CLOUD_AT, 5, 3, CLOUD_STEP), width=20)
     model.point("A-ANNO-SYMB", 0, 0)
 
 
@@ -228,7 +233,7 @@ def cloud(x, y, columns, rows, step):
     """A revision cloud around a field of steps."""
     outline = [(x + step * i, y) for i in range(columns)] + [(x + step * columns, y + step * i) for i in range(rows)]
     outline += [(x + step * i, y + step * rows) for i in range(columns, 0, -1)] + [(x, y + step * i) for i in range(rows, 0, -1)]
-    return [(px, py, 0.5) for px, py in outline]
+    return [(px, py, CLOUD_BULGE) for px, py in outline]
 
 
 def other_scripts(model):

@@ -23,10 +23,10 @@ def draw_plan_sheet(sheet):
 
 
 def draw_escape_sheet(drawing, sheet):
-    title_block(sheet, 420, 297, "Escape plan floor 2 – Flucht- und Rettungsplan", "1:200 / 1:1000", "F-202")
+    title_block(sheet, 420, 297, "Escape plan floor 2 – Flucht- und Rettungsplan", "1:250 / 1:1000", "F-202")
     frozen = [drawing.layers[name] for name in ESCAPE_FROZEN]
-    plan = sheet.viewport("A-ANNO-VPRT", 2, 145, 190, 250, 150, view=(21600, 8000), view_height=30000, frozen=frozen)
-    sheet.viewport("A-ANNO-VPRT", 3, 345, 190, 120, 110, view=(25000, 2000), view_height=110000, twist=0.2617993878)
+    plan = sheet.viewport("A-ANNO-VPRT", 2, 145, 190, 250, 150, view=(24100, 7500), view_height=37500, frozen=frozen)
+    sheet.viewport("A-ANNO-VPRT", 3, 345, 190, 120, 110, view=(25000, 2000), view_height=110000, twist=15)
     drawing.override("F-ESCP-ROUT", "COLOR", plan, (420, signed(TRUE_COLOR | 0x00B050)))
     drawing.override("F-ESCP-ROUT", "LINEWT", plan, (91, WEIGHT_050))
     drawing.override("A-WALL-INTR", "COLOR", plan, (420, signed(INDEX_COLOR | 252)))

@@ -1,8 +1,7 @@
 """Points at which a script picks, and whether a drawing shows there what the script expects."""
 from dxf.reader import first
 
-CLEARANCE = 20  # how far everything else keeps away
-NEAR = 1.5  # curves are looked at as chords
+NEAR = 0.075  # of the clearance: curves are looked at as chords
 
 
 class Pick:
@@ -46,15 +45,15 @@ def hidden(file, shown):
     return frozen(shown.layer) or int(first(own, 62, "7")) < 0 or any(frozen(layer) for _, layer in shown.containers)
 
 
-def pick_faults(scene, picks, space="*Model_Space"):
-    """What a pick does not find, or finds too near to something else."""
+def pick_faults(scene, picks, clearance, space="*Model_Space"):
+    """What a pick does not find, or finds nearer than the clearance to something else."""
     everything = [shown for shown in scene.shown(space) if not hidden(scene.file, shown)]
     for name, pick in picks.items():
         near = sorted(((shown.distance(pick.x, pick.y), i) for i, shown in enumerate(everything)), key=lambda row: row[0])
         hit = everything[near[0][1]]
         found = layers_at(hit, scene.references)
-        if near[0][0] > NEAR or found != pick.layers:
+        if near[0][0] > NEAR * clearance or found != pick.layers:
             yield f"pick {name} at {pick}: {found} {near[0][0]:.2f} away, not {pick.layers}"
-        elif near[1][0] < CLEARANCE:
+        elif near[1][0] < clearance:
             other = everything[near[1][1]]
             yield f"pick {name} at {pick}: {other.record[0][1]} on {other.layer} is {near[1][0]:.2f} away"

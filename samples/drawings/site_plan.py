@@ -5,7 +5,7 @@ from dxf.drawing import Drawing
 
 CURB_BEND = (52.0, -18.0)  # where the curb of the north side begins to turn
 TREES = ([(-12 + 9.5 * i, round(-13.5 + 0.8 * math.sin(i), 2)) for i in range(8)]
-         + [(round(62 + 4 * math.cos(i), 2), 14 + 4 * i) for i in range(4)])
+         + [(round(73 + 5 * math.cos(2 * i), 2), 13.5 + 4 * i) for i in range(4)])
 TREE_RADIUS = 2.2
 LAYERS = (
     ("C-PROP-LINE", 6, "PHANTOM", 50, dict(description="Parcel outlines")),
@@ -44,9 +44,9 @@ def tree(drawing):
 
 
 def parcels(model):
-    model.polyline("C-PROP-LINE", [(-16, -15.5), (58, -15.5), (58, 26), (20, 30), (-16, 26)])
-    model.polyline("C-PROP-LINE", [(58, -15.5), (84, -15.5), (84, 26), (58, 26)])
-    for x, y, text in ((-13, 23, "1417/3"), (74, 22, "1417/4")):
+    model.polyline("C-PROP-LINE", [(-16, -15.5), (57, -15.5), (57, 26), (20, 30), (-16, 26)])
+    model.polyline("C-PROP-LINE", [(65, -15.5), (84, -15.5), (84, 30), (65, 28)])
+    for x, y, text in ((-13, 23, "1417/3"), (79, -13, "1417/4")):
         model.text("C-PROP-NUMB", x, y, 1.2, text)
 
 

@@ -122,7 +122,7 @@ class Block:
         array = columns * rows > 1
         groups = [(100, "AcDbMInsertBlock" if array else "AcDbBlockReference")] + ([(66, 1)] if attributes else []) + [(2, name), *point(10, x, y)]
         if tuple(scale) != (1, 1):
-            groups += [(41, scale[0]), (42, scale[1]), (43, 1)]
+            groups += [(41, scale[0]), (42, scale[1]), (43, scale[0] if scale[0] == scale[1] else 1)]
         groups += ([(50, angle)] if angle else []) + ([(70, columns), (71, rows), (44, dx), (45, dy)] if array else [])
         head = self.add("INSERT", layer, groups, **props)
         for tag, on, tx, ty, height, text in attributes:
@@ -157,7 +157,7 @@ class Block:
             *([(50, 90)] if upright else []), (100, "AcDbRotatedDimension")])
 
     def viewport(self, layer, number, x, y, width, height, view=(0, 0), view_height=0.0, target=(0, 0), twist=0, frozen=(), locked=False):
-        """A viewport on paper; number 1 is the sheet itself."""
+        """A viewport on paper; number 1 is the sheet itself. The twist is in degrees."""
         view_height = view_height or height
         if self.drawing.r12:
             return self._r12_viewport(layer, number, x, y, width, height, view, view_height, target, twist, frozen)
@@ -172,7 +172,7 @@ class Block:
 
     def _r12_viewport(self, layer, number, x, y, width, height, view, view_height, target, twist, frozen):
         entity = self.add("VIEWPORT", layer, [*point(10, x, y), (40, width), (41, height), (68, number), (69, number)])
-        entity.data = [(1001, "ACAD"), (1000, "MVIEW"), (1002, "{"), (1070, 16), *point(1010, *target), *point(1010, 0, 0, 1), (1040, twist),
+        entity.data = [(1001, "ACAD"), (1000, "MVIEW"), (1002, "{"), (1070, 16), *point(1010, *target), *point(1010, 0, 0, 1), (1040, math.radians(twist)),
                        (1040, view_height), (1040, view[0]), (1040, view[1]), (1040, 50), (1040, 0), (1040, 0),
                        *((1070, n) for n in (0, 1000, 1, 1, 0, 0, 0, 0)), *((1040, n) for n in (0, 0, 0, 10, 10, 10, 10)), (1070, 0),
                        (1002, "{"), *((1003, name) for name in frozen), (1002, "}"), (1002, "}")]

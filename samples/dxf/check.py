@@ -8,7 +8,7 @@ HANDLE_CODES = {"DIMSTYLE": 105}
 
 def faults(file):
     """What is wrong with a file; nothing when all is well."""
-    found = list(_name_faults(file)) + list(_table_faults(file))
+    found = [*_name_faults(file), *_table_faults(file), *_extended_data_faults(file)]
     if "OBJECTS" in file.sections:
         found += [*_handle_faults(file), *_owner_faults(file), *_dictionary_faults(file), *_layout_faults(file), *_bracket_faults(file)]
     return found
@@ -49,9 +49,8 @@ def _handle_faults(file):
 
 def _owner_faults(file):
     blocks = {handle_of(record): first(record, 2) for record in file.records("BLOCK_RECORD")}
-    spaces = {name: name for name in file.blocks}
     heads = {handle_of(record) for record in file.records("POLYLINE") + file.records("INSERT")}
-    for name in spaces:
+    for name in file.blocks:
         for record in [file.blocks[name]["head"], *file.blocks[name]["entities"]]:
             if blocks.get(owner_of(record)) != name and owner_of(record) not in heads:
                 yield f"{record[0][1]} {handle_of(record)} in {name} has owner {owner_of(record)}"
@@ -66,8 +65,8 @@ def _dictionary_faults(file):
     for record in file.sections["OBJECTS"]:
         if record[0][1] not in ("DICTIONARY", "ACDBDICTIONARYWDFLT"):
             continue
-        for (_, name), (code, value) in zip(record, record[1:]):
-            if code in (350, 360) and _ == 3 and owner_of(objects.get(value, [(0, "")])) != handle_of(record):
+        for (before, name), (code, value) in zip(record, record[1:]):
+            if before == 3 and code in (350, 360) and owner_of(objects.get(value, [(0, "")])) != handle_of(record):
                 yield f"entry {name} of dictionary {handle_of(record)} has another owner"
 
 
@@ -102,6 +101,13 @@ def _table_faults(file):
             count += 1
         elif count != stated:
             yield f"table {kind} holds {count} records and says {stated}"
+
+
+def _extended_data_faults(file):
+    applications = set(file.table("APPID"))
+    for record in _all_records(file):
+        yield from (f"{record[0][1]} {handle_of(record)} has data of {value}, which is not registered" for code, value in record
+                    if code == 1001 and value not in applications)
 
 
 def _name_faults(file):

@@ -1,5 +1,6 @@
 """Group codes and their values as drawing files hold them, in text and in binary form."""
 import codecs
+import functools
 import struct
 
 CODE_PAGES = {"ANSI_1252": "cp1252", "dos850": "cp850"}
@@ -21,6 +22,7 @@ NUMBER_CODES = ((10, 59, "d", 0), (60, 79, "h", 6), (90, 99, "i", 9), (110, 149,
                 (440, 459, "i", 9), (460, 469, "d", 0), (1010, 1059, "d", 0), (1060, 1070, "h", 6), (1071, 1071, "i", 9))
 
 
+@functools.lru_cache(maxsize=None)
 def number_form(code):
     """The letter of the binary form and the width in text; none for texts and handles."""
     return next((row[2:] for row in NUMBER_CODES if row[0] <= code <= row[1]), (None, 0))
