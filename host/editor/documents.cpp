@@ -4,6 +4,7 @@
 #include "host/db/kernel/reactor_list.h"
 #include "host/editor/editor.h"
 #include "host/editor/editor_notices.h"
+#include "host/io/xref_files.h"
 
 #include <QFileInfo>
 
@@ -238,9 +239,14 @@ Hx::ErrorStatus DocumentManager::openDocument(const wchar_t* path, HxApDocument*
     if (status != Hx::eOk) {
         return fail(status, *database->readError() ? database->readError() : Hx::errorText(status));
     }
+    std::vector<std::wstring> messages;
+    loadXrefs(*database, messages);
     auto opened = std::make_unique<Document>(std::move(database), L"");
     opened->setPath(full);
     document = take(std::move(opened));
+    for (const std::wstring& message : messages) {
+        editor().console().message(message);
+    }
     return Hx::eOk;
 }
 

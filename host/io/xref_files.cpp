@@ -15,6 +15,7 @@ namespace korvex {
 
 namespace {
 
+constexpr long long kDependentAndResolved = 16 | 32;
 constexpr char kSearchPath[] = "KORVEX_SEARCH_PATH";
 
 QString cleaned(const std::wstring& path) {
@@ -78,7 +79,6 @@ void loadBlock(HxDbStub& block, std::vector<std::wstring>& messages) {
 /// A layer's groups in the host's form, without names of other tables.
 std::string layerGroups(const HxDbDatabase::Imp& db, std::uint64_t handle, const std::wstring& name,
                         const LayerImp& layer) {
-    constexpr long long kDependentAndResolved = 16 | 32;
     const VersionTraits traits = db.traits();
     GroupWriter out(db.format);
     out.rawText(0, "LAYER");
@@ -103,6 +103,32 @@ std::string layerGroups(const HxDbDatabase::Imp& db, std::uint64_t handle, const
         out.integer(370, layer.lineWeight);
     }
     return out.take();
+}
+
+void addRecord(HxDbDatabase& host, HxDbStub& table, const std::wstring& name, const LayerImp& layer) {
+    auto* record = new HxDbLayerTableRecord;
+    auto& fresh = fields<LayerImp>(record);
+    fresh.name = name;
+    fresh.flags = layer.flags | kDependentAndResolved;
+    fresh.off = layer.off;
+    fresh.color = layer.color;
+    fresh.plottable = layer.plottable;
+    fresh.lineWeight = layer.lineWeight;
+    addToDatabase(host, record, &table);
+    record->close();
+}
+
+/// Not in the file as long as it is not changed.
+void addImplied(HxDbDatabase::Imp& db, HxDbStub& table, const std::wstring& name, const LayerImp& layer) {
+    HxDbStub& stub = db.newStub();
+    stub.recordClass = &recordClass("LAYER", RecordPlace::tableRecord);
+    stub.owner = &table;
+    stub.implicit = true;
+    stub.handleInFile = db.writesHandles;
+    db.handles.add(db.handles.next(), &stub);
+    stub.blob = Blob(layerGroups(db, stub.handle, name, layer), db.names.size());
+    appendMember(table, stub);
+    indexName(stub);
 }
 
 }  // namespace
@@ -163,20 +189,8 @@ void addXrefLayers(HxDbStub& blockRecord, bool asRecords) {
             continue;
         }
         const auto& imp = fields<LayerImp>(materialise(*layer));
-        HxDbStub& stub = db.newStub();
-        stub.recordClass = &recordClass("LAYER", RecordPlace::tableRecord);
-        stub.owner = &table;
-        stub.implicit = !asRecords;
-        stub.handleInFile = db.writesHandles;
-        db.handles.add(db.handles.next(), &stub);
-        stub.blob = Blob(layerGroups(db, stub.handle, recordName(blockRecord) + L"|" + imp.name, imp),
-                         db.names.size());
-        appendMember(table, stub);
-        indexName(stub);
-        if (asRecords) {
-            materialise(stub);
-            db.journal.recordAppend(stub);
-        }
+        const std::wstring name = recordName(blockRecord) + L"|" + imp.name;
+        asRecords ? addRecord(host, table, name, imp) : addImplied(db, table, name, imp);
     }
 }
 

@@ -91,4 +91,6 @@ public:
     HxDbTransactionManager transactions;
     std::vector<HxDbDatabaseReactor*> reactors;
     std::map<HxDbStub*, std::unique_ptr<HxDbDatabase>> xrefs;  ///< loaded drawings by block record
+    std::vector<std::unique_ptr<HxDbDatabase>> formerXrefs;    ///< whose place another has taken
+    const HxDbDatabase* xrefHost = nullptr;                    ///< the drawing that this one was loaded for
 };

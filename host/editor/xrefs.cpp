@@ -1,0 +1,169 @@
+// Attaching, detaching and reloading external references.
+#include "host/editor/xrefs.h"
+
+#include "host/db/groups/group_writer.h"
+#include "host/db/kernel/database_imp.h"
+#include "host/db/kernel/entity_access.h"
+#include "host/db/tables/record_names.h"
+#include "host/io/xref_files.h"
+#include "sdk/hxdbentity.h"
+
+namespace korvex {
+
+namespace {
+
+constexpr int kAttachedFlag = 4;
+constexpr int kOverlayFlag = 8;
+
+/// The BLOCK record that names the file. It comes and goes with its block record.
+void addBlockBegin(HxDbStub& record, const std::wstring& path, bool overlay) {
+    HxDbDatabase::Imp& db = *record.database->imp();
+    const bool hasMarkers = db.traits().hasSubclassMarkers;
+    HxDbStub& stub = db.newStub();
+    stub.recordClass = &recordClass("BLOCK", RecordPlace::entity);
+    stub.owner = &record;
+    stub.handleInFile = db.writesHandles;
+    db.handles.add(db.handles.next(), &stub);
+    GroupWriter out(db.format);
+    out.rawText(0, "BLOCK");
+    if (db.writesHandles) {
+        out.handle(5, stub.handle);
+    }
+    if (hasMarkers) {
+        out.handle(330, record.handle);
+        out.rawText(100, "AcDbEntity");
+    }
+    out.rawText(8, "0");
+    if (hasMarkers) {
+        out.rawText(100, "AcDbBlockBegin");
+    }
+    out.text(2, recordName(record));
+    out.integer(70, overlay ? kOverlayFlag : kAttachedFlag);
+    for (const int code : {10, 20, 30}) {
+        out.real(code, 0);
+    }
+    out.text(3, recordName(record));
+    out.text(1, path);
+    stub.blob = Blob(out.take(), db.names.size());
+    record.contents->blockBegin = &stub;
+}
+
+Hx::ErrorStatus addBlock(HxDbDatabase& host, const std::wstring& name, HxDbObjectId& id) {
+    HxDbObjectPointer<HxDbBlockTable> table(host.blockTableId(), HxDb::kForWrite);
+    if (!table) {
+        return table.openStatus();
+    }
+    auto record = std::make_unique<HxDbBlockTableRecord>();
+    Hx::ErrorStatus status = record->setName(name.c_str());
+    if (status == Hx::eOk) {
+        status = table->add(id, record.get());
+    }
+    if (status == Hx::eOk) {
+        record.release()->close();
+    }
+    return status;
+}
+
+Hx::ErrorStatus eraseObject(HxDbStub& stub) {
+    HxDbObject* object = nullptr;
+    Hx::ErrorStatus status = hxdbOpenObject(object, HxDbObjectId(&stub), HxDb::kForWrite);
+    if (status == Hx::eOk) {
+        status = object->erase();
+        object->close();
+    }
+    return status;
+}
+
+/// Erases the references that draw a block.
+Hx::ErrorStatus eraseReferences(HxDbDatabase& host, const HxDbStub& block) {
+    for (HxDbStub* container : members(*host.imp()->table(TableKind::block))) {
+        for (HxDbStub* entity : members(*container)) {
+            const auto* reference =
+                isAlive(*entity) && entity->recordClass->type == std::string_view("INSERT")
+                    ? HxDbBlockReference::cast(materialise(*entity))
+                    : nullptr;
+            if (reference && reference->blockTableRecord().stub() == &block) {
+                const Hx::ErrorStatus status = eraseObject(*entity);
+                if (status != Hx::eOk) {
+                    return status;
+                }
+            }
+        }
+    }
+    return Hx::eOk;
+}
+
+/// Erases the records that a reference brought: "NAME|..." of every table.
+Hx::ErrorStatus eraseDependents(HxDbDatabase& host, const std::wstring& name) {
+    const std::wstring prefix = name + L"|";
+    for (HxDbStub* table : host.imp()->tables) {
+        for (HxDbStub* record : members(*table)) {
+            if (!record->erased && recordName(*record).compare(0, prefix.size(), prefix) == 0) {
+                const Hx::ErrorStatus status = eraseObject(*record);
+                if (status != Hx::eOk) {
+                    return status;
+                }
+            }
+        }
+    }
+    return Hx::eOk;
+}
+
+}  // namespace
+
+Hx::ErrorStatus attachXref(HxDbDatabase& host, const std::wstring& path, const std::wstring& name,
+                           bool overlay, HxDbObjectId& block, std::wstring& error) {
+    block = HxDbObjectId();
+    if (!isValidSymbolName(name)) {
+        error = L"\"" + name + L"\" cannot be the name of a block";
+        return Hx::eInvalidInput;
+    }
+    if (findRecord(host, TableKind::block, name)) {
+        error = L"the drawing has a block \"" + name + L"\" already";
+        return Hx::eDuplicateRecordName;
+    }
+    Hx::ErrorStatus status = Hx::eOk;
+    std::unique_ptr<HxDbDatabase> drawing = loadXref(host, path, status, error);
+    if (!drawing) {
+        return status;
+    }
+    status = addBlock(host, name, block);
+    if (status != Hx::eOk) {
+        error = Hx::errorText(status);
+        return status;
+    }
+    addBlockBegin(*block.stub(), path, overlay);
+    setXref(*block.stub(), std::move(drawing));
+    addXrefLayers(*block.stub(), true);
+    return Hx::eOk;
+}
+
+Hx::ErrorStatus detachXref(HxDbDatabase& host, HxDbObjectId block) {
+    const auto* record = HxDbBlockTableRecord::cast(hxdbObjectPointer(block));
+    if (!record || !record->isFromExternalReference()) {
+        return Hx::eWrongClass;
+    }
+    Hx::ErrorStatus status = eraseReferences(host, *block.stub());
+    if (status == Hx::eOk) {
+        status = eraseDependents(host, record->name());
+    }
+    return status == Hx::eOk ? eraseObject(*block.stub()) : status;
+}
+
+Hx::ErrorStatus reloadXref(HxDbDatabase& host, HxDbObjectId block, std::wstring& error) {
+    const auto* record = HxDbBlockTableRecord::cast(hxdbObjectPointer(block));
+    if (!record || !record->isFromExternalReference()) {
+        error = L"it is no external reference";
+        return Hx::eWrongClass;
+    }
+    Hx::ErrorStatus status = Hx::eOk;
+    std::unique_ptr<HxDbDatabase> drawing = loadXref(host, record->pathName(), status, error);
+    if (!drawing) {
+        return status;
+    }
+    setXref(*block.stub(), std::move(drawing));
+    addXrefLayers(*block.stub(), true);
+    return Hx::eOk;
+}
+
+}  // namespace korvex
