@@ -179,7 +179,7 @@ public:
     void setDockPosition(int position) override { dock = position; }
     void floatAt(int left, int top) override {
         floating = true;
-        window.move(left, top);
+        window.setGeometry(QRect(QPoint(left, top), window.size()));
     }
     void showPanel(bool visible) override {
         ++shows;
