@@ -4,6 +4,20 @@
 
 #include <cmath>
 #include <limits>
+#include <new>
+
+namespace {
+bool g_isMemoryShort = false;
+}
+
+// Stands before the library's own, for texts that find no room.
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    try {
+        return g_isMemoryShort ? nullptr : ::operator new[](size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
 
 namespace korvex::test {
 namespace {
@@ -125,6 +139,22 @@ TEST(VariantTest, CopiesOwnTheirText) {
     EXPECT_EQ(number, 9);
     EXPECT_EQ(a.asInt32(), 0);
     EXPECT_NE(VrexVariant(1), VrexVariant(std::int64_t{1}));
+}
+
+TEST_F(ConfigurationTest, ATextWithoutRoomIsAnExceptionAndChangesNothing) {
+    VrexVariant variant(L"before");
+    const VrexVariant other(L"after");
+    g_isMemoryShort = true;
+    Hx::ErrorStatus status = Hx::eOk;
+    try {
+        variant = other;
+    } catch (const HxErrorStatusException& error) {
+        status = error.status();
+    }
+    g_isMemoryShort = false;
+    EXPECT_EQ(status, Hx::eOutOfMemory);
+    EXPECT_STREQ(variant.asString(), L"before");
+    EXPECT_TRUE(wasLogged(L"out of memory"));
 }
 
 }  // namespace

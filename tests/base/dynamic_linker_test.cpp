@@ -159,7 +159,7 @@ TEST_F(DynamicLinkerTest, AtTheEndEveryModuleIsToldAndStaysInMemory) {
         EXPECT_EQ(events(), "8 detach 8 detach ");
         EXPECT_EQ(linker().moduleCount(), 0);
         EXPECT_TRUE(isInMemory("Trial.hrx") && isInMemory("Second.hrx") && isInMemory("TrialRes.dll"));
-        std::exit(HasFailure() ? 1 : 0);
+        std::_Exit(HasFailure() ? 1 : 0);
     };
     EXPECT_EXIT(quitHost(), ::testing::ExitedWithCode(0), "");
 }

@@ -45,7 +45,9 @@ private:
         if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
             qputenv("QT_QPA_PLATFORM", "offscreen");
         }
-        static const QApplication application(count, arguments);
+        // Never deleted: the platform plugin leaves its screens behind when it goes.
+        static const auto* const application = new QApplication(count, arguments);
+        (void)application;
     }
 };
 

@@ -195,6 +195,18 @@ TEST_F(SettingsFaultsTest, ARemovedOrReplacedFileIsNoticedByOpenHosts) {
     EXPECT_TRUE(Key(L"B").created);
 }
 
+TEST_F(SettingsFaultsTest, AFullDiskKeepsTheOldValue) {
+    const Key key(L"A");
+    ASSERT_EQ(key.set(L"v", L"old"), kRegOk);
+    ASSERT_EQ(settingsStore()->database().execute("PRAGMA max_page_count=1"),
+              0);  // the pages in use, at least
+    EXPECT_EQ(key.set(L"v", std::wstring(50000, L'x')), kRegDiskFull);
+    EXPECT_TRUE(wasLogged(L"full"));
+    EXPECT_EQ(key.text(L"v"), L"old");
+    ASSERT_EQ(settingsStore()->database().execute("PRAGMA max_page_count=100000"), 0);
+    EXPECT_EQ(key.set(L"v", L"new"), kRegOk);
+}
+
 TEST_F(SettingsFaultsTest, ALockedStoreIsBusyAndAWrongFolderIsAnError) {
     setSettingsBusyTimeout(50);
     const Key key(L"A");
