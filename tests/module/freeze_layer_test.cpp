@@ -30,6 +30,20 @@ TEST_F(FreezeLayer, FrozenAlreadyIsDoneAndReportedAgain) {
     EXPECT_EQ(failures, Lines());
 }
 
+TEST_F(FreezeLayer, TellsPicksThatFrozeNothing) {
+    const zds_name none = {0, 0};
+    EXPECT_EQ(FrzOneLayer(L"spare", 1, none), -1);
+    EXPECT_EQ(FrzOneLayer(L"PLAN|NONE", 1, none), RTNORM);
+    run(L"LAYOUT S Layout1\nPSPACE\n");
+    EXPECT_EQ(FrzOneLayer(L"SPARE", 1, none), -1);
+    run(L"MSPACE\n");
+    EXPECT_EQ(FrzOneLayer(L"PLAN|NONE", 1, none), -1);
+    EXPECT_EQ(FrzOneLayer(L"PLAN|NONE", 0, none), RTNORM);
+    EXPECT_EQ(FrzOneLayer(L"walls", 1, none), RTNORM);
+    EXPECT_EQ(frozenHere(), Names{L"WALLS"});
+    EXPECT_EQ(frozen(), Names());
+}
+
 TEST_F(FreezeLayer, FailsWithoutLayerOrDatabase) {
     EXPECT_EQ(FrzLayerByName(nullptr), RTERROR);
     EXPECT_EQ(FrzLayerByName(L""), RTERROR);
