@@ -14,6 +14,8 @@ constexpr int kName = -1;
 constexpr int kRecordName = 2;
 constexpr int kLayerFlags = 70;
 constexpr int kFrozen = 1;
+constexpr int kOwner = 330;
+constexpr int kApplication = 1001;
 
 std::string narrow(const std::wstring& text) { return std::string(text.begin(), text.end()); }
 
@@ -29,19 +31,48 @@ HxDbStub* namedObject(const HxDbDatabase& database, const resbuf* list) {
     return handle != 0 ? database.imp()->handles.find(handle) : nullptr;
 }
 
-/// The first group of a code outside of "102 {...}" runs; false when there is none before the first marker.
-bool findInHead(std::string_view groups, const GroupFormat& format, int code, std::uint64_t& handle) {
+/// The handle of the owner in an object's groups; false when they do not tell it.
+bool ownerInGroups(std::string_view groups, const GroupFormat& format, std::uint64_t& handle) {
     GroupCursor cursor(groups, format);
     bool inBrace = false;
     while (cursor.next() && cursor.code() != 100) {
         if (cursor.code() == 102) {
             inBrace = cursor.asText().rfind(L'{', 0) == 0;
-        } else if (!inBrace && cursor.code() == code) {
+        } else if (!inBrace && cursor.code() == kOwner) {
             handle = cursor.asHandle();
             return true;
         }
     }
     return false;
+}
+
+/// Steps to the first group of a code.
+bool goTo(GroupCursor& cursor, int code) {
+    while (cursor.next()) {
+        if (cursor.code() == code) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// The object has this extended data already.
+bool hasXData(const HxDbObject& object, const resbuf* data) {
+    while (data && valueKind(data->restype) == ValueKind::text) {
+        const Chain present(object.xData(std::wstring(textOf(*data)).c_str()));
+        const resbuf* node = present.get();
+        do {
+            if (!node || !sameNode(*node, *data)) {
+                return false;
+            }
+            node = node->rbnext;
+            data = data->rbnext;
+        } while (data && data->restype != kApplication);
+        if (node) {
+            return false;
+        }
+    }
+    return !data;
 }
 
 /// One object and what a list wants of it.
@@ -54,14 +85,15 @@ public:
     int run() {
         std::string merged;
         const Blob before = currentBlob(m_stub);
-        if (!keepsIdentity(before.groups()) || freezesCurrentLayer(before.groups()) || renamesBlockEntity() ||
-            !merge(before.groups(), merged)) {
+        if (!keepsIdentity(before.groups()) || freezesCurrentLayer(before.groups()) ||
+            renamesBlockEntity(before.groups()) || !merge(before.groups(), merged)) {
             return RTREJ;
         }
-        if (merged == before.groups() && !m_list.xdata) {
+        HxDbObject* object = hxdbObjectPointer(HxDbObjectId(&m_stub));
+        m_givesXData = m_list.xdata && object && !hasXData(*object, m_list.xdata);
+        if (merged == before.groups() && !m_givesXData) {
             return RTNORM;
         }
-        HxDbObject* object = nullptr;
         if (hxdbOpenObject(object, HxDbObjectId(&m_stub), HxDb::kForWrite) != Hx::eOk) {
             return RTREJ;
         }
@@ -90,7 +122,7 @@ private:
     bool isOwner(std::string_view groups, const zds_name name) const {
         std::uint64_t given = 0;
         std::uint64_t owner = 0;
-        if (!findInHead(groups, m_database.imp()->format, 330, owner)) {
+        if (!ownerInGroups(groups, m_database.imp()->format, owner)) {
             const HxDbStub* stub = ownerOf(m_stub);
             owner = stub ? stub->handle : 0;
         }
@@ -102,19 +134,14 @@ private:
             m_database.clayer().stub() != &m_stub) {
             return false;
         }
-        GroupCursor cursor(groups, m_database.imp()->format);
-        while (cursor.next()) {
-            if (cursor.code() == kLayerFlags) {
-                return (cursor.asInteger() & kFrozen) == 0;
-            }
-        }
-        return true;
+        GroupCursor old(groups, m_database.imp()->format);
+        return !goTo(old, kLayerFlags) || (old.asInteger() & kFrozen) == 0;
     }
-    /// The names in BLOCK and ENDBLK follow the block record's.
-    bool renamesBlockEntity() const {
+    /// The name in a BLOCK follows the block record's.
+    bool renamesBlockEntity(std::string_view groups) const {
         const resbuf* name = m_type == "BLOCK" ? m_list.find(kRecordName) : nullptr;
-        HxDbStub* record = name ? ownerOf(m_stub) : nullptr;
-        return record && !equalNames(textOf(*name), recordName(*record));
+        GroupCursor old(groups, m_database.imp()->format);
+        return name && !(goTo(old, kRecordName) && old.asText() == textOf(*name));
     }
 
     bool merge(std::string_view groups, std::string& merged) const {
@@ -123,7 +150,7 @@ private:
 
     /// Name and extended data go through the object's own operations, everything else as groups.
     bool apply(HxDbObject& object) {
-        if (!rename(object) || (m_list.xdata && object.setXData(m_list.xdata) != Hx::eOk)) {
+        if (!rename(object) || (m_givesXData && object.setXData(m_list.xdata) != Hx::eOk)) {
             return false;
         }
         std::string merged;
@@ -151,6 +178,7 @@ private:
     ListParts m_list;
     std::string m_type;
     ValueChecks m_checks;
+    bool m_givesXData = false;  ///< other than the object has
 };
 
 }  // namespace

@@ -53,7 +53,9 @@ public:
             return false;
         }
         if (m_isBlock) {
-            return std::find(std::begin(kBlockCodes), std::end(kBlockCodes), code) != std::end(kBlockCodes);
+            const bool isEmptyText = valueKind(code) == ValueKind::text && textOf(node).empty();
+            return !isEmptyText &&
+                   std::find(std::begin(kBlockCodes), std::end(kBlockCodes), code) != std::end(kBlockCodes);
         }
         if (m_inHead && code == 102) {
             m_inBrace = textOf(node).rfind(L'{', 0) == 0;

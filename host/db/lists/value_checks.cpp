@@ -69,9 +69,9 @@ bool ValueChecks::acceptsName(const resbuf& node) const {
         return true;
     }
     const std::wstring_view name = textOf(node);
-    const bool byContext = m_isEntity && table == TableKind::linetype &&
-                           (equalNames(name, L"ByLayer") || equalNames(name, L"ByBlock"));
-    return byContext || findRecord(m_database, table, name) != nullptr;
+    const bool byContext =
+        table == TableKind::linetype && (equalNames(name, L"ByLayer") || equalNames(name, L"ByBlock"));
+    return byContext ? m_isEntity : findRecord(m_database, table, name) != nullptr;
 }
 
 }  // namespace korvex

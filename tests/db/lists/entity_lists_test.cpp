@@ -4,6 +4,8 @@
 #include "sdk/hxdbtransaction.h"
 #include "tests/db/lists/list_support.h"
 
+#include <QTemporaryDir>
+
 #include <limits>
 
 namespace korvex::test {
@@ -289,6 +291,41 @@ TEST_F(EntityLists, ListsAreTakenBackWithTheTransaction) {
     EXPECT_EQ(list(line), before);
     EXPECT_EQ(hxdbEntGet(added), nullptr);
     EXPECT_EQ(hxdbEntDel(added), RTERROR);  // it was never made
+}
+
+TEST_F(EntityLists, WhatListsMadeIsInTheSavedDrawing) {
+    ASSERT_EQ(hxdbRegApp(L"ONE"), RTNORM);
+    zds_name line = {0, 0};
+    makeLine(line, Chain(hxutBuildList(62, 3, -3, 1001, L"ONE", 1000, L"a", 0)));
+    zds_name dictionary = {0, 0};
+    zds_name record = {0, 0};
+    ASSERT_EQ(hxdbNamedObjDict(dictionary), RTNORM);
+    const Chain content(
+        hxutBuildList(RTDXF0, L"XRECORD", 330, dictionary, 100, L"AcDbXrecord", 1, L"\x4E2D", 330, line, 0));
+    ASSERT_EQ(hxdbEntMakeX(content.get(), record), RTNORM);
+    ASSERT_EQ(hxdbDictAdd(dictionary, L"Mine", record), RTNORM);
+    const QTemporaryDir folder;
+    const std::wstring path = folder.filePath("made.dxf").toStdWString();
+    ASSERT_EQ(database.saveAs(path.c_str()), Hx::eOk) << "not saved";
+
+    HxDbDatabase read(false);
+    ASSERT_EQ(read.readFile(path.c_str()), Hx::eOk) << "not read";
+    hxdbSetWorkingDatabase(&read);
+    const auto byHandle = [](const zds_name name) {
+        wchar_t handle[17];
+        zds_name found = {0, 0};
+        HxDbHandle(static_cast<std::uint64_t>(name[1])).getIntoAsciiBuffer(handle);
+        EXPECT_EQ(hxdbHandEnt(handle, found), RTNORM);
+        const Chain applications(hxutBuildList(RTSTR, L"ONE", 0));
+        return list(found, applications.get());
+    };
+    const std::string lineRead = byHandle(line);
+    const std::string recordRead = byHandle(record);
+    ASSERT_EQ(hxdbNamedObjDict(dictionary), RTNORM);
+    EXPECT_EQ(shown(Chain(hxdbDictSearch(dictionary, L"Mine", 0)).get()), recordRead);
+    hxdbSetWorkingDatabase(&database);
+    EXPECT_EQ(lineRead, byHandle(line));
+    EXPECT_EQ(recordRead, byHandle(record));
 }
 
 TEST(EntityListsOfADrawing, EveryObjectTakesItsOwnListAndStaysTheSame) {

@@ -13,6 +13,8 @@ constexpr const char* kLine =
 
 class ListMerge : public ListsTest {
 protected:
+    ListMerge() { database.imp()->format.paddedInts = false; }
+
     /// "code value|" words as groups; the value is everything up to the bar.
     std::string groups(const std::string& words) const {
         GroupWriter out(database.imp()->format);

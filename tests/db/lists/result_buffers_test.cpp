@@ -49,6 +49,8 @@ TEST(ResultBufferList, LongChainsAreReleasedWithoutRecursion) {
 
 class GroupChain : public ListsTest {
 protected:
+    GroupChain() { database.imp()->format.paddedInts = false; }
+
     const GroupFormat& format() const { return database.imp()->format; }
     /// Groups from code and spelled value, as lines.
     std::string groups(const std::vector<std::pair<int, std::string>>& pairs) const {
