@@ -96,12 +96,11 @@ HXSDK_API int hxdbEntMod(const resbuf* list);
 /// Makes an entity in the current space: LINE, POINT, CIRCLE, ARC, ELLIPSE, LWPOLYLINE, INSERT (without
 /// attributes), TEXT, MTEXT, SOLID, TRACE, 3DFACE, RAY, XLINE or VIEWPORT. Type and geometry must be there;
 /// 100 markers may be left out. Layer, linetype, linetype scale, colour and lineweight that the list lacks
-/// are the current ones; -1, 5, 330, 67 and 410 are ignored. RTNORM; RTREJ for other types and for values
-/// that hxdbEntMod would refuse.
+/// are the current ones; -1, 5, 330, 67 and 410 are ignored. RTNORM; RTREJ for other types, for those newer
+/// than the drawing's version and for values that hxdbEntMod would refuse.
 HXSDK_API int hxdbEntMake(const resbuf* list);
 /// The same, and gives the entity's name; or makes an XRECORD, DICTIONARY, DICTIONARYVAR or ACDBPLACEHOLDER
-/// that has no owner yet (hxdbDictAdd gives it one). RTNORM; RTREJ as above, and for such objects in drawings
-/// older than R13.
+/// that has no owner yet (hxdbDictAdd gives it one). RTNORM; RTREJ as above.
 HXSDK_API int hxdbEntMakeX(const resbuf* list, zds_name result);
 /// Erases an object of the working database, or un-erases what is erased. RTNORM; RTERROR also for vertices
 /// and attributes, for what a drawing cannot be without and for an object that is open.

@@ -76,8 +76,9 @@ public:
 
     /// Sorts the list's values into the subclasses; false when the list is not whole or not acceptable.
     bool prepare() {
-        const VersionTraits traits = m_database.imp()->traits();
-        if (!traits.hasSubclassMarkers && !m_type.inOldDrawings) {
+        const HxDbDatabase::Imp& drawing = *m_database.imp();
+        if (!m_type.since.empty() &&
+            (!drawing.traits().hasSubclassMarkers || drawing.version < m_type.since)) {
             return false;
         }
         return sortNodes() && hasRequired() && hasSoundCounts() && acceptsAll();

@@ -7,6 +7,9 @@ namespace korvex {
 
 namespace {
 
+constexpr std::string_view kR13 = "AC1012";
+constexpr std::string_view kR14 = "AC1014";
+
 constexpr ObjectType kTypes[] = {
     {"LINE", "AcDbLine", "", {}, {10, 11}},
     {"POINT", "AcDbPoint", "", {}, {10}},
@@ -17,16 +20,16 @@ constexpr ObjectType kTypes[] = {
     {"TRACE", "AcDbTrace", "", {}, {10, 11, 12, 13}},
     {"3DFACE", "AcDbFace", "", {}, {10, 11, 12, 13}},
     {"INSERT", "AcDbBlockReference", "", {}, {2, 10}},
-    {"LWPOLYLINE", "AcDbPolyline", "", {}, {10, 90}, true, false},
-    {"ELLIPSE", "AcDbEllipse", "", {}, {10, 11, 40}, true, false},
-    {"MTEXT", "AcDbMText", "", {}, {1, 10, 40}, true, false},
-    {"RAY", "AcDbRay", "", {}, {10, 11}, true, false},
-    {"XLINE", "AcDbXline", "", {}, {10, 11}, true, false},
-    {"VIEWPORT", "AcDbViewport", "", {}, {10, 40, 41}, true, false},
-    {"XRECORD", "AcDbXrecord", "", {}, {}, false, false},
-    {"DICTIONARY", "AcDbDictionary", "", {}, {}, false, false},
-    {"ACDBPLACEHOLDER", "", "", {}, {}, false, false},
-    {"DICTIONARYVAR", "DictionaryVariables", "", {}, {1}, false, false},
+    {"LWPOLYLINE", "AcDbPolyline", "", {}, {10, 90}, true, kR14},
+    {"ELLIPSE", "AcDbEllipse", "", {}, {10, 11, 40}, true, kR13},
+    {"MTEXT", "AcDbMText", "", {}, {1, 10, 40}, true, kR13},
+    {"RAY", "AcDbRay", "", {}, {10, 11}, true, kR13},
+    {"XLINE", "AcDbXline", "", {}, {10, 11}, true, kR13},
+    {"VIEWPORT", "AcDbViewport", "", {}, {10, 40, 41}, true, kR13},
+    {"XRECORD", "AcDbXrecord", "", {}, {}, false, kR13},
+    {"DICTIONARY", "AcDbDictionary", "", {}, {}, false, kR13},
+    {"ACDBPLACEHOLDER", "", "", {}, {}, false, kR13},
+    {"DICTIONARYVAR", "DictionaryVariables", "", {}, {1}, false, kR13},
 };
 
 }  // namespace

@@ -15,7 +15,7 @@ struct ObjectType {
     std::array<int, 3> secondCodes;  ///< codes of the second subclass; 0 is none
     std::array<int, 4> required;     ///< 0 is none
     bool isEntity = true;
-    bool inOldDrawings = true;  ///< known before R13
+    std::string_view since = {};  ///< the first version that knows it; empty for all
 
     /// Which of its own subclasses a value belongs to that the list gives without a marker: 0 or 1.
     std::size_t subclassOf(int code) const;
