@@ -55,6 +55,18 @@ HxModuleHandle refuse(const std::wstring& name, const std::wstring& reason) {
     return nullptr;
 }
 
+/// Null, with what is wrong, when the file is no resource library.
+HxModule* openResources(const QString& path, std::wstring& wrong) {
+    HxModule* const library = korvex::openLibrary(path, wrong);
+    if (library) {
+        wrong = collectTables(*library);
+        if (!wrong.empty()) {
+            korvex::closeLibrary(library);
+        }
+    }
+    return wrong.empty() ? library : nullptr;
+}
+
 HxModuleHandle loadResources(const wchar_t* name, const link_map* caller) {
     const std::wstring given(korvex::viewOf(name));
     const QStringList folders = QStringList(QFileInfo(korvex::fileOf(caller)).path())
@@ -63,19 +75,11 @@ HxModuleHandle loadResources(const wchar_t* name, const link_map* caller) {
     if (path.isEmpty()) {
         return refuse(given, L"there is no such file in " + korvex::toWide(folders.join(", ")));
     }
-    HxModule* library = korvex::resourceLibraryOf(path);
+    std::wstring wrong;
+    HxModule* const there = korvex::resourceLibraryOf(path);
+    HxModule* const library = there ? there : openResources(path, wrong);
     if (!library) {
-        std::wstring wrong;
-        library = korvex::openLibrary(path, wrong);
-        if (library) {
-            wrong = collectTables(*library);
-        }
-        if (!wrong.empty()) {
-            if (library) {
-                korvex::closeLibrary(library);
-            }
-            return refuse(given, wrong);
-        }
+        return refuse(given, wrong);
     }
     library->loadedBy.push_back(caller);
     return library;
