@@ -122,7 +122,8 @@ private:
     double m_distance = kInfinity;
 };
 
-/// Counts how often a path crosses the way from the origin to the right.
+/// Counts how often a path crosses the way from the origin to the right. Every run is taken back to its
+/// start, so that ends that meet but for rounding leave no gap to slip through.
 class InsideProbe {
 public:
     InsideProbe(const ViewPlane& view, double tolerance) : m_view(view), m_tolerance(tolerance) {}
@@ -131,39 +132,40 @@ public:
         const bool each = shape.filling == Filling::any;
         bool inside = false;
         shape.path.forEach([&](const PathSegment& segment) {
-            if (segment.verb == PathVerb::move && each) {
-                inside = inside || m_odd;
-                m_odd = false;
+            if (segment.verb == PathVerb::move) {
+                goTo(m_first);
+                inside = inside || (each && m_odd);
+                m_odd = m_odd && !each;
+                m_first = m_last = m_view(segment.end);
+            } else if (segment.verb == PathVerb::line) {
+                goTo(m_view(segment.end));
+            } else {
+                forEachPiece(segment, m_view, Box::all(),
+                             [this](const CurvePiece& piece) { addPiece(piece, 0); });
             }
-            add(segment);
             return true;
         });
+        goTo(m_first);
         return inside || m_odd;
     }
 
 private:
-    void add(const PathSegment& segment) {
-        if (segment.verb == PathVerb::line) {
-            addChord(m_view(segment.start), m_view(segment.end));
-        }
-        forEachPiece(segment, m_view, Box::all(), [this](const CurvePiece& piece) { addPiece(piece, 0); });
-    }
-
-    void addChord(Point2 a, Point2 b) {
-        if ((a.y >= 0) != (b.y >= 0)) {
-            const double x = a.x - a.y * ((b.x - a.x) / (b.y - a.y));
+    void goTo(Point2 p) {
+        if ((m_last.y >= 0) != (p.y >= 0)) {
+            const double x = m_last.x - m_last.y * ((p.x - m_last.x) / (p.y - m_last.y));
             m_odd = m_odd != (x > 0);
         }
+        m_last = p;
     }
 
     void addPiece(const CurvePiece& piece, int depth) {
         const Box hull = piece.hull();
-        if (hull.isEmpty() || hull.x.high < 0 || hull.y.high < 0 || hull.y.low > 0) {
+        if (hull.isEmpty()) {
             return;
         }
-        const bool right = hull.x.low > 0;
-        if (right || depth == kMaxHalvings || piece.isFlat(m_tolerance)) {
-            addChord(piece.start(), piece.end());
+        const bool straight = hull.x.low > 0 || hull.x.high < 0 || hull.y.high < 0 || hull.y.low > 0;
+        if (straight || depth == kMaxHalvings || piece.isFlat(m_tolerance)) {
+            goTo(piece.end());
             return;
         }
         CurvePiece first;
@@ -175,6 +177,7 @@ private:
 
     const ViewPlane& m_view;
     double m_tolerance;
+    Point2 m_first, m_last;
     bool m_odd = false;
 };
 

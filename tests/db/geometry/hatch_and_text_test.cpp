@@ -42,6 +42,7 @@ TEST(Hatch, FullCircleEdgeOfASolid) {
     EXPECT_TRUE(touches(shape, 5, 5));
     EXPECT_TRUE(touches(shape, 5, 8));
     EXPECT_FALSE(touches(shape, 8, 8));
+    EXPECT_FALSE(touches(shape, 1, 5)) << "level with where the circle begins and ends";
 }
 
 TEST(TextBox, StandsOnItsBaseLine) {
