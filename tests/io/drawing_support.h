@@ -75,13 +75,14 @@ inline std::string sheetDrawing() {
 0 LTYPE | 5 15 | 330 5 | 100 AcDbSymbolTableRecord | 100 AcDbLinetypeTableRecord | 2 ByLayer | 70 0 | 3 | 72 65 | 73 0 | 40 0.0
 0 LTYPE | 5 16 | 330 5 | 100 AcDbSymbolTableRecord | 100 AcDbLinetypeTableRecord | 2 Continuous | 70 0 | 3 | 72 65 | 73 0 | 40 0.0
 0 ENDTAB
-0 TABLE | 2 LAYER | 5 2 | 330 0 | 100 AcDbSymbolTable | 70 3
+0 TABLE | 2 LAYER | 5 2 | 330 0 | 100 AcDbSymbolTable | 70 4
 0 LAYER | 5 10 | 330 2 | 100 AcDbSymbolTableRecord | 100 AcDbLayerTableRecord | 2 0 | 70 0 | 62 7 | 6 Continuous | 370 -3
 0 LAYER | 5 11 | 330 2 | 100 AcDbSymbolTableRecord | 100 AcDbLayerTableRecord | 2 WALLS | 70 0 | 62 1 | 6 Continuous | 370 -3 | 1001 ACAD | 1070 5
 999 a comment
 0 LAYER | 5 12 | 330 2 | 100 AcDbSymbolTableRecord | 100 AcDbLayerTableRecord | 2 T)"
         "\xFC"
         R"(R | 70 0 | 62 3 | 6 Continuous | 370 -3
+0 LAYER | 5 17 | 330 2 | 100 AcDbSymbolTableRecord | 100 AcDbLayerTableRecord | 2 EMPTY | 70 0 | 62 5 | 6 Continuous | 370 -3
 0 ENDTAB
 0 TABLE | 2 STYLE | 5 3 | 330 0 | 100 AcDbSymbolTable | 70 1
 0 STYLE | 5 13 | 330 3 | 100 AcDbSymbolTableRecord | 100 AcDbTextStyleTableRecord | 2 Standard | 70 0 | 40 0.0 | 41 1.0 | 50 0.0 | 71 0 | 42 2.5 | 3 txt | 4
@@ -135,7 +136,7 @@ inline std::string oldDrawing() {
     return drawing(R"(999 made by hand
 0 SECTION | 2 HEADER | 9 $ACADVER | 1 AC1009 | 9 $HANDLING | 70 0 | 0 ENDSEC
 0 SECTION | 2 TABLES
-0 TABLE | 2 LAYER | 70 1 | 0 LAYER | 2 WALLS | 70 0 | 62 1 | 6 CONTINUOUS | 0 ENDTAB
+0 TABLE | 2 LAYER | 70 1 | 0 LAYER | 2 WALLS | 70 0 | 62 1 | 6 Continuous | 0 ENDTAB
 0 ENDSEC
 0 SECTION | 2 BLOCKS
 0 BLOCK | 8 0 | 2 DOOR | 70 0 | 10 0.0 | 20 0.0 | 3 DOOR | 0 LINE | 8 GLASS | 6 DASHED | 10 0.0 | 20 0.0 | 11 1.0 | 21 0.0 | 0 ENDBLK | 8 0
