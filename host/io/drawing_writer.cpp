@@ -291,7 +291,8 @@ void DrawingWriter::writeBlockPart(HxDbStub& part) {
     if (hasMoved(record)) {
         groups = withPaperFlag(groups, m_db.format, &record == m_paper);
     }
-    if (!isAsRead(record) && record.contents->blockBegin == &part) {
+    const bool isTouched = !isAsRead(record) || !isAsRead(part);
+    if (isTouched && record.contents->blockBegin == &part) {
         const std::wstring name = recordName(record);
         const std::wstring written = m_db.format.codec->decode(rawName(groups, m_db.format));
         const bool isOldSpace = !hasBlockTable() && isInEntities(record);

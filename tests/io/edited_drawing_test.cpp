@@ -239,6 +239,20 @@ TEST(EditedDrawing, EntitiesFollowTheActiveLayout) {
     hxdbSetWorkingDatabase(nullptr);
 }
 
+TEST(EditedDrawing, UndoneChangeOfTheLayoutGivesTheSameBytes) {
+    const std::string before = sheetDrawing();
+    const auto database = opened(before);
+    hxdbSetWorkingDatabase(database.get());
+    Journal& journal = database->imp()->journal;
+    journal.beginGroup(L"LAYOUT");
+    ASSERT_EQ(hxdbLayoutManager()->setCurrentLayout(L"Second"), Hx::eOk);
+    journal.endGroup();
+    EXPECT_FALSE(writeDrawing(*database) == before);
+    ASSERT_EQ(journal.undo(), Hx::eOk);
+    EXPECT_EQ(changedLines(before, writeDrawing(*database)), std::vector<std::string>{});
+    hxdbSetWorkingDatabase(nullptr);
+}
+
 TEST(Saving, TimeIsSetForChangesOnlyAndFilesReadBack) {
     const QTemporaryDir folder;
     const std::string path = folder.filePath("plan.dxf").toStdString();
