@@ -16,6 +16,13 @@ bool hasNoDisplay() {
            qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
+/// Qt's own messages; that a bare machine has no folder for session files is none that a user can use.
+void showQtMessage(QtMsgType type, const QMessageLogContext&, const QString& message) {
+    if (type != QtDebugMsg && !message.startsWith("QStandardPaths: XDG_RUNTIME_DIR")) {
+        korvex::printError(message);
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -30,6 +37,7 @@ int main(int argc, char** argv) {
         return 1;
     }
     if (options.help || options.version) {
+        const QCoreApplication application(argc, argv);
         const QString text = options.help ? korvex::helpText() : QString("korvex %1\n").arg(kVersion);
         std::fputs(text.toUtf8().constData(), stdout);
         return 0;
@@ -37,6 +45,7 @@ int main(int argc, char** argv) {
     if (options.headless || hasNoDisplay()) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
+    qInstallMessageHandler(showQtMessage);
     QApplication application(argc, argv);
     QApplication::setApplicationName("korvex");
     // Numbers are written with a point, whatever the user's language.

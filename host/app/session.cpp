@@ -1,6 +1,8 @@
 // Runs the program's work from the first module to the last drawing.
 #include "host/app/session.h"
 
+#include "host/base/dynamic_linker.h"
+#include "host/base/log.h"
 #include "host/editor/command_processor.h"
 #include "host/editor/documents.h"
 #include "host/editor/editor.h"
@@ -133,6 +135,7 @@ void takeDown() {
     for (int i = linker().moduleCount() - 1; i >= 0; --i) {
         linker().unloadModule(linker().moduleName(i).c_str());
     }
+    quitModules();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
@@ -144,6 +147,9 @@ int runSession(const Options& options) {
     Editor& host = editor();
     host.console().setWriter([](std::wstring_view text) { printText(stdout, toQt(text)); });
     host.console().setFailureWriter([](std::wstring_view text) { printError(toQt(text)); });
+    setLogHook([](Severity severity, const std::wstring& message) {
+        printError((severity == Severity::Note ? "note: " : "") + toQt(message));
+    });
     host.setIdleHandler([] { QCoreApplication::processEvents(); });
     bool good = loadModules(options);
     if (good && openFiles(options.files) && queueScripts(options.scripts)) {

@@ -93,8 +93,9 @@ TEST_F(LayerCommand, GuardsTheCurrentLayer) {
     ASSERT_EQ(failures.size(), 1U);
     EXPECT_TRUE(contains(failures[0], L"Layer \"A\" is current and can not be frozen"));
     run(L"-LAYER OFF A\nN\n\n");
-    const HxDbObjectPointer<HxDbLayerTableRecord> a(layer(L"A"), HxDb::kForRead);
+    HxDbObjectPointer<HxDbLayerTableRecord> a(layer(L"A"), HxDb::kForRead);
     EXPECT_FALSE(a->isOff());
+    a.close();
     run(L"-LAYER S 0\n\n");
     EXPECT_EQ(failures.size(), 2U);
     EXPECT_EQ(variable(L"CLAYER"), L"\"A\"");

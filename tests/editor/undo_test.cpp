@@ -15,7 +15,7 @@ protected:
 
 TEST_F(Undo, TakesBackWholeCommandsAndDoesThemAgain) {
     run(L"LINE 0,0 1,1 2,2 \n");
-    run(L"-LAYER N A,B S A\n\n");
+    run(L"-LAYER N A,B\nS A\n\n");
     EXPECT_EQ(run(L"U\n"), L"Command: U\n-LAYER\n");
     EXPECT_FALSE(hasLayer(L"A"));
     EXPECT_EQ(entities(), 2);
