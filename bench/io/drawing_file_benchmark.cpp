@@ -21,20 +21,20 @@ std::string hex(std::size_t value) {
     return text;
 }
 
-/// Layers as real drawings write them, a line on every tenth.
+/// Layers as real drawings write them, a line on every tenth but the first.
 std::string manyLayers(std::size_t count) {
     std::string out =
         "  0\nSECTION\n  2\nHEADER\n  9\n$ACADVER\n  1\nAC1027\n  9\n$HANDSEED\n  5\nFFFFFF\n  0\nENDSEC\n"
         "  0\nSECTION\n  2\nTABLES\n  0\nTABLE\n  2\nLAYER\n  5\n2\n330\n0\n100\nAcDbSymbolTable\n 70\n" +
         std::to_string(count) + "\n";
     for (std::size_t i = 0; i < count; ++i) {
+        const std::string name = i == 0 ? "0" : "A-WALL-" + std::to_string(i);
         out += "  0\nLAYER\n  5\n" + hex(0x100 + i) +
-               "\n330\n2\n100\nAcDbSymbolTableRecord\n100\nAcDbLayerTableRecord\n  2\nA-WALL-" +
-               std::to_string(i) +
+               "\n330\n2\n100\nAcDbSymbolTableRecord\n100\nAcDbLayerTableRecord\n  2\n" + name +
                "\n 70\n     0\n 62\n     7\n  6\nContinuous\n370\n    -3\n390\nF\n347\n6B\n";
     }
     out += "  0\nENDTAB\n  0\nENDSEC\n  0\nSECTION\n  2\nENTITIES\n";
-    for (std::size_t i = 0; i < count; i += 10) {
+    for (std::size_t i = 10; i < count; i += 10) {
         out += "  0\nLINE\n  5\n" + hex(0x100 + count + i) + "\n330\n1F\n100\nAcDbEntity\n  8\nA-WALL-" +
                std::to_string(i) +
                "\n100\nAcDbLine\n 10\n1.5\n 20\n2.25\n 30\n0.0\n 11\n10.0\n 21\n20.0\n 31\n0.0\n";

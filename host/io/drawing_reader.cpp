@@ -48,14 +48,17 @@ void complete(HxDbDatabase& database, UnplacedRecords& records) {
     implied.addTables();
     implied.addNamedObjects();
     RecordPlacing(database, records, implied).run();
-    for (const wchar_t* linetype : {L"ByBlock", L"ByLayer", L"Continuous"}) {
-        implied.addRecord(TableKind::linetype, linetype);
+    for (const char* linetype : {"ByBlock", "ByLayer", "Continuous"}) {
+        records.linetypes.add(linetype);
     }
-    implied.addRecord(TableKind::layer, L"0");
-    implied.addRecord(TableKind::style, L"Standard");
-    implied.addRecords(TableKind::linetype, records.linetypes);
-    implied.addRecords(TableKind::layer, records.layers);
-    implied.addRecords(TableKind::style, records.styles);
+    records.layers.add("0");
+    records.styles.add("Standard");
+    const auto add = [&](TableKind kind, NameSet& names) {
+        implied.addRecords(kind, std::move(names), records.names[static_cast<std::size_t>(kind)]);
+    };
+    add(TableKind::linetype, records.linetypes);
+    add(TableKind::layer, records.layers);
+    add(TableKind::style, records.styles);
 }
 
 /// What was read before the damage must not be taken for a drawing.

@@ -241,6 +241,7 @@ bool FileLoader::beginTable(const FileRecord& record) {
         addRaw(record.slice);
         return true;
     }
+    m_tableKind = kind;
     m_table = m_db.tables[index(kind)];
     if (m_table) {  // the table's second part
         addRaw(record.slice);
@@ -262,13 +263,13 @@ bool FileLoader::tableRecord(const FileRecord& record) {
     if (record.type != m_table->recordClass->type) {
         return fail(record, L"a record of another type stands in the TABLE of " + openPlace() + L".");
     }
-    const RecordHead head =
-        readHead(record.slice, m_db.format, kind.recordClass->handleCode, HeadPart::identity);
+    const RecordHead head = readHead(record.slice, m_db.format, kind.recordClass->handleCode, HeadPart::name);
     HxDbStub& stub = addStub(record, *kind.recordClass, head.handle);
     std::vector<HxDbStub*>& members = m_table->contents->members;
     stub.owner = m_table;
     stub.position = static_cast<std::uint32_t>(members.size());
     members.push_back(&stub);
+    m_unplaced.names[index(m_tableKind)].push_back(head.name);
     if (m_table == m_db.table(TableKind::block)) {
         stub.contents = std::make_unique<Contents>();
     }

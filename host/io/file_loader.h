@@ -27,9 +27,10 @@ struct LooseEntity {
 struct UnplacedRecords {
     std::vector<BlockRun> blocks;
     std::vector<LooseEntity> entities;
-    UsedNames layers;
-    UsedNames linetypes;
-    UsedNames styles;
+    NameSet layers;  ///< that entities are on
+    NameSet linetypes;
+    NameSet styles;
+    std::array<RecordNames, static_cast<std::size_t>(TableKind::count)> names;  ///< of the tables' records
     bool anyHandle = false;
 };
 
@@ -95,6 +96,7 @@ private:
     bool m_inTable = false;
     bool m_inBlock = false;
     HxDbStub* m_table = nullptr;  ///< the open table; null in one that the host does not know
+    TableKind m_tableKind = TableKind::count;
     HxDbStub* m_mainEntity = nullptr;
     std::string_view m_mainType;
     RecordKind m_kind;  ///< of the last record; most records are of their predecessor's

@@ -3,7 +3,8 @@
 
 #include "host/db/groups/group_writer.h"
 #include "host/db/kernel/text_fold.h"
-#include "host/io/record_head.h"
+
+#include <algorithm>
 
 namespace korvex {
 
@@ -28,6 +29,13 @@ const char* subclassOf(TableKind kind) {
         }
     }
     return "";
+}
+
+constexpr char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+/// ASCII without escapes.
+bool isPlain(std::string_view name) {
+    return std::all_of(name.begin(), name.end(), [](char c) { return c > 0 && c != '\\'; });
 }
 
 /// Groups in the drawing's form.
@@ -87,6 +95,19 @@ private:
 
 }  // namespace
 
+std::size_t NameSet::Hash::operator()(std::string_view name) const {
+    std::uint64_t hash = 14695981039346656037ULL;  // FNV-1a
+    for (char c : name) {
+        hash = (hash ^ static_cast<unsigned char>(lower(c))) * 1099511628211ULL;
+    }
+    return static_cast<std::size_t>(hash);
+}
+
+bool NameSet::Equal::operator()(std::string_view a, std::string_view b) const {
+    return a.size() == b.size() &&
+           std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return lower(x) == lower(y); });
+}
+
 ImpliedRecords::ImpliedRecords(HxDbDatabase& database) : m_db(*database.imp()) {}
 
 HxDbStub& ImpliedRecords::add(std::string_view type, RecordPlace place, HxDbStub* owner) {
@@ -138,29 +159,26 @@ void ImpliedRecords::addNamedObjects() {
     m_db.namedObjects = &stub;
 }
 
-void ImpliedRecords::addRecords(TableKind kind, const UsedNames& used) {
-    for (std::string_view name : used.names()) {
-        addRecord(kind, m_db.format.codec->decode(name));
+void ImpliedRecords::addRecords(TableKind kind, NameSet wanted, const RecordNames& present) {
+    for (std::string_view name : present) {
+        wanted.remove(name);
     }
-}
-
-void ImpliedRecords::addRecord(TableKind kind, std::wstring_view name) {
-    if (!has(kind, name)) {
-        addTo(kind, name);
+    // What is left is missing, but for names that are the same in a way that bytes do not show.
+    std::unordered_set<std::wstring> folded;
+    for (std::string_view name : wanted) {
+        const std::wstring text = m_db.format.codec->decode(name);
+        if (!isPlain(name) && folded.empty()) {
+            for (std::string_view other : present) {
+                folded.insert(foldName(m_db.format.codec->decode(other)));
+            }
+        }
+        if (isPlain(name) || folded.insert(foldName(text)).second) {
+            addTo(kind, text);
+        }
     }
 }
 
 HxDbStub& ImpliedRecords::addBlock(std::wstring_view name) { return addTo(TableKind::block, name); }
-
-bool ImpliedRecords::has(TableKind kind, std::wstring_view name) {
-    std::unordered_set<std::wstring>& names = m_names[static_cast<std::size_t>(kind)];
-    if (names.empty()) {
-        for (const HxDbStub* record : m_db.table(kind)->contents->members) {
-            names.insert(foldName(m_db.format.codec->decode(rawName(record->blob.groups(), m_db.format))));
-        }
-    }
-    return names.count(foldName(name)) > 0;
-}
 
 HxDbStub& ImpliedRecords::addTo(TableKind kind, std::wstring_view name) {
     HxDbStub& table = *m_db.table(kind);
@@ -177,7 +195,6 @@ HxDbStub& ImpliedRecords::addTo(TableKind kind, std::wstring_view name) {
     std::vector<HxDbStub*>& members = table.contents->members;
     stub.position = static_cast<std::uint32_t>(members.size());
     members.push_back(&stub);
-    m_names[static_cast<std::size_t>(kind)].insert(foldName(name));
     return stub;
 }
 

@@ -10,8 +10,8 @@
 
 namespace korvex {
 
-/// Names that entities use, as the drawing spells them.
-class UsedNames {
+/// Names as the drawing spells them; those that differ in the case of "A" to "Z" only are one.
+class NameSet {
 public:
     void add(std::string_view name) {
         if (name.data() != m_last.data() && name != m_last && !name.empty()) {
@@ -19,12 +19,24 @@ public:
             m_last = name;
         }
     }
-    const std::unordered_set<std::string_view>& names() const { return m_names; }
+    void remove(std::string_view name) { m_names.erase(name); }
+    bool empty() const { return m_names.empty(); }
+    auto begin() const { return m_names.begin(); }
+    auto end() const { return m_names.end(); }
 
 private:
-    std::unordered_set<std::string_view> m_names;
+    struct Hash {
+        std::size_t operator()(std::string_view name) const;
+    };
+    struct Equal {
+        bool operator()(std::string_view a, std::string_view b) const;
+    };
+    std::unordered_set<std::string_view, Hash, Equal> m_names;
     std::string_view m_last;
 };
+
+/// The names of a table's records, in their order.
+using RecordNames = std::vector<std::string_view>;
 
 /// Adds what is missing. The handles of the database must be settled.
 class ImpliedRecords {
@@ -35,20 +47,16 @@ public:
     void addTables();
     /// The named-object dictionary, where the version has dictionaries.
     void addNamedObjects();
-    /// Records of the names that are in no record of the table yet.
-    void addRecords(TableKind kind, const UsedNames& used);
-    void addRecord(TableKind kind, std::wstring_view name);
+    /// Records of the wanted names that none of the table's records has.
+    void addRecords(TableKind kind, NameSet wanted, const RecordNames& present);
     /// A block record; its name need not be free.
     HxDbStub& addBlock(std::wstring_view name);
 
 private:
     HxDbStub& add(std::string_view type, RecordPlace place, HxDbStub* owner);
     HxDbStub& addTo(TableKind kind, std::wstring_view name);
-    bool has(TableKind kind, std::wstring_view name);
 
     HxDbDatabase::Imp& m_db;
-    /// Folded names of the tables' records, gathered when first asked for.
-    std::array<std::unordered_set<std::wstring>, static_cast<std::size_t>(TableKind::count)> m_names;
 };
 
 }  // namespace korvex

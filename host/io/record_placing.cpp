@@ -48,9 +48,10 @@ void RecordPlacing::run() {
 }
 
 void RecordPlacing::gatherNames() {
-    for (HxDbStub* record : m_db.table(TableKind::block)->contents->members) {
-        const std::string_view name = rawName(record->blob.groups(), m_db.format);
-        m_byName.emplace(foldName(m_db.format.codec->decode(name)), record);
+    const std::vector<HxDbStub*>& records = m_db.table(TableKind::block)->contents->members;
+    const RecordNames& names = m_records.names[static_cast<std::size_t>(TableKind::block)];
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        m_byName.emplace(foldName(m_db.format.codec->decode(names[i])), records[i]);
     }
 }
 
