@@ -24,13 +24,15 @@ inline HxRxDynamicLinker& linker() {
     return *HxRxDynamicLinker::cast(hxrxSysRegistry()->at(L"DynamicLinker"));
 }
 
-/// Widgets need it; one for the process.
+/// Widgets need it; one for the process, which it outlives: the offscreen platform leaks its screen when it
+/// is taken down.
 inline void needApplication() {
     static int count = 1;
     static char name[] = "module_test";
     static char* arguments[] = {name, nullptr};
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    static const QApplication application(count, arguments);
+    static const QApplication* const application = new QApplication(count, arguments);
+    Q_UNUSED(application);
 }
 
 class ModuleTest : public EditorTest {
