@@ -103,6 +103,12 @@ void Journal::clear() {
     ++m_segment;
 }
 
+void Journal::markSaved() {
+    closeLooseGroup();
+    ++m_segment;
+    m_saved = m_entries.size();
+}
+
 void Journal::recordChange(HxDbStub& stub) {
     if (recording && stub.journaled != m_segment) {
         push(stateOf(Kind::changed, stub));
@@ -133,8 +139,7 @@ void Journal::recordHeader(const std::string& name) {
 }
 
 void Journal::forgetLast(HxDbStub& stub, std::size_t size) {
-    if (m_entries.size() == size + 1 && m_entries.back().stub == &stub &&
-        m_entries.back().kind == Kind::changed) {
+    if (m_entries.size() == size + 1 && m_entries.back().stub == &stub) {
         m_entries.pop_back();
         stub.journaled = 0;
         dropEmptyGroups();

@@ -36,7 +36,7 @@ public:
     /// Forgets all steps (after reading a drawing).
     void clear();
     /// What the drawing is now is what its file holds: coming back here by undo or redo makes it unmodified.
-    void markSaved() { m_saved = m_entries.size(); }
+    void markSaved();
 
     // Called by the kernel, before the change.
     void recordChange(HxDbStub& stub);
