@@ -3,7 +3,6 @@
 
 #include "host/db/groups/group_writer.h"
 #include "host/db/kernel/database_imp.h"
-#include "host/db/kernel/text_fold.h"
 #include "sdk/hxdbentity.h"
 
 HX_DEFINE_MEMBERS(HxDbViewport, HxDbEntity)
@@ -61,13 +60,16 @@ void ViewportImp::xdataRead(HxDbDatabase& database) {
         if (cursor.code() == kXDataText) {
             isMview = isMview || cursor.asText() == L"MVIEW";
         } else if (isMview && cursor.code() == kXDataLayer) {
-            m_frozenNames.push_back(cursor.asText());
+            m_frozenNames.emplace_back(TableKind::layer);
+            m_frozenNames.back().setName(cursor.asText());
+            m_frozenNames.back().record(&database);
         }
     }
 }
 
 /// Puts the present names between the inner braces of the MVIEW data.
 void ViewportImp::namesToXData(const HxDbDatabase& database) {
+    refreshXData(*this);
     GroupWriter out(database.imp()->format);
     int depth = 0;
     bool written = false;
@@ -80,8 +82,8 @@ void ViewportImp::namesToXData(const HxDbDatabase& database) {
         depth += cursor.code() != kXDataBrace ? 0 : cursor.asText() == L"{" ? 1 : -1;
         if (depth == 2 && !written) {
             written = true;
-            for (const std::wstring& layer : m_frozenNames) {
-                out.text(kXDataLayer, layer);
+            for (const RecordRef& layer : m_frozenNames) {
+                out.text(kXDataLayer, layer.name());
             }
         }
     }
@@ -114,13 +116,14 @@ bool ViewportImp::isStaleForSaving() const {
 
 std::vector<HxDbStub*> ViewportImp::frozenLayers(const HxDbDatabase& database) const {
     std::vector<HxDbStub*> layers;
+    refreshXData(*stub);
     for (const Frozen& frozen : m_frozen) {
         if (frozen.layer && !frozen.layer->erased) {
             layers.push_back(frozen.layer);
         }
     }
-    for (const std::wstring& name : m_frozenNames) {
-        if (HxDbStub* layer = findRecord(database, TableKind::layer, name)) {
+    for (const RecordRef& frozen : m_frozenNames) {
+        if (HxDbStub* layer = frozen.record(&database)) {
             layers.push_back(layer);
         }
     }
@@ -129,7 +132,8 @@ std::vector<HxDbStub*> ViewportImp::frozenLayers(const HxDbDatabase& database) c
 
 void ViewportImp::freeze(HxDbStub& layer) {
     if (usesNames(*layer.database)) {
-        m_frozenNames.push_back(recordName(layer));
+        m_frozenNames.emplace_back(TableKind::layer);
+        m_frozenNames.back().setRecord(layer);
     } else {
         const int code = m_frozen.empty() ? kFrozenCode : m_frozen.front().code;
         m_frozen.push_back({code, layer.handle, &layer});
@@ -140,10 +144,10 @@ void ViewportImp::thaw(const HxDbStub& layer) {
     m_frozen.erase(std::remove_if(m_frozen.begin(), m_frozen.end(),
                                   [&](const Frozen& frozen) { return frozen.layer == &layer; }),
                    m_frozen.end());
-    const std::wstring name = recordName(const_cast<HxDbStub&>(layer));
-    m_frozenNames.erase(std::remove_if(m_frozenNames.begin(), m_frozenNames.end(),
-                                       [&](const std::wstring& frozen) { return equalNames(frozen, name); }),
-                        m_frozenNames.end());
+    m_frozenNames.erase(
+        std::remove_if(m_frozenNames.begin(), m_frozenNames.end(),
+                       [&](const RecordRef& frozen) { return frozen.record(layer.database) == &layer; }),
+        m_frozenNames.end());
 }
 
 namespace {

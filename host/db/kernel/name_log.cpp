@@ -59,14 +59,17 @@ TableKind referencedTable(std::string_view recordType, bool isEntity, int code) 
     return TableKind::count;
 }
 
-void NameLog::add(TableKind table, std::wstring from, std::wstring to) {
-    m_entries.push_back({table, std::move(from), std::move(to)});
+void NameLog::add(TableKind table, const HxDbStub& record, std::wstring from, std::wstring to) {
+    m_entries.push_back({table, &record, std::move(from), std::move(to)});
 }
 
 std::wstring NameLog::resolve(TableKind table, std::wstring name, std::uint32_t generation) const {
+    const HxDbStub* record = nullptr;
     for (std::size_t i = generation; i < m_entries.size(); ++i) {
         const Entry& entry = m_entries[i];
-        if (entry.table == table && equalNames(entry.from, name)) {
+        const bool isIt = record ? entry.record == record : equalNames(entry.from, name);
+        if (entry.table == table && isIt) {
+            record = entry.record;
             name = entry.to;
         }
     }

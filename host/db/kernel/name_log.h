@@ -29,11 +29,12 @@ TableKind tableKind(std::string_view name);
 TableKind referencedTable(std::string_view recordType, bool isEntity, int code);
 
 /// Every rename since the drawing was read, in order. Groups that were written when the log had n entries
-/// hold names of that time; resolve() takes such a name to the one of now.
+/// hold names of that time; resolve() takes such a name to the one of now. Undo may pass through states in
+/// which two records have the same name, therefore it follows the record that the name was of.
 class NameLog {
 public:
     std::uint32_t size() const { return static_cast<std::uint32_t>(m_entries.size()); }
-    void add(TableKind table, std::wstring from, std::wstring to);
+    void add(TableKind table, const HxDbStub& record, std::wstring from, std::wstring to);
     std::wstring resolve(TableKind table, std::wstring name, std::uint32_t generation) const;
     /// The groups with the names of now; false when none is different (`out` is left alone).
     bool refresh(std::string_view recordType, bool isEntity, const Blob& blob, const GroupFormat& format,
@@ -42,6 +43,7 @@ public:
 private:
     struct Entry {
         TableKind table;
+        const HxDbStub* record;
         std::wstring from;
         std::wstring to;
     };

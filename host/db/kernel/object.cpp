@@ -147,7 +147,9 @@ resbuf* HxDbObject::xData(const wchar_t* application) const {
     if (!m_imp->stub || m_imp->xdata.empty()) {
         return nullptr;
     }
+    refreshXData(*m_imp->stub);
     const HxDbDatabase& database = *m_imp->stub->database;
+    refreshXData(*m_imp);
     if (!application || !*application) {
         return chainOfGroups(m_imp->xdata, database.imp()->format, database);
     }
@@ -167,6 +169,7 @@ Hx::ErrorStatus HxDbObject::setXData(const resbuf* data) {
         return Hx::eInvalidInput;
     }
     HxDbDatabase& database = *m_imp->stub->database;
+    refreshXData(*m_imp->stub);
     std::vector<ApplicationData> parts = splitXData(m_imp->xdata, database.imp()->format);
     Hx::ErrorStatus status = mergeXData(parts, data, database);
     std::string merged;

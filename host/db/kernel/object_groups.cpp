@@ -96,9 +96,27 @@ void readObject(HxDbStub& stub) {
     imp.extensionDictionary = nullptr;
     imp.xdata.clear();
     imp.xdataChanged = false;
+    imp.xdataGeneration = stub.database->imp()->names.size();
     ObjectReading(stub, imp).run();
+    imp.xdataGeneration = stub.blob.generation();
     imp.xdataRead(*stub.database);
     imp.fieldsRead(*stub.database);
+}
+
+void refreshXData(HxDbStub& stub) {
+    HxDbObjectImp& imp = *stub.object->imp();
+    const HxDbDatabase::Imp& db = *stub.database->imp();
+    if (imp.xdataGeneration >= db.names.size()) {
+        return;
+    }
+    Blob old{std::string_view(imp.xdata)};
+    old.setGeneration(imp.xdataGeneration);
+    imp.xdataGeneration = db.names.size();
+    std::string fresh;
+    if (db.names.refresh({}, false, old, db.format, fresh)) {
+        imp.xdata = std::move(fresh);
+        imp.xdataRead(*stub.database);
+    }
 }
 
 FieldWriter::Frame frameOf(const HxDbStub& stub) {
@@ -118,12 +136,24 @@ FieldWriter::Frame frameOf(const HxDbStub& stub) {
     return frame;
 }
 
+void refreshXData(HxDbObjectImp& imp) {
+    const HxDbDatabase::Imp& db = *imp.stub->database->imp();
+    if (imp.xdataGeneration < db.names.size() && !imp.xdata.empty()) {
+        std::string fresh;
+        if (db.names.refresh({}, false, Blob(imp.xdata, imp.xdataGeneration), db.format, fresh)) {
+            imp.xdata = std::move(fresh);
+        }
+    }
+    imp.xdataGeneration = db.names.size();
+}
+
 namespace {
 
 /// The groups with the fields of now, whether they were changed or not.
 Blob merged(HxDbStub& stub) {
     const HxDbDatabase::Imp& db = *stub.database->imp();
     FieldWriter fields(db.format);
+    refreshXData(*stub.object->imp());
     stub.object->imp()->writeFields(fields);
     const FieldWriter::Frame frame = frameOf(stub);
     return {fields.merge(stub.blob.groups(), frame), db.names.size()};
@@ -134,6 +164,7 @@ Blob merged(HxDbStub& stub) {
 const Blob& currentBlob(HxDbStub& stub) {
     refreshNames(stub);
     if (stub.changed && stub.object) {
+        refreshXData(stub);
         stub.blob = merged(stub);
         stub.changed = false;
         stub.object->imp()->xdataChanged = false;

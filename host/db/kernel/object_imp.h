@@ -63,9 +63,10 @@ public:
     std::string type;              ///< record type as the drawing writes it
     std::wstring dxfName;          ///< the same, for HxDbObject::dxfName
     HxDbStub* extensionDictionary = nullptr;
-    HxDbStub* newOwner = nullptr;  ///< an owner other than the groups tell
-    std::string xdata;             ///< all extended data, as groups
-    bool xdataChanged = false;     ///< differs from the blob's
+    HxDbStub* newOwner = nullptr;       ///< an owner other than the groups tell
+    std::string xdata;                  ///< all extended data, as groups
+    bool xdataChanged = false;          ///< differs from the blob's
+    std::uint32_t xdataGeneration = 0;  ///< renames that had happened when it was read or set
     bool fieldsChangedInOpen = false;
     bool xdataChangedInOpen = false;
     bool erasedChangedInOpen = false;
@@ -96,12 +97,19 @@ HxDbObject* materialise(HxDbStub& stub);
 /// Reads the fields anew from the stub's blob.
 void readObject(HxDbStub& stub);
 
+/// Puts names in the extended data right that were changed since it was read or set. To be called before it
+/// is looked at.
+void refreshXData(HxDbStub& stub);
+
 /// The object's groups as of now: fields that were changed are merged in, names that were changed since are
 /// put right.
 const Blob& currentBlob(HxDbStub& stub);
 
 /// The same for a file: without references to what was erased.
 Blob blobForSaving(HxDbStub& stub);
+
+/// Puts the layer names in an object's extended data right that were changed since it was read or set.
+void refreshXData(HxDbObjectImp& imp);
 
 /// The owner, also where only the groups tell it; null when there is none.
 HxDbStub* ownerOf(HxDbStub& stub);

@@ -52,7 +52,7 @@ void SymbolRecordImp::noteName(HxDbDatabase& database) {
         return;
     }
     if (!m_loggedName.empty()) {
-        database.imp()->names.add(m_table, m_loggedName, name);
+        database.imp()->names.add(m_table, *stub, m_loggedName, name);
     }
     const bool isKnown = !m_loggedName.empty() || stub->blob.empty();
     m_loggedName = name;
