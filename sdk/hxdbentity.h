@@ -17,6 +17,7 @@ public:
     Hx::ErrorStatus setLayer(HxDbObjectId layer);
     Hx::ErrorStatus setLayer(const wchar_t* name);
     HxCmColor color() const;
+    /// eNotApplicable for a true colour in a drawing older than R2004.
     Hx::ErrorStatus setColor(const HxCmColor& color);
     /// Null id means by layer.
     HxDbObjectId linetypeId() const;

@@ -77,9 +77,11 @@ private:
         return contents && (contents->blockBegin == &stub || contents->blockEnd == &stub);
     }
 
-    std::string_view groupsOf(HxDbStub& stub) const {
-        const bool isCurrent = !stub.changed && stub.blob.generation() >= m_db.names.size();
-        return isCurrent ? stub.blob.groups() : currentBlob(stub).groups();
+    /// What is written of an object.
+    Blob groupsOf(HxDbStub& stub) const {
+        const bool isCurrent =
+            !stub.changed && stub.blob.generation() >= m_db.names.size() && !m_db.hasErased;
+        return isCurrent ? stub.blob : blobForSaving(stub);
     }
 
     // ---- the layout ----
@@ -263,7 +265,7 @@ void DrawingWriter::writeObject(HxDbStub& stub) {
     if (isTable(stub)) {
         writeTable(stub);
     } else {
-        m_text += groupsOf(stub);
+        m_text += groupsOf(stub).groups();
     }
 }
 
@@ -276,7 +278,8 @@ void DrawingWriter::writeTable(HxDbStub& table) {
         now += !record->erased && !record->implicit ? 1 : 0;
     }
     constexpr int kCountCode = 70;
-    const std::string_view groups = groupsOf(table);
+    const Blob blob = groupsOf(table);
+    const std::string_view groups = blob.groups();
     if (before == now && table.inFile) {
         m_text += groups;
     } else {
@@ -287,7 +290,7 @@ void DrawingWriter::writeTable(HxDbStub& table) {
 /// A BLOCK or ENDBLK: it follows its block record's name and place.
 void DrawingWriter::writeBlockPart(HxDbStub& part) {
     HxDbStub& record = *part.owner;
-    std::string groups(groupsOf(part));
+    std::string groups(groupsOf(part).groups());
     if (hasMoved(record)) {
         groups = withPaperFlag(groups, m_db.format, &record == m_paper);
     }
@@ -326,7 +329,7 @@ void DrawingWriter::writeHeader() {
 void DrawingWriter::writeNewRecords(const HxDbStub& table) {
     for (HxDbStub* record : table.contents->members) {
         if (isNew(*record)) {
-            m_text += groupsOf(*record);
+            m_text += groupsOf(*record).groups();
         }
     }
 }
@@ -351,7 +354,7 @@ void DrawingWriter::writeNewTables() {
 void DrawingWriter::writeMembers(const HxDbStub& record) {
     for (HxDbStub* entity : record.contents->members) {
         if (isToWrite(record, *entity)) {
-            m_text += withPaperFlag(groupsOf(*entity), m_db.format, &record == m_paper);
+            m_text += withPaperFlag(groupsOf(*entity).groups(), m_db.format, &record == m_paper);
         }
     }
 }
@@ -372,7 +375,7 @@ void DrawingWriter::writeNewBlocks() {
 
 void DrawingWriter::writeNewObjects() {
     for (HxDbStub* object : m_newObjects) {
-        m_text += groupsOf(*object);
+        m_text += groupsOf(*object).groups();
     }
 }
 

@@ -63,6 +63,7 @@ void EntityImp::fieldsRead(HxDbDatabase& database) {
     } else if (m_index >= 0 && m_index <= HxCmColor::kIndexByLayer) {
         color.setColorIndex(static_cast<std::int16_t>(m_index));
     }
+    m_readColor = color;
 }
 
 void EntityImp::added(HxDbDatabase& database) {
@@ -84,20 +85,21 @@ void EntityImp::writeFields(FieldWriter& out) const {
     } else {
         out.text(kLinetypeCode, linetype.name());
     }
-    color.isByLayer() ? out.defaultInteger(kColorCode, HxCmColor::kIndexByLayer)
-                      : out.integer(kColorCode, color.colorIndex());
+    const long long index = color == m_readColor ? m_index : color.colorIndex();
+    index == HxCmColor::kIndexByLayer ? out.defaultInteger(kColorCode, index)
+                                      : out.integer(kColorCode, index);
     if (traits.hasLineWeights && lineWeight != kByLayerWeight) {
         out.integer(kLineWeightCode, lineWeight);
     } else {
         out.defaultInteger(kLineWeightCode, lineWeight);
     }
     visible ? out.defaultInteger(kVisibilityCode, 0) : out.integer(kVisibilityCode, 1);
-    if (color.isByColor() && traits.hasTrueColors) {
+    if (color.isByColor()) {
         out.integer(kTrueColorCode, color.red() << 16 | color.green() << 8 | color.blue());
     } else {
         out.absent(kTrueColorCode);
     }
-    if (color.isFromBook() && traits.hasTrueColors) {
+    if (color.isFromBook()) {
         out.text(kBookCode, color.getDictionaryKey());
     } else {
         out.absent(kBookCode);
@@ -151,6 +153,9 @@ Hx::ErrorStatus HxDbEntity::setLayer(const wchar_t* name) {
 HxCmColor HxDbEntity::color() const { return fields<EntityImp>(this).color; }
 
 Hx::ErrorStatus HxDbEntity::setColor(const HxCmColor& color) {
+    if (color.isByColor() && database() && !database()->imp()->traits().hasTrueColors) {
+        return Hx::eNotApplicable;
+    }
     const Hx::ErrorStatus status = beginChange(this);
     if (status == Hx::eOk) {
         fields<EntityImp>(this).color = color;

@@ -30,7 +30,7 @@ private:
     long long m_index = HxCmColor::kIndexByLayer;
     long long m_trueColor = -1;
     std::wstring m_bookKey;
-    bool m_commonOver = false;
+    HxCmColor m_readColor = color;  ///< as long as it is the colour, the index stays as it was read
 };
 
 }  // namespace korvex

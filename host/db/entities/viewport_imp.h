@@ -35,7 +35,7 @@ private:
         HxDbStub* layer = nullptr;  ///< null when the drawing lacks it; the handle is kept then
     };
     std::vector<Frozen> m_frozen;
-    std::vector<std::wstring> m_frozenNames;  ///< older than R13
+    std::vector<RecordRef> m_frozenNames;  ///< older than R13
 };
 
 }  // namespace korvex

@@ -19,15 +19,29 @@ struct Reference {
     TableKind table;
 };
 constexpr Reference kReferences[] = {
-    {nullptr, 8, TableKind::layer},      {nullptr, 6, TableKind::linetype},
-    {"BLOCK", 2, TableKind::block},      {"BLOCK", 3, TableKind::block},
-    {"LAYER", 6, TableKind::linetype},   {"TEXT", 7, TableKind::style},
-    {"MTEXT", 7, TableKind::style},      {"ATTRIB", 7, TableKind::style},
-    {"ATTDEF", 7, TableKind::style},     {"INSERT", 2, TableKind::block},
-    {"DIMENSION", 2, TableKind::block},  {"DIMENSION", 3, TableKind::dimStyle},
-    {"LEADER", 3, TableKind::dimStyle},  {"TOLERANCE", 3, TableKind::dimStyle},
-    {"$CLAYER", 8, TableKind::layer},    {"$CELTYPE", 6, TableKind::linetype},
-    {"$TEXTSTYLE", 7, TableKind::style}, {"$DIMSTYLE", 2, TableKind::dimStyle},
+    {nullptr, 8, TableKind::layer},
+    {nullptr, 6, TableKind::linetype},
+    {"BLOCK", 2, TableKind::block},
+    {"BLOCK", 3, TableKind::block},
+    {"LAYER", 6, TableKind::linetype},
+    {"TEXT", 7, TableKind::style},
+    {"MTEXT", 7, TableKind::style},
+    {"ATTRIB", 7, TableKind::style},
+    {"ATTDEF", 7, TableKind::style},
+    {"INSERT", 2, TableKind::block},
+    {"ACAD_TABLE", 2, TableKind::block},
+    {"ARC_DIMENSION", 2, TableKind::block},
+    {"ARC_DIMENSION", 3, TableKind::dimStyle},
+    {"LARGE_RADIAL_DIMENSION", 2, TableKind::block},
+    {"LARGE_RADIAL_DIMENSION", 3, TableKind::dimStyle},
+    {"DIMENSION", 2, TableKind::block},
+    {"DIMENSION", 3, TableKind::dimStyle},
+    {"LEADER", 3, TableKind::dimStyle},
+    {"TOLERANCE", 3, TableKind::dimStyle},
+    {"$CLAYER", 8, TableKind::layer},
+    {"$CELTYPE", 6, TableKind::linetype},
+    {"$TEXTSTYLE", 7, TableKind::style},
+    {"$DIMSTYLE", 2, TableKind::dimStyle},
 };
 
 }  // namespace

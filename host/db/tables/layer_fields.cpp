@@ -68,6 +68,7 @@ void LayerImp::fieldsRead(HxDbDatabase& database) {
     off = m_index < 0;
     const long long index = std::llabs(m_index);
     color = colorOf(index >= 1 && index <= kLastIndex ? index : 7, m_trueColor, m_bookKey);
+    m_readColor = color;
     linetype.record(&database);
 }
 
@@ -101,14 +102,14 @@ void LayerImp::xdataRead(HxDbDatabase& database) {
 void LayerImp::writeFields(FieldWriter& out) const {
     const VersionTraits traits = stub->database->imp()->traits();
     SymbolRecordImp::writeFields(out);
-    const long long index = color.colorIndex();
+    const long long index = color == m_readColor ? std::llabs(m_index) : color.colorIndex();
     out.integer(kColorCode, off ? -index : index);
-    if (color.isByColor() && traits.hasTrueColors) {
+    if (color.isByColor()) {
         out.integer(kTrueColorCode, color.red() << 16 | color.green() << 8 | color.blue());
     } else {
         out.absent(kTrueColorCode);
     }
-    if (color.isFromBook() && traits.hasTrueColors) {
+    if (color.isFromBook()) {
         out.text(kBookCode, color.getDictionaryKey());
     } else {
         out.absent(kBookCode);

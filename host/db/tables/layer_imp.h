@@ -40,6 +40,7 @@ private:
     long long m_index = 7;
     long long m_trueColor = -1;
     std::wstring m_bookKey;
+    HxCmColor m_readColor;  ///< as long as it is the colour, the index stays as it was read
 };
 
 /// The layer of an object; the object must be one.

@@ -13,11 +13,16 @@ namespace {
 
 DocumentManager& documents() { return editor().documents(); }
 
+/// An error as the end of a sentence.
+std::wstring reason(const std::wstring& error) {
+    return error.substr(0, error.find_last_not_of(L'.') + 1) + L".";
+}
+
 /// Saves under a path, or the drawing's own for "". False with a message when it could not be.
 bool save(Document& document, const std::wstring& path) {
     CStdStr<wchar_t> error;
     if (documents().saveDocument(&document, path.c_str(), &error) != Hx::eOk) {
-        refuse(quoted(path.empty() ? document.docTitle() : path) + L" was not saved: " + error + L".");
+        refuse(quoted(path.empty() ? document.docTitle() : path) + L" was not saved: " + reason(error));
         return false;
     }
     say(L"Saved " + quoted(document.fileName()) + L".");
@@ -68,7 +73,7 @@ void openCommand() {
     HxApDocument* document = nullptr;
     CStdStr<wchar_t> error;
     if (documents().openDocument(path.text.c_str(), document, &error) != Hx::eOk) {
-        refuse(quoted(path.text) + L" was not opened: " + error + L".");
+        refuse(quoted(path.text) + L" was not opened: " + reason(error));
         return;
     }
     say(L"Opened " + quoted(document->fileName()) + L".");
