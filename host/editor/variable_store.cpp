@@ -92,8 +92,8 @@ std::wstring storeInHeader(HxDbDatabase& database, const SystemVariable& variabl
                            const VariableValue& value) {
     const std::wstring since = widened(variable.since ? variable.since : "");
     if (database.version() < since) {
-        return L"Drawings of version " + std::wstring(database.version()) + L" do not keep " + variable.name +
-               L": save the drawing in a later version first.";
+        return std::wstring(variable.name) + L" can not be set: drawings of version " + database.version() +
+               L" do not have it.";
     }
     setHeaderValue(database, variable.place, headerGroups(variable.code, value));
     return {};

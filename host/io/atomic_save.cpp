@@ -205,7 +205,7 @@ Hx::ErrorStatus saveAtomically(const std::wstring& path, std::string_view bytes,
         error.clear();
         return Hx::eOk;
     }
-    error = L"The drawing was not saved, the file is as it was: " + replacement.reason() +
+    error = L"the file is as it was: " + replacement.reason() +
             L" Save under another name or in another folder, or make room on the disk.";
     return Hx::eFileAccessErr;
 }

@@ -16,7 +16,12 @@ HxDbDatabase& drawing() { return *hxdbWorkingDatabase(); }
 
 void say(const std::wstring& message) { editor().console().message(message); }
 void refuse(const std::wstring& message) { editor().processor().fail(message); }
-std::wstring because(Hx::ErrorStatus status) { return L" (" + std::wstring(Hx::errorText(status)) + L")"; }
+std::wstring because(Hx::ErrorStatus status) {
+    if (status == Hx::eNotApplicable) {
+        return std::wstring(L" (a drawing of version ") + drawing().version() + L" does not have it)";
+    }
+    return L" (" + std::wstring(Hx::errorText(status)) + L")";
+}
 std::wstring quoted(const std::wstring& name) { return L"\"" + name + L"\""; }
 
 NewEntity::NewEntity(const wchar_t* type) : m_type(type) {
