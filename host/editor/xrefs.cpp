@@ -1,10 +1,10 @@
 // Attaching, detaching and reloading external references.
 #include "host/editor/xrefs.h"
 
-#include "host/db/groups/group_writer.h"
 #include "host/db/kernel/database_imp.h"
 #include "host/db/kernel/entity_access.h"
 #include "host/db/tables/record_names.h"
+#include "host/io/block_parts.h"
 #include "host/io/xref_files.h"
 #include "sdk/hxdbentity.h"
 
@@ -14,39 +14,6 @@ namespace {
 
 constexpr int kAttachedFlag = 4;
 constexpr int kOverlayFlag = 8;
-
-/// The BLOCK record that names the file. It comes and goes with its block record.
-void addBlockBegin(HxDbStub& record, const std::wstring& path, bool overlay) {
-    HxDbDatabase::Imp& db = *record.database->imp();
-    const bool hasMarkers = db.traits().hasSubclassMarkers;
-    HxDbStub& stub = db.newStub();
-    stub.recordClass = &recordClass("BLOCK", RecordPlace::entity);
-    stub.owner = &record;
-    stub.handleInFile = db.writesHandles;
-    db.handles.add(db.handles.next(), &stub);
-    GroupWriter out(db.format);
-    out.rawText(0, "BLOCK");
-    if (db.writesHandles) {
-        out.handle(5, stub.handle);
-    }
-    if (hasMarkers) {
-        out.handle(330, record.handle);
-        out.rawText(100, "AcDbEntity");
-    }
-    out.rawText(8, "0");
-    if (hasMarkers) {
-        out.rawText(100, "AcDbBlockBegin");
-    }
-    out.text(2, recordName(record));
-    out.integer(70, overlay ? kOverlayFlag : kAttachedFlag);
-    for (const int code : {10, 20, 30}) {
-        out.real(code, 0);
-    }
-    out.text(3, recordName(record));
-    out.text(1, path);
-    stub.blob = Blob(out.take(), db.names.size());
-    record.contents->blockBegin = &stub;
-}
 
 Hx::ErrorStatus addBlock(HxDbDatabase& host, const std::wstring& name, HxDbObjectId& id) {
     HxDbObjectPointer<HxDbBlockTable> table(host.blockTableId(), HxDb::kForWrite);
@@ -132,7 +99,7 @@ Hx::ErrorStatus attachXref(HxDbDatabase& host, const std::wstring& path, const s
         error = Hx::errorText(status);
         return status;
     }
-    addBlockBegin(*block.stub(), path, overlay);
+    addBlockBegin(*block.stub(), {overlay ? kOverlayFlag : kAttachedFlag, path});
     setXref(*block.stub(), std::move(drawing));
     addXrefLayers(*block.stub(), true);
     return Hx::eOk;

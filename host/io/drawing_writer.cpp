@@ -6,6 +6,7 @@
 #include "host/db/groups/group_writer.h"
 #include "host/db/kernel/entity_access.h"
 #include "host/io/atomic_save.h"
+#include "host/io/block_parts.h"
 #include "host/io/group_edits.h"
 #include "host/io/record_head.h"
 #include "host/io/save_time.h"
@@ -45,7 +46,6 @@ private:
         return isAlive(entity) && (hasMoved(record) || !entity.inFile);
     }
     void completeBlock(HxDbStub& record);
-    HxDbStub& addBlockPart(HxDbStub& record, const char* type);
 
     bool isTable(const HxDbStub& stub) const {
         return stub.contents && std::find(m_db.tables.begin(), m_db.tables.end(), &stub) != m_db.tables.end();
@@ -162,45 +162,13 @@ bool DrawingWriter::needsBlock(const HxDbStub& record) const {
 
 /// Gives a new block record the BLOCK and ENDBLK that drawings have for it.
 void DrawingWriter::completeBlock(HxDbStub& record) {
-    HxDbStub*& begin = record.contents->blockBegin;
-    HxDbStub*& end = record.contents->blockEnd;
-    begin = begin ? begin : &addBlockPart(record, "BLOCK");
-    end = end ? end : &addBlockPart(record, "ENDBLK");
-}
-
-HxDbStub& DrawingWriter::addBlockPart(HxDbStub& record, const char* type) {
-    const bool isBegin = std::string_view(type) == "BLOCK";
-    const bool hasMarkers = m_db.traits().hasSubclassMarkers;
-    HxDbStub& stub = m_db.newStub();
-    stub.recordClass = &recordClass(type, RecordPlace::entity);
-    stub.owner = &record;
-    stub.handleInFile = m_db.writesHandles;
-    m_db.handles.add(m_db.handles.next(), &stub);
-    GroupWriter out(m_db.format);
-    out.rawText(0, type);
-    if (m_db.writesHandles) {
-        out.handle(5, stub.handle);
+    if (!record.contents->blockBegin) {
+        const bool isAnonymous = recordName(record).front() == L'*' && !isInEntities(record);
+        addBlockBegin(record, {isAnonymous ? 1 : 0, {}});
     }
-    if (hasMarkers) {
-        out.handle(330, record.handle);
-        out.rawText(100, "AcDbEntity");
+    if (!record.contents->blockEnd) {
+        addBlockEnd(record);
     }
-    out.rawText(8, "0");
-    if (hasMarkers) {
-        out.rawText(100, isBegin ? "AcDbBlockBegin" : "AcDbBlockEnd");
-    }
-    if (isBegin) {
-        const std::wstring name = recordName(record);
-        out.text(2, name);
-        out.integer(70, name.front() == L'*' && !isInEntities(record) ? 1 : 0);
-        out.real(10, 0);
-        out.real(20, 0);
-        out.real(30, 0);
-        out.text(3, name);
-        out.rawText(1, "");
-    }
-    stub.blob = Blob(out.take(), m_db.names.size());
-    return stub;
 }
 
 // ---- the layout ----

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#define BOOST_ALLOW_DEPRECATED_HEADERS  // Boost's own includes; it would say so at every build
 #include <boost/geometry.hpp>
 #include <boost/geometry/index/rtree.hpp>
 

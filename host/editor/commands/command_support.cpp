@@ -10,6 +10,8 @@
 
 #include <memory>
 
+#include <algorithm>
+
 namespace korvex {
 
 HxDbDatabase& drawing() { return *hxdbWorkingDatabase(); }
@@ -22,6 +24,26 @@ std::wstring because(Hx::ErrorStatus status) {
     }
     return L" (" + std::wstring(Hx::errorText(status)) + L")";
 }
+void runOptions(const std::vector<CommandOption>& options) {
+    std::wstring keywords;
+    for (const CommandOption& option : options) {
+        keywords += (keywords.empty() ? L"" : L" ") + std::wstring(option.keyword);
+    }
+    std::wstring choices = keywords;
+    std::replace(choices.begin(), choices.end(), L' ', L'/');
+    for (;;) {
+        const Answer answer = askKeyword({L"Enter an option\n[" + choices + L"]:", keywords.c_str()});
+        if (!answer.isKeyword) {
+            return;
+        }
+        for (const CommandOption& option : options) {
+            if (answer.text == option.keyword) {
+                option.run();
+            }
+        }
+    }
+}
+
 std::wstring quoted(const std::wstring& name) { return L"\"" + name + L"\""; }
 
 NewEntity::NewEntity(const wchar_t* type) : m_type(type) {

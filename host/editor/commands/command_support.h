@@ -6,6 +6,7 @@
 #include "sdk/hxdbdatabase.h"
 
 #include <string>
+#include <vector>
 
 namespace korvex {
 
@@ -19,6 +20,14 @@ void refuse(const std::wstring& message);
 /// "(eWasOpenForRead: others have it open for read)" for the end of a message.
 std::wstring because(Hx::ErrorStatus status);
 std::wstring quoted(const std::wstring& name);
+
+/// One of a command's options.
+struct CommandOption {
+    const wchar_t* keyword;
+    void (*run)();
+};
+/// Asks for options and runs them until there is no keyword any more.
+void runOptions(const std::vector<CommandOption>& options);
 
 /// A new entity of the current space, with the current layer, linetype, colour and lineweight.
 class NewEntity {

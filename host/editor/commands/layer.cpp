@@ -306,11 +306,7 @@ void listOption() {
     say(L"Current layer: " + quoted(current()));
 }
 
-struct Option {
-    const wchar_t* keyword;
-    void (*run)();
-};
-constexpr Option kOptions[] = {
+const std::vector<CommandOption> kOptions = {
     {L"?", listOption},
     {L"Make", makeOption},
     {L"Set", setOption},
@@ -334,24 +330,8 @@ constexpr Option kOptions[] = {
 }  // namespace
 
 void layerCommand() {
-    std::wstring keywords;
-    for (const Option& option : kOptions) {
-        keywords += (keywords.empty() ? L"" : L" ") + std::wstring(option.keyword);
-    }
-    std::wstring choices = keywords;
-    std::replace(choices.begin(), choices.end(), L' ', L'/');
     say(L"Current layer: " + quoted(current()));
-    for (;;) {
-        const Answer answer = askKeyword({L"Enter an option\n[" + choices + L"]:", keywords.c_str()});
-        if (!answer.isKeyword) {
-            return;
-        }
-        for (const Option& option : kOptions) {
-            if (answer.text == option.keyword) {
-                option.run();
-            }
-        }
-    }
+    runOptions(kOptions);
 }
 
 }  // namespace korvex

@@ -319,11 +319,7 @@ void listOption() {
     }
 }
 
-struct Option {
-    const wchar_t* keyword;
-    void (*run)();
-};
-constexpr Option kOptions[] = {
+const std::vector<CommandOption> kOptions = {
     {L"?", listOption},
     {L"Color", colorOption},
     {L"LType", linetypeOption},
@@ -345,23 +341,7 @@ void viewportLayerCommand() {
         refuse(L"VPLAYER works in a layout only: go to one with LAYOUT first.");
         return;
     }
-    std::wstring keywords;
-    for (const Option& option : kOptions) {
-        keywords += (keywords.empty() ? L"" : L" ") + std::wstring(option.keyword);
-    }
-    std::wstring choices = keywords;
-    std::replace(choices.begin(), choices.end(), L' ', L'/');
-    for (;;) {
-        const Answer answer = askKeyword({L"Enter an option\n[" + choices + L"]:", keywords.c_str()});
-        if (!answer.isKeyword) {
-            return;
-        }
-        for (const Option& option : kOptions) {
-            if (answer.text == option.keyword) {
-                option.run();
-            }
-        }
-    }
+    runOptions(kOptions);
 }
 
 }  // namespace korvex

@@ -134,15 +134,11 @@ void reloadOption() {
     }
 }
 
-struct Option {
-    const wchar_t* keyword;
-    void (*run)();
-};
-constexpr Option kOptions[] = {{L"?", list},
-                               {L"Detach", detachOption},
-                               {L"Reload", reloadOption},
-                               {L"Attach", attachOption},
-                               {L"Overlay", overlayOption}};
+constexpr CommandOption kOptions[] = {{L"?", list},
+                                      {L"Detach", detachOption},
+                                      {L"Reload", reloadOption},
+                                      {L"Attach", attachOption},
+                                      {L"Overlay", overlayOption}};
 
 }  // namespace
 
@@ -152,7 +148,7 @@ void xrefCommand() {
     if (answer.isNone()) {
         attachOption();
     }
-    for (const Option& option : kOptions) {
+    for (const CommandOption& option : kOptions) {
         if (answer.isKeywordOf(option.keyword)) {
             option.run();
         }
