@@ -1,0 +1,83 @@
+// Who may include whom: the module sees sdk/ and Qt only; each floor of the host sees those below it; sdk/
+// sees itself.
+#include <QDirIterator>
+#include <QFile>
+#include <QRegularExpression>
+
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace {
+
+struct Include {
+    QString file;  ///< from the source folder
+    QString name;
+    bool isQuoted;
+};
+
+std::vector<Include> includesBelow(const QString& folder) {
+    static const QRegularExpression line("^\\s*#\\s*include\\s*([<\"])([^>\"]+)[>\"]",
+                                         QRegularExpression::MultilineOption);
+    const QDir root(KORVEX_SOURCE_DIR);
+    std::vector<Include> all;
+    QDirIterator files(root.filePath(folder), {"*.h", "*.cpp"}, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        QFile file(files.next());
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        auto matches = line.globalMatch(QString::fromUtf8(file.readAll()));
+        while (matches.hasNext()) {
+            const QRegularExpressionMatch match = matches.next();
+            all.push_back(
+                {root.relativeFilePath(file.fileName()), match.captured(2), match.captured(1) == "\""});
+        }
+    }
+    return all;
+}
+
+bool exists(const QString& path) { return QFile::exists(QString(KORVEX_SOURCE_DIR "/") + path); }
+
+/// The host's floors, the lowest first.
+const std::vector<QString> kFloors = {"base", "db", "io", "editor", "ui", "app"};
+
+TEST(IncludeDirections, TheModuleSeesTheSdkAndQt) {
+    const std::vector<Include> includes = includesBelow("module");
+    ASSERT_GT(includes.size(), 50U);
+    for (const Include& include : includes) {
+        if (!include.isQuoted) {
+            const bool isHosts = include.name.contains("host") || include.name.contains("sqlite") ||
+                                 include.name.contains("boost");
+            EXPECT_FALSE(isHosts) << include.file.toStdString() << " includes " << include.name.toStdString();
+            continue;
+        }
+        const QString beside = include.file.section('/', 0, -2) + "/" + include.name;
+        EXPECT_TRUE(exists("sdk/" + include.name) || exists("module/" + include.name) ||
+                    (exists(beside) && !include.name.contains("..")))
+            << include.file.toStdString() << " includes " << include.name.toStdString();
+    }
+}
+
+TEST(IncludeDirections, TheSdkSeesItself) {
+    const std::vector<Include> includes = includesBelow("sdk");
+    ASSERT_GT(includes.size(), 20U);
+    for (const Include& include : includes) {
+        EXPECT_TRUE(!include.isQuoted || exists("sdk/" + include.name))
+            << include.file.toStdString() << " includes " << include.name.toStdString();
+    }
+}
+
+TEST(IncludeDirections, FloorsSeeThoseBelow) {
+    for (std::size_t floor = 0; floor < kFloors.size(); ++floor) {
+        for (const Include& include : includesBelow("host/" + kFloors[floor])) {
+            const QString name = include.name;
+            if (!name.startsWith("host/") && !name.startsWith("module/")) {
+                continue;
+            }
+            const auto wanted = std::find(kFloors.begin(), kFloors.end(), name.section('/', 1, 1));
+            EXPECT_TRUE(name.startsWith("host/") && wanted != kFloors.end() &&
+                        static_cast<std::size_t>(wanted - kFloors.begin()) <= floor)
+                << include.file.toStdString() << " includes " << name.toStdString();
+        }
+    }
+}
+
+}  // namespace
