@@ -102,7 +102,7 @@ void ViewportImp::writeFields(FieldWriter& out) const {
     out.absent(kFrozenCode);
     out.absent(kFrozenCodeOlder);
     for (const Frozen& frozen : m_frozen) {
-        if (!(frozen.layer && frozen.layer->erased)) {
+        if (!(frozen.layer && frozen.layer->erased && out.isForFile())) {
             out.handle(frozen.code, frozen.handle);
         }
     }
@@ -116,7 +116,6 @@ bool ViewportImp::isStaleForSaving() const {
 
 std::vector<HxDbStub*> ViewportImp::frozenLayers(const HxDbDatabase& database) const {
     std::vector<HxDbStub*> layers;
-    refreshXData(*stub);
     for (const Frozen& frozen : m_frozen) {
         if (frozen.layer && !frozen.layer->erased) {
             layers.push_back(frozen.layer);

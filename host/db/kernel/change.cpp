@@ -140,6 +140,9 @@ Hx::ErrorStatus HxDbObject::erase(bool erasing) {
     }
     const Hx::ErrorStatus status = beginErase(*stub);
     if (status == Hx::eOk) {
+        if (HxDbStub* owner = ownerOf(*stub)) {
+            materialise(*owner);  // saving asks it whether it refers to this object
+        }
         stub->erased = erasing;
         stub->database->imp()->hasErased = true;
         stub->unappended = false;

@@ -15,8 +15,11 @@ namespace korvex {
 /// groups of it that find no new value are dropped.
 class FieldWriter {
 public:
-    explicit FieldWriter(const GroupFormat& format) : m_format(format), m_scratch(format) {}
+    /// `forFile`: references to what is erased are to be left out.
+    explicit FieldWriter(const GroupFormat& format, bool forFile = false)
+        : m_format(format), m_scratch(format), m_forFile(forFile) {}
     const GroupFormat& format() const { return m_format; }
+    bool isForFile() const { return m_forFile; }
 
     /// Begins the fields that follow the marker "100 name".
     void subclass(const char* marker);
@@ -68,6 +71,7 @@ private:
 
     const GroupFormat& m_format;
     GroupWriter m_scratch;
+    bool m_forFile;
     std::vector<Section> m_sections;
 };
 

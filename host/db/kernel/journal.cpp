@@ -1,8 +1,25 @@
 // Recording states and going back to them.
 #include "host/db/kernel/database_imp.h"
 #include "host/db/kernel/reactor_list.h"
+#include "host/db/tables/symbol_record_imp.h"
 
 namespace korvex {
+
+namespace {
+
+/// The objects of entries, some of them more than once.
+template <class Entries>
+std::vector<HxDbStub*> stubsOf(const Entries& entries, std::size_t first) {
+    std::vector<HxDbStub*> stubs;
+    for (std::size_t i = first; i < entries.size(); ++i) {
+        if (entries[i].stub) {
+            stubs.push_back(entries[i].stub);
+        }
+    }
+    return stubs;
+}
+
+}  // namespace
 
 Journal& journal(const HxDbDatabase& database) { return database.imp()->journal; }
 
@@ -78,13 +95,13 @@ Hx::ErrorStatus Journal::redo() {
     const Redo redo = std::move(m_redo.back());
     m_redo.pop_back();
     m_groups.push_back({redo.name, m_entries.size()});
-    recording = false;
+    const std::vector<HxDbStub*> stubs = stubsOf(redo.entries, 0);
+    beginRestoring(stubs);
     for (auto entry = redo.entries.rbegin(); entry != redo.entries.rend(); ++entry) {
         m_entries.push_back(stateOf(*entry));
         restore(*entry);
     }
-    recording = true;
-    ++m_segment;
+    endRestoring(stubs);
     updateModified();
     return Hx::eOk;
 }
@@ -184,16 +201,41 @@ Journal::Entry Journal::stateOf(const Entry& like) const {
 
 std::vector<Journal::Entry> Journal::rollback(std::size_t first) {
     std::vector<Entry> states;
-    recording = false;
+    const std::vector<HxDbStub*> stubs = stubsOf(m_entries, first);
+    beginRestoring(stubs);
     while (m_entries.size() > first) {
         const Entry entry = std::move(m_entries.back());
         m_entries.pop_back();
         states.push_back(stateOf(entry));
         restore(entry);
     }
+    endRestoring(stubs);
+    return states;
+}
+
+/// Puts fields that were changed into groups while the names in them still are those of now.
+void Journal::beginRestoring(const std::vector<HxDbStub*>& stubs) {
+    recording = false;
+    for (HxDbStub* stub : stubs) {
+        currentBlob(*stub);
+    }
+    m_database.imp()->names.hold();
+}
+
+/// With every record in place, reads again what refers to renamed ones.
+void Journal::endRestoring(const std::vector<HxDbStub*>& stubs) {
+    NameLog& names = m_database.imp()->names;
+    for (HxDbStub* record : names.release()) {
+        fields<SymbolRecordImp>(record->object).noteName(m_database);
+    }
+    for (HxDbStub* stub : stubs) {
+        if (stub->object && !stub->blob.empty() && stub->blob.generation() < names.size()) {
+            stub->layer = nullptr;
+            readObject(*stub);
+        }
+    }
     recording = true;
     ++m_segment;
-    return states;
 }
 
 void Journal::restore(const Entry& entry) {
@@ -243,6 +285,7 @@ void Journal::restoreObject(const Entry& entry) {
     const bool wasErased = stub.erased;
     const bool wasUnappended = stub.unappended;
     stub.erased = entry.erased;
+    m_database.imp()->hasErased |= stub.erased;
     stub.unappended = entry.unappended;
     stub.implicit = entry.implicit;
     stub.journaled = 0;

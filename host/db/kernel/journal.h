@@ -72,6 +72,8 @@ private:
 
     Entry stateOf(const Entry& like) const;
     static Entry stateOf(Kind kind, HxDbStub& stub);
+    void beginRestoring(const std::vector<HxDbStub*>& stubs);
+    void endRestoring(const std::vector<HxDbStub*>& stubs);
     void restore(const Entry& entry);
     void restoreObject(const Entry& entry);
     void restoreHeader(const Entry& entry);

@@ -4,6 +4,8 @@
 
 #include "host/db/kernel/stub.h"
 
+#include <utility>
+
 namespace korvex {
 
 /// The tables that names in groups refer to.
@@ -40,6 +42,17 @@ public:
     bool refresh(std::string_view recordType, bool isEntity, const Blob& blob, const GroupFormat& format,
                  std::string& out) const;
 
+    // While many objects are put back one after the other, records may have each other's names for a while:
+    // references are not looked at then, and renames wait until all are in place.
+    void hold() { m_held = true; }
+    bool isHeld() const { return m_held; }
+    void wait(HxDbStub& record) { m_waiting.push_back(&record); }
+    /// The records that wait.
+    std::vector<HxDbStub*> release() {
+        m_held = false;
+        return std::exchange(m_waiting, {});
+    }
+
 private:
     struct Entry {
         TableKind table;
@@ -48,6 +61,8 @@ private:
         std::wstring to;
     };
     std::vector<Entry> m_entries;
+    std::vector<HxDbStub*> m_waiting;
+    bool m_held = false;
 };
 
 }  // namespace korvex

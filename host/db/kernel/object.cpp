@@ -147,7 +147,6 @@ resbuf* HxDbObject::xData(const wchar_t* application) const {
     if (!m_imp->stub || m_imp->xdata.empty()) {
         return nullptr;
     }
-    refreshXData(*m_imp->stub);
     const HxDbDatabase& database = *m_imp->stub->database;
     refreshXData(*m_imp);
     if (!application || !*application) {
@@ -169,7 +168,7 @@ Hx::ErrorStatus HxDbObject::setXData(const resbuf* data) {
         return Hx::eInvalidInput;
     }
     HxDbDatabase& database = *m_imp->stub->database;
-    refreshXData(*m_imp->stub);
+    refreshXData(*m_imp);
     std::vector<ApplicationData> parts = splitXData(m_imp->xdata, database.imp()->format);
     Hx::ErrorStatus status = mergeXData(parts, data, database);
     std::string merged;

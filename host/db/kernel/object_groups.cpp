@@ -58,7 +58,7 @@ private:
 /// Puts names right that were changed since the groups were written.
 void refreshNames(HxDbStub& stub) {
     const HxDbDatabase::Imp& db = *stub.database->imp();
-    if (stub.blob.generation() >= db.names.size() || stub.blob.empty()) {
+    if (stub.blob.generation() >= db.names.size() || stub.blob.empty() || db.names.isHeld()) {
         return;
     }
     GroupCursor first(stub.blob.groups(), db.format);
@@ -96,38 +96,21 @@ void readObject(HxDbStub& stub) {
     imp.extensionDictionary = nullptr;
     imp.xdata.clear();
     imp.xdataChanged = false;
-    imp.xdataGeneration = stub.database->imp()->names.size();
     ObjectReading(stub, imp).run();
     imp.xdataGeneration = stub.blob.generation();
     imp.xdataRead(*stub.database);
     imp.fieldsRead(*stub.database);
 }
 
-void refreshXData(HxDbStub& stub) {
-    HxDbObjectImp& imp = *stub.object->imp();
-    const HxDbDatabase::Imp& db = *stub.database->imp();
-    if (imp.xdataGeneration >= db.names.size()) {
-        return;
-    }
-    Blob old{std::string_view(imp.xdata)};
-    old.setGeneration(imp.xdataGeneration);
-    imp.xdataGeneration = db.names.size();
-    std::string fresh;
-    if (db.names.refresh({}, false, old, db.format, fresh)) {
-        imp.xdata = std::move(fresh);
-        imp.xdataRead(*stub.database);
-    }
-}
-
-FieldWriter::Frame frameOf(const HxDbStub& stub) {
+FieldWriter::Frame frameOf(const HxDbStub& stub, bool forFile) {
     const HxDbDatabase::Imp& db = *stub.database->imp();
     const HxDbObjectImp& imp = *stub.object->imp();
     FieldWriter::Frame frame;
     frame.type = imp.type;
     frame.handle = db.writesHandles && stub.handleInFile ? stub.handle : 0;
     frame.handleCode = stub.recordClass->handleCode;
-    frame.extensionDictionary =
-        imp.extensionDictionary && !imp.extensionDictionary->erased ? imp.extensionDictionary->handle : 0;
+    const HxDbStub* dictionary = imp.extensionDictionary;
+    frame.extensionDictionary = dictionary && !(forFile && dictionary->erased) ? dictionary->handle : 0;
     const HxDbStub* owner = imp.newOwner ? imp.newOwner : stub.blob.empty() ? stub.owner : nullptr;
     frame.owner = owner ? owner->handle : 0;
     frame.subclassMarkers = db.traits().hasSubclassMarkers;
@@ -150,12 +133,12 @@ void refreshXData(HxDbObjectImp& imp) {
 namespace {
 
 /// The groups with the fields of now, whether they were changed or not.
-Blob merged(HxDbStub& stub) {
+Blob merged(HxDbStub& stub, bool forFile) {
     const HxDbDatabase::Imp& db = *stub.database->imp();
-    FieldWriter fields(db.format);
+    FieldWriter fields(db.format, forFile);
     refreshXData(*stub.object->imp());
     stub.object->imp()->writeFields(fields);
-    const FieldWriter::Frame frame = frameOf(stub);
+    const FieldWriter::Frame frame = frameOf(stub, forFile);
     return {fields.merge(stub.blob.groups(), frame), db.names.size()};
 }
 
@@ -164,8 +147,7 @@ Blob merged(HxDbStub& stub) {
 const Blob& currentBlob(HxDbStub& stub) {
     refreshNames(stub);
     if (stub.changed && stub.object) {
-        refreshXData(stub);
-        stub.blob = merged(stub);
+        stub.blob = merged(stub, false);
         stub.changed = false;
         stub.object->imp()->xdataChanged = false;
     }
@@ -189,7 +171,7 @@ Blob blobForSaving(HxDbStub& stub) {
     }
     const HxDbObjectImp& imp = *materialise(stub)->imp();
     const bool lostDictionary = imp.extensionDictionary && imp.extensionDictionary->erased;
-    return lostDictionary || imp.isStaleForSaving() ? merged(stub) : blob;
+    return lostDictionary || imp.isStaleForSaving() ? merged(stub, true) : blob;
 }
 
 HxDbStub* ownerOf(HxDbStub& stub) {

@@ -97,25 +97,22 @@ HxDbObject* materialise(HxDbStub& stub);
 /// Reads the fields anew from the stub's blob.
 void readObject(HxDbStub& stub);
 
-/// Puts names in the extended data right that were changed since it was read or set. To be called before it
-/// is looked at.
-void refreshXData(HxDbStub& stub);
-
 /// The object's groups as of now: fields that were changed are merged in, names that were changed since are
-/// put right.
+/// put right. References to what is erased are in them: it may come back.
 const Blob& currentBlob(HxDbStub& stub);
 
-/// The same for a file: without references to what was erased.
+/// The same for a file: without references to what is erased.
 Blob blobForSaving(HxDbStub& stub);
 
-/// Puts the layer names in an object's extended data right that were changed since it was read or set.
+/// Puts the layer names in an object's extended data right that were changed since it was read or set. To be
+/// called before it is looked at.
 void refreshXData(HxDbObjectImp& imp);
 
 /// The owner, also where only the groups tell it; null when there is none.
 HxDbStub* ownerOf(HxDbStub& stub);
 
 /// Name, handle code and the like that go around the fields.
-FieldWriter::Frame frameOf(const HxDbStub& stub);
+FieldWriter::Frame frameOf(const HxDbStub& stub, bool forFile = false);
 
 /// To be called before a change of a field: records the state in the journal and tells the reactors, once per
 /// open for write. eNotOpenForWrite for an object of a database that is not open for write.

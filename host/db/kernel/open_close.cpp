@@ -109,6 +109,7 @@ void revertChange(HxDbStub& stub) {
         return;
     }
     stub.erased = before.erased;
+    stub.database->imp()->hasErased |= stub.erased;
     stub.implicit = before.implicit;
     stub.changed = false;
     stub.layer = nullptr;

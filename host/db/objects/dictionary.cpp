@@ -62,7 +62,7 @@ void DictionaryImp::writeFields(FieldWriter& out) const {
         out.integer(281, 1);
     }
     for (const Entry& entry : entries) {
-        if (entry.object && entry.object->erased) {
+        if (entry.object && entry.object->erased && out.isForFile()) {
             continue;
         }
         out.text(kNameCode, entry.name);
@@ -134,8 +134,11 @@ bool entryName(HxDbStub& dictionary, const HxDbStub& object, std::wstring& name)
 
 namespace {
 
-/// Erases an object that lost its entry.
-Hx::ErrorStatus eraseObject(HxDbStub& stub) {
+/// Erases an object that loses its entry, if the dictionary owns it.
+Hx::ErrorStatus eraseOwned(const DictionaryImp& dictionary, HxDbStub& stub) {
+    if (ownerOf(stub) != dictionary.stub) {
+        return Hx::eOk;
+    }
     HxDbObject* object = nullptr;
     Hx::ErrorStatus status = hxdbOpenObject(object, HxDbObjectId(&stub), HxDb::kForWrite);
     if (status == Hx::eOk) {
@@ -193,13 +196,18 @@ std::size_t HxDbDictionary::numEntries() const {
 Hx::ErrorStatus HxDbDictionary::setAt(const wchar_t* name, HxDbObject* object, HxDbObjectId& id) {
     auto& dictionary = fields<DictionaryImp>(this);
     HxDbStub* stub = dictionary.stub;
+    id = HxDbObjectId();
     if (!stub) {
         return Hx::eNotInDatabase;
     }
     if (!name || !*name || !object) {
         return Hx::eInvalidInput;
     }
+    DictionaryImp::Entry* present = dictionary.find(name);
     Hx::ErrorStatus status = beginChange(this);
+    if (status == Hx::eOk && present && present->object != object->imp()->stub) {
+        status = eraseOwned(dictionary, *present->object);
+    }
     if (status != Hx::eOk) {
         return status;
     }
@@ -210,14 +218,12 @@ Hx::ErrorStatus HxDbDictionary::setAt(const wchar_t* name, HxDbObject* object, H
     }
     id = HxDbObjectId(added);
     const int code = dictionary.isHardOwner() ? kHardOwnerCode : kSoftOwnerCode;
-    DictionaryImp::Entry* present = dictionary.find(name);
-    if (!present) {
+    if (present) {
+        present->object = added;
+    } else {
         dictionary.entries.push_back({name, code, added->handle, added});
-        return Hx::eOk;
     }
-    HxDbStub* old = present->object;
-    present->object = added;
-    return old == added ? Hx::eOk : eraseObject(*old);
+    return Hx::eOk;
 }
 
 Hx::ErrorStatus HxDbDictionary::remove(const wchar_t* name) {
@@ -226,14 +232,14 @@ Hx::ErrorStatus HxDbDictionary::remove(const wchar_t* name) {
     if (!entry) {
         return Hx::eKeyNotFound;
     }
-    const Hx::ErrorStatus status = beginChange(this);
-    if (status != Hx::eOk) {
-        return status;
+    Hx::ErrorStatus status = beginChange(this);
+    if (status == Hx::eOk) {
+        status = eraseOwned(dictionary, *entry->object);
     }
-    HxDbStub* object = entry->object;
-    const bool owned = object->owner == dictionary.stub || ownerOf(*object) == dictionary.stub;
-    dictionary.entries.erase(dictionary.entries.begin() + (entry - dictionary.entries.data()));
-    return owned ? eraseObject(*object) : Hx::eOk;
+    if (status == Hx::eOk) {
+        dictionary.entries.erase(dictionary.entries.begin() + (entry - dictionary.entries.data()));
+    }
+    return status;
 }
 
 Hx::ErrorStatus HxDbDictionary::setName(const wchar_t* oldName, const wchar_t* newName) {

@@ -51,6 +51,10 @@ void SymbolRecordImp::noteName(HxDbDatabase& database) {
     if (name == m_loggedName) {
         return;
     }
+    if (!m_loggedName.empty() && database.imp()->names.isHeld()) {
+        database.imp()->names.wait(*stub);
+        return;
+    }
     if (!m_loggedName.empty()) {
         database.imp()->names.add(m_table, *stub, m_loggedName, name);
     }

@@ -194,6 +194,32 @@ TEST_F(SymbolTables, SwappedNamesDoNotMixUp) {
     EXPECT_EQ(changedLines(planDrawing(), saved()), Log{});
 }
 
+TEST_F(SymbolTables, NamesSwappedBetweenOtherChangesDoNotMixUp) {
+    const auto paint = [&](std::uint64_t entity) {
+        change<HxDbEntity>(id(entity), [](HxDbEntity& e) { e.setColor(HxCmColor::byIndex(2)); });
+    };
+    step(L"SWAP", [&] {
+        rename(id(0x11), L"TEMP");
+        paint(0x40);
+        rename(id(0x12), L"WALLS");
+        paint(0x2B);
+        journal().putMark();
+        paint(0x42);
+        rename(id(0x11), L"DOORS");
+        paint(0x40);
+    });
+    const std::string swapped = saved();
+    for (int round = 0; round < 2; ++round) {
+        ASSERT_EQ(journal().undo(), Hx::eOk);
+        EXPECT_EQ(changedLines(planDrawing(), saved()), Log{});
+        EXPECT_EQ(at<HxDbEntity>(id(0x40))->layerId(), id(0x11));
+        EXPECT_EQ(at<HxDbEntity>(id(0x2B))->layerId(), id(0x12));
+        ASSERT_EQ(journal().redo(), Hx::eOk);
+        EXPECT_EQ(changedLines(swapped, saved()), Log{});
+        EXPECT_EQ(at<HxDbEntity>(id(0x40))->layerId(), id(0x11));
+    }
+}
+
 TEST_F(SymbolTables, ExtendedDataInMemoryFollowsARename) {
     change<HxDbObject>(id(0x40), [&](HxDbObject& line) {
         ASSERT_EQ(rename(layer(L"WALLS"), L"MUR"), Hx::eOk);
