@@ -31,7 +31,8 @@ Hx::ErrorStatus setApplicationData(HxDbLayerTableRecord& layer, const wchar_t* a
     if (!database) {
         return Hx::eNotInDatabase;
     }
-    const Hx::ErrorStatus status = registerApplication(*database, application);
+    const Hx::ErrorStatus status =
+        layer.isWriteEnabled() ? registerApplication(*database, application) : beginChange(&layer);
     return status == Hx::eOk ? layer.setXData(data.get()) : status;
 }
 
