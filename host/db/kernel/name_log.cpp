@@ -79,12 +79,18 @@ void NameLog::add(TableKind table, const HxDbStub& record, std::wstring from, st
 
 std::wstring NameLog::resolve(TableKind table, std::wstring name, std::uint32_t generation) const {
     const HxDbStub* record = nullptr;
+    std::vector<const HxDbStub*> others;  // got the name later
     for (std::size_t i = generation; i < m_entries.size(); ++i) {
         const Entry& entry = m_entries[i];
-        const bool isIt = record ? entry.record == record : equalNames(entry.from, name);
-        if (entry.table == table && isIt) {
+        if (entry.table != table || (record && entry.record != record)) {
+            continue;
+        }
+        const bool isOther = std::find(others.begin(), others.end(), entry.record) != others.end();
+        if (record || (!isOther && equalNames(entry.from, name))) {
             record = entry.record;
             name = entry.to;
+        } else if (equalNames(entry.to, name)) {
+            others.push_back(entry.record);
         }
     }
     return name;

@@ -38,6 +38,10 @@ public:
     std::uint32_t size() const { return static_cast<std::uint32_t>(m_entries.size()); }
     void add(TableKind table, const HxDbStub& record, std::wstring from, std::wstring to);
     std::wstring resolve(TableKind table, std::wstring name, std::uint32_t generation) const;
+    /// A record was given the name of an erased one. Groups must stay as old as they are from now on, since
+    /// only their age tells which of the two they name.
+    void setAmbiguous() { m_ambiguous = true; }
+    bool isAmbiguous() const { return m_ambiguous; }
     /// The groups with the names of now; false when none is different (`out` is left alone).
     bool refresh(std::string_view recordType, bool isEntity, const Blob& blob, const GroupFormat& format,
                  std::string& out) const;
@@ -63,6 +67,7 @@ private:
     std::vector<Entry> m_entries;
     std::vector<HxDbStub*> m_waiting;
     bool m_held = false;
+    bool m_ambiguous = false;
 };
 
 }  // namespace korvex

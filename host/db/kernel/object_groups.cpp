@@ -68,7 +68,7 @@ void refreshNames(HxDbStub& stub) {
     if (db.names.refresh(std::string(type.begin(), type.end()), stub.recordClass->isEntity, stub.blob,
                          db.format, fresh)) {
         stub.blob = Blob(std::move(fresh), db.names.size());
-    } else {
+    } else if (!db.names.isAmbiguous()) {
         stub.blob.setGeneration(db.names.size());
     }
 }

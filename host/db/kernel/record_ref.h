@@ -17,11 +17,14 @@ public:
 
     /// Null when the drawing has no such record. `database` may be null for an object outside of one.
     HxDbStub* record(const HxDbDatabase* database) const {
-        if ((!m_record || m_record->erased) && database && !name().empty()) {
-            HxDbStub* found = findRecord(*database, m_table, name());
-            m_record = found ? found : m_record;
+        if (m_record && !m_record->erased) {
+            return m_record;
         }
-        return m_record && !m_record->erased ? m_record : nullptr;
+        HxDbStub* found = database && !name().empty() ? findRecord(*database, m_table, name()) : nullptr;
+        if (!m_record) {
+            m_record = found;  // an erased one stays, since it may come back
+        }
+        return found;
     }
     /// The name of now.
     std::wstring name() const { return m_record ? recordName(*m_record) : m_name; }

@@ -59,6 +59,20 @@ HxDbStub* recordNamed(HxDbStub& table, std::wstring_view name, bool orErased) {
     return living ? living : erased;
 }
 
+bool hasErasedNamesake(const HxDbStub& record, std::wstring_view name) {
+    Contents* contents = record.owner ? record.owner->contents.get() : nullptr;
+    if (!contents || !record.database->imp()->hasErased) {
+        return false;
+    }
+    if (!contents->indexed) {
+        buildIndex(*contents);
+    }
+    const auto range = contents->byName.equal_range(foldName(name));
+    return std::any_of(range.first, range.second, [&](const auto& entry) {
+        return entry.second != &record && entry.second->erased && equalNames(recordName(*entry.second), name);
+    });
+}
+
 void indexName(HxDbStub& record) {
     if (record.owner && record.owner->contents && record.owner->contents->indexed) {
         record.owner->contents->byName.emplace(foldName(recordName(record)), &record);

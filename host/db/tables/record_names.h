@@ -11,6 +11,9 @@ namespace korvex {
 /// none.
 HxDbStub* recordNamed(HxDbStub& table, std::wstring_view name, bool orErased);
 
+/// An erased record of the same table has the name.
+bool hasErasedNamesake(const HxDbStub& record, std::wstring_view name);
+
 /// Makes a record findable under its present name.
 void indexName(HxDbStub& record);
 

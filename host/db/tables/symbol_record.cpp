@@ -47,6 +47,18 @@ Hx::ErrorStatus SymbolRecordImp::mayUnerase() const {
     return findRecord(*stub->database, m_table, name) ? Hx::eDuplicateRecordName : Hx::eOk;
 }
 
+namespace {
+
+/// Names alone do not tell any more which record they are of.
+void forgetLayers(HxDbDatabase& database) {
+    database.imp()->names.setAmbiguous();
+    for (HxDbStub& stub : database.imp()->stubs) {
+        stub.layer = nullptr;
+    }
+}
+
+}  // namespace
+
 void SymbolRecordImp::noteName(HxDbDatabase& database) {
     if (name == m_loggedName) {
         return;
@@ -56,6 +68,9 @@ void SymbolRecordImp::noteName(HxDbDatabase& database) {
         return;
     }
     if (!m_loggedName.empty()) {
+        if (hasErasedNamesake(*stub, m_loggedName) || hasErasedNamesake(*stub, name)) {
+            forgetLayers(database);
+        }
         database.imp()->names.add(m_table, *stub, m_loggedName, name);
     }
     const bool isKnown = !m_loggedName.empty() || stub->blob.empty();

@@ -194,6 +194,25 @@ TEST_F(SymbolTables, SwappedNamesDoNotMixUp) {
     EXPECT_EQ(changedLines(planDrawing(), saved()), Log{});
 }
 
+TEST_F(SymbolTables, ANameTakenFromAnErasedRecordGoesBackToIt) {
+    ASSERT_EQ(at<HxDbEntity>(id(0x40))->layerId(), id(0x11));  // one is in memory, the attribute is not
+    step(L"ERASE", [&] { erase(id(0x11)); });
+    step(L"RENAME", [&] { rename(id(0x12), L"WALLS"); });
+    EXPECT_EQ(at<HxDbEntity>(id(0x40))->layerId(), id(0x12));
+    EXPECT_EQ(layerOf(*id(0x42).stub()), id(0x12).stub());
+    const std::string renamed = saved();
+    for (int round = 0; round < 2; ++round) {
+        ASSERT_EQ(journal().undo(), Hx::eOk);
+        ASSERT_EQ(journal().undo(), Hx::eOk);
+        EXPECT_EQ(changedLines(planDrawing(), saved()), Log{});
+        EXPECT_EQ(at<HxDbEntity>(id(0x40))->layerId(), id(0x11));
+        EXPECT_EQ(layerOf(*id(0x42).stub()), id(0x11).stub());
+        ASSERT_EQ(journal().redo(), Hx::eOk);
+        ASSERT_EQ(journal().redo(), Hx::eOk);
+        EXPECT_EQ(changedLines(renamed, saved()), Log{});
+    }
+}
+
 TEST_F(SymbolTables, NamesSwappedBetweenOtherChangesDoNotMixUp) {
     const auto paint = [&](std::uint64_t entity) {
         change<HxDbEntity>(id(entity), [](HxDbEntity& e) { e.setColor(HxCmColor::byIndex(2)); });
