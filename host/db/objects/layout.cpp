@@ -68,33 +68,34 @@ HxDbLayout* layoutNamed(const HxDbDatabase& database, const std::wstring& name) 
 }
 
 /// Gives a block record another name, under the journal.
-Hx::ErrorStatus rename(HxDbStub& block, const std::wstring& name) {
-    HxDbObjectPointer<HxDbBlockTableRecord> record(HxDbObjectId(&block), HxDb::kForWrite);
-    Hx::ErrorStatus status = record.openStatus();
+Hx::ErrorStatus rename(HxDbObject& block, const std::wstring& name) {
+    const Hx::ErrorStatus status = beginChange(&block);
     if (status == Hx::eOk) {
-        status = beginChange(record.object());
-    }
-    if (status == Hx::eOk) {
-        auto& imp = fields<SymbolRecordImp>(record.object());
+        auto& imp = fields<SymbolRecordImp>(&block);
         imp.name = name;
-        imp.noteName(*block.database);
+        imp.noteName(*block.database());
     }
     return status;
 }
 
-/// The active paper space is the one of the name "*Paper_Space": two blocks change names.
+/// The active paper space is the one of the name "*Paper_Space": two blocks change names, or none does.
 Hx::ErrorStatus activate(HxDbDatabase& database, HxDbStub& block) {
     HxDbStub* active = paperSpace(database);
     if (active == &block) {
         return Hx::eOk;
     }
+    const HxDbObjectPointer<HxDbObject> coming(HxDbObjectId(&block), HxDb::kForWrite);
+    const HxDbObjectPointer<HxDbObject> going(HxDbObjectId(active), HxDb::kForWrite);
+    if (!coming || (active && !going)) {
+        return coming ? going.openStatus() : coming.openStatus();
+    }
     const std::wstring own = recordName(block);
     const std::wstring paper = active ? recordName(*active) : L"*Paper_Space";
-    Hx::ErrorStatus status = rename(block, L"*Paper_Space|active");
+    Hx::ErrorStatus status = rename(*coming.object(), L"*Paper_Space|active");
     if (status == Hx::eOk && active) {
-        status = rename(*active, own);
+        status = rename(*going.object(), own);
     }
-    return status == Hx::eOk ? rename(block, paper) : status;
+    return status == Hx::eOk ? rename(*coming.object(), paper) : status;
 }
 
 }  // namespace
