@@ -14,6 +14,7 @@ namespace {
 constexpr int kFrozenCode = 331;
 constexpr int kFrozenCodeOlder = 341;
 constexpr int kXDataText = 1000;
+constexpr int kXDataApplication = 1001;
 constexpr int kXDataBrace = 1002;
 constexpr int kXDataLayer = 1003;
 
@@ -52,14 +53,39 @@ void ViewportImp::readField(const ReadContext& context, const GroupCursor& group
     }
 }
 
+namespace {
+
+/// Follows a walk over extended data into the inner braces of the MVIEW data, where frozen layers stand.
+class MviewPlace {
+public:
+    void pass(const GroupCursor& cursor) {
+        if (cursor.code() == kXDataApplication) {
+            m_isMview = false;
+            m_depth = 0;
+        } else if (cursor.code() == kXDataText) {
+            m_isMview = m_isMview || (m_depth == 0 && cursor.asText() == L"MVIEW");
+        } else if (cursor.code() == kXDataBrace) {
+            m_depth += cursor.asText() == L"{" ? 1 : -1;
+        }
+    }
+    bool isAmongLayers() const { return m_isMview && m_depth == 2; }
+
+private:
+    bool m_isMview = false;
+    int m_depth = 0;
+};
+
+}  // namespace
+
 void ViewportImp::xdataRead(HxDbDatabase& database) {
     m_frozenNames.clear();
-    bool isMview = false;
+    m_holdsNames = false;
+    MviewPlace place;
     GroupCursor cursor(xdata, database.imp()->format);
     while (usesNames(database) && cursor.next()) {
-        if (cursor.code() == kXDataText) {
-            isMview = isMview || cursor.asText() == L"MVIEW";
-        } else if (isMview && cursor.code() == kXDataLayer) {
+        place.pass(cursor);
+        m_holdsNames = m_holdsNames || place.isAmongLayers();
+        if (place.isAmongLayers() && cursor.code() == kXDataLayer) {
             m_frozenNames.emplace_back(TableKind::layer);
             m_frozenNames.back().setName(cursor.asText());
             m_frozenNames.back().record(&database);
@@ -71,26 +97,24 @@ void ViewportImp::xdataRead(HxDbDatabase& database) {
 void ViewportImp::namesToXData(const HxDbDatabase& database) {
     refreshXData(*this);
     GroupWriter out(database.imp()->format);
-    int depth = 0;
+    MviewPlace place;
     bool written = false;
     GroupCursor cursor(xdata, database.imp()->format);
     while (cursor.next()) {
-        if (cursor.code() == kXDataLayer) {
+        place.pass(cursor);
+        if (place.isAmongLayers() && cursor.code() == kXDataLayer) {
             continue;
         }
         out.copy(cursor);
-        depth += cursor.code() != kXDataBrace ? 0 : cursor.asText() == L"{" ? 1 : -1;
-        if (depth == 2 && !written) {
+        if (place.isAmongLayers() && !written) {
             written = true;
             for (const RecordRef& layer : m_frozenNames) {
                 out.text(kXDataLayer, layer.name());
             }
         }
     }
-    if (written) {
-        xdata = out.take();
-        xdataChanged = true;
-    }
+    xdata = out.take();
+    xdataChanged = true;
 }
 
 void ViewportImp::writeFields(FieldWriter& out) const {
@@ -154,11 +178,15 @@ namespace {
 /// Changes the frozen layers of a viewport in one step.
 template <class Change>
 Hx::ErrorStatus changeFrozen(const HxDbViewport* viewport, Change change) {
+    auto& imp = fields<ViewportImp>(viewport);
+    const bool byName = imp.stub && usesNames(*imp.stub->database);
+    if (byName && !imp.holdsNames()) {
+        return Hx::eNotApplicable;
+    }
     const Hx::ErrorStatus status = beginChange(viewport);
     if (status == Hx::eOk) {
-        auto& imp = fields<ViewportImp>(viewport);
         change(imp);
-        if (imp.stub && usesNames(*imp.stub->database)) {
+        if (byName) {
             imp.namesToXData(*imp.stub->database);
         }
     }

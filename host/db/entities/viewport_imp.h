@@ -18,7 +18,8 @@ public:
     std::vector<HxDbStub*> frozenLayers(const HxDbDatabase& database) const;
     void freeze(HxDbStub& layer);
     void thaw(const HxDbStub& layer);
-    /// Drawings without handles keep the names in the extended data.
+    /// Drawings older than R13 keep the names in the extended data, where there is a place for them.
+    bool holdsNames() const { return m_holdsNames; }
     void namesToXData(const HxDbDatabase& database);
 
     long long status = 1;
@@ -36,6 +37,7 @@ private:
     };
     std::vector<Frozen> m_frozen;
     std::vector<RecordRef> m_frozenNames;  ///< older than R13
+    bool m_holdsNames = false;
 };
 
 }  // namespace korvex
