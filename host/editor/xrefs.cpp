@@ -3,6 +3,7 @@
 
 #include "host/db/kernel/database_imp.h"
 #include "host/db/kernel/entity_access.h"
+#include "host/db/kernel/text_fold.h"
 #include "host/db/tables/record_names.h"
 #include "host/io/block_parts.h"
 #include "host/io/xref_files.h"
@@ -65,7 +66,7 @@ Hx::ErrorStatus eraseDependents(HxDbDatabase& host, const std::wstring& name) {
     const std::wstring prefix = name + L"|";
     for (HxDbStub* table : host.imp()->tables) {
         for (HxDbStub* record : members(*table)) {
-            if (!record->erased && recordName(*record).compare(0, prefix.size(), prefix) == 0) {
+            if (!record->erased && equalNames(recordName(*record).substr(0, prefix.size()), prefix)) {
                 const Hx::ErrorStatus status = eraseObject(*record);
                 if (status != Hx::eOk) {
                     return status;
@@ -110,11 +111,18 @@ Hx::ErrorStatus detachXref(HxDbDatabase& host, HxDbObjectId block) {
     if (!record || !record->isFromExternalReference()) {
         return Hx::eWrongClass;
     }
+    const Journal::Mark mark = journal(host).putMark();
     Hx::ErrorStatus status = eraseReferences(host, *block.stub());
     if (status == Hx::eOk) {
         status = eraseDependents(host, record->name());
     }
-    return status == Hx::eOk ? eraseObject(*block.stub()) : status;
+    if (status == Hx::eOk) {
+        status = eraseObject(*block.stub());
+    }
+    if (status != Hx::eOk) {
+        journal(host).rollbackTo(mark);
+    }
+    return status;
 }
 
 Hx::ErrorStatus reloadXref(HxDbDatabase& host, HxDbObjectId block, std::wstring& error) {
