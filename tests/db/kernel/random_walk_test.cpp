@@ -116,6 +116,9 @@ private:
             }
         }
         steps.endGroup();
+        if (steps.redoCount() > 0) {
+            return;  // nothing was changed
+        }
         m_states.resize(std::min(m_states.size(), steps.undoCount()));
         if (m_states.size() == steps.undoCount()) {
             m_states.push_back(bytes());
