@@ -57,7 +57,8 @@ public:
 
     bool isLayerFrozenInViewport(HxDbObjectId layer) const;
     /// Freezes the layers in this viewport only; those that are frozen already stay. eInvalidInput for an id
-    /// that is no layer of this drawing (nothing is changed then).
+    /// that is no layer of this drawing, eNotApplicable in a drawing older than R13 whose viewport has no
+    /// place for them; nothing is changed then.
     Hx::ErrorStatus freezeLayersInViewport(const HxArray<HxDbObjectId>& layers);
     Hx::ErrorStatus thawLayersInViewport(const HxArray<HxDbObjectId>& layers);
     Hx::ErrorStatus thawAllLayersInViewport();

@@ -1,6 +1,7 @@
 // Attaching, detaching and reloading external references.
 #include "host/editor/xrefs.h"
 
+#include "host/base/log.h"
 #include "host/db/kernel/database_imp.h"
 #include "host/db/kernel/entity_access.h"
 #include "host/db/kernel/text_fold.h"
@@ -15,6 +16,17 @@ namespace {
 
 constexpr int kAttachedFlag = 4;
 constexpr int kOverlayFlag = 8;
+
+/// What the referenced drawing lacks itself is only a warning.
+std::unique_ptr<HxDbDatabase> loadWithNested(const HxDbDatabase& host, const std::wstring& path,
+                                             Hx::ErrorStatus& status, std::wstring& error) {
+    std::vector<std::wstring> messages;
+    std::unique_ptr<HxDbDatabase> drawing = loadXref(host, path, status, error, messages);
+    for (const std::wstring& message : messages) {
+        log(Severity::Warning, message);
+    }
+    return drawing;
+}
 
 Hx::ErrorStatus addBlock(HxDbDatabase& host, const std::wstring& name, HxDbObjectId& id) {
     HxDbObjectPointer<HxDbBlockTable> table(host.blockTableId(), HxDb::kForWrite);
@@ -91,7 +103,7 @@ Hx::ErrorStatus attachXref(HxDbDatabase& host, const std::wstring& path, const s
         return Hx::eDuplicateRecordName;
     }
     Hx::ErrorStatus status = Hx::eOk;
-    std::unique_ptr<HxDbDatabase> drawing = loadXref(host, path, status, error);
+    std::unique_ptr<HxDbDatabase> drawing = loadWithNested(host, path, status, error);
     if (!drawing) {
         return status;
     }
@@ -132,7 +144,7 @@ Hx::ErrorStatus reloadXref(HxDbDatabase& host, HxDbObjectId block, std::wstring&
         return Hx::eWrongClass;
     }
     Hx::ErrorStatus status = Hx::eOk;
-    std::unique_ptr<HxDbDatabase> drawing = loadXref(host, record->pathName(), status, error);
+    std::unique_ptr<HxDbDatabase> drawing = loadWithNested(host, record->pathName(), status, error);
     if (!drawing) {
         return status;
     }

@@ -66,7 +66,8 @@ void loadBlock(HxDbStub& block, std::vector<std::wstring>& messages) {
     }
     Hx::ErrorStatus status = Hx::eOk;
     std::wstring error;
-    std::unique_ptr<HxDbDatabase> drawing = loadXref(*block.database, record->pathName(), status, error);
+    std::unique_ptr<HxDbDatabase> drawing =
+        loadXref(*block.database, record->pathName(), status, error, messages);
     if (!drawing) {
         messages.push_back(L"External reference \"" + recordName(block) + L"\" is not loaded: " + error +
                            L".");
@@ -134,7 +135,8 @@ void addImplied(HxDbDatabase::Imp& db, HxDbStub& table, const std::wstring& name
 }  // namespace
 
 std::unique_ptr<HxDbDatabase> loadXref(const HxDbDatabase& host, const std::wstring& path,
-                                       Hx::ErrorStatus& status, std::wstring& error) {
+                                       Hx::ErrorStatus& status, std::wstring& error,
+                                       std::vector<std::wstring>& messages) {
     const QString file = findFile(host, path);
     if (file.isEmpty()) {
         status = Hx::eXrefNotFound;
@@ -155,8 +157,7 @@ std::unique_ptr<HxDbDatabase> loadXref(const HxDbDatabase& host, const std::wstr
         return nullptr;
     }
     drawing->imp()->xrefHost = &host;
-    std::vector<std::wstring> nested;
-    loadXrefs(*drawing, nested);
+    loadXrefs(*drawing, messages);
     return drawing;
 }
 

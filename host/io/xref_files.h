@@ -16,8 +16,10 @@ void loadXrefs(HxDbDatabase& host, std::vector<std::wstring>& messages);
 /// Reads one referenced drawing: the path as stored, then beside the host drawing, then in the search folders
 /// (environment variable KORVEX_SEARCH_PATH, folders parted by ":"). Null with the reason in `error`, without
 /// a full stop: eXrefNotFound, eXrefCircular, or the statuses of reading.
+/// `messages` as above, for what that drawing refers to itself.
 std::unique_ptr<HxDbDatabase> loadXref(const HxDbDatabase& host, const std::wstring& path,
-                                       Hx::ErrorStatus& status, std::wstring& error);
+                                       Hx::ErrorStatus& status, std::wstring& error,
+                                       std::vector<std::wstring>& messages);
 
 /// Makes a loaded drawing that of a block record. A drawing that was there before stays alive as long as the
 /// host, since ids of its objects may be about.
