@@ -1,7 +1,11 @@
-// Fuzz target: any bytes are read as a drawing; what is read is written as the same bytes.
+// Fuzz target: any bytes are read as a drawing; what is read is written as the same bytes, also after all
+// objects were looked at, and all layers changed and the change undone.
 #include "host/io/drawing_reader.h"
 #include "host/db/kernel/database_imp.h"
+#include "host/db/kernel/entity_access.h"
 #include "host/io/drawing_writer.h"
+#include "sdk/hxads.h"
+#include "sdk/hxdbentity.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -32,6 +36,37 @@ void checkPlaces(const HxDbDatabase::Imp& db) {
     }
 }
 
+/// Makes every object and its list.
+void lookAtAll(HxDbDatabase& database) {
+    hxdbSetWorkingDatabase(&database);
+    std::vector<HxDbStub*> stubs;
+    for (HxDbStub& stub : database.imp()->stubs) {
+        stubs.push_back(&stub);
+    }
+    for (HxDbStub* stub : stubs) {
+        require(hxdbObjectPointer(HxDbObjectId(stub)) != nullptr);
+        zds_name name = {0, 0};
+        require(hxdbGetZdsName(name, HxDbObjectId(stub)) == Hx::eOk);
+        hxutRelRb(hxdbEntGet(name));
+    }
+    hxdbGetCurVportId(&database);
+    hxdbSetWorkingDatabase(nullptr);
+}
+
+void changeAndUndo(HxDbDatabase& database) {
+    journal(database).beginGroup(L"CHANGE");
+    for (HxDbStub* stub : members(*database.layerTableId().stub())) {
+        const HxDbObjectPointer<HxDbLayerTableRecord> layer(HxDbObjectId(stub), HxDb::kForWrite);
+        require(static_cast<bool>(layer));
+        layer->setIsLocked(!layer->isLocked());
+        layer->setIsFrozen(!layer->isFrozen());
+        layer->setName((L"new " + std::to_wstring(stub->handle)).c_str());
+    }
+    writeDrawing(database);
+    journal(database).endGroup();
+    journal(database).undo();
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -43,6 +78,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     checkPlaces(*database.imp());
+    require(writeDrawing(database) == bytes);
+    lookAtAll(database);
+    require(writeDrawing(database) == bytes);
+    changeAndUndo(database);
     require(writeDrawing(database) == bytes);
     return 0;
 }

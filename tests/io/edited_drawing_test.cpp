@@ -95,6 +95,21 @@ TEST(EditedDrawing, ChangedImplicitLayersAreWrittenIntoTheirTable) {
     EXPECT_EQ(table.find("FRAME"), table.npos) << "layers that were not changed stay out";
 }
 
+TEST(EditedDrawing, AnUndoneRenameLeavesReferencesAsTheyWereSpelled) {
+    const std::string bytes = drawing(
+        "0 SECTION | 2 TABLES | 0 TABLE | 2 LAYER | 70 1 | 0 LAYER | 2 GLASS | 70 0 | 62 7 | 6 CONTINUOUS"
+        "| 0 ENDTAB | 0 ENDSEC | 0 SECTION | 2 ENTITIES | 0 POINT | 8 glass | 10 1.0 | 20 2.0 | 0 ENDSEC | 0 "
+        "EOF");
+    const auto database = opened(bytes);
+    HxDbObjectPointer<HxDbLayerTableRecord> layer(
+        HxDbObjectId(findRecord(*database, TableKind::layer, L"Glass")), HxDb::kForWrite);
+    ASSERT_EQ(layer->setName(L"PANES"), Hx::eOk);
+    layer.close();
+    EXPECT_NE(writeDrawing(*database).find("0\nPOINT\n8\nPANES\n"), bytes.npos);
+    EXPECT_EQ(journal(*database).undo(), Hx::eOk);
+    EXPECT_EQ(writeDrawing(*database), bytes);
+}
+
 TEST(EditedDrawing, MissingSectionsAndTablesAreMade) {
     const std::string bare =
         drawing("0 SECTION | 2 ENTITIES | 0 POINT | 8 A | 10 1.0 | 20 2.0 | 0 ENDSEC | 0 EOF");

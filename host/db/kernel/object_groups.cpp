@@ -61,16 +61,20 @@ void refreshNames(HxDbStub& stub) {
     if (stub.blob.generation() >= db.names.size() || stub.blob.empty() || db.names.isHeld()) {
         return;
     }
-    GroupCursor first(stub.blob.groups(), db.format);
+    Blob origin = stub.blob.origin();
+    GroupCursor first(origin.groups(), db.format);
     first.next();
     const std::wstring type = first.asText();
     std::string fresh;
-    if (db.names.refresh(std::string(type.begin(), type.end()), stub.recordClass->isEntity, stub.blob,
-                         db.format, fresh)) {
-        stub.blob = Blob(std::move(fresh), db.names.size());
-    } else if (!db.names.isAmbiguous()) {
-        stub.blob.setGeneration(db.names.size());
+    if (db.names.refresh(std::string(type.begin(), type.end()), stub.recordClass->isEntity, origin, db.format,
+                         fresh)) {
+        stub.blob = Blob(std::move(fresh), db.names.size(), origin);
+        return;
     }
+    if (!db.names.isAmbiguous()) {
+        origin.setGeneration(db.names.size());
+    }
+    stub.blob = std::move(origin);
 }
 
 }  // namespace

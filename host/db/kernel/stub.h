@@ -28,7 +28,16 @@ public:
         : m_own(std::make_shared<const std::string>(std::move(groups))), m_groups(*m_own),
           m_generation(generation) {}
 
+    /// The groups of `origin` with names of a later time.
+    Blob(std::string groups, std::uint32_t generation, const Blob& origin)
+        : Blob(std::move(groups), generation) {
+        m_origin = std::make_shared<const Blob>(origin);
+    }
+
     std::string_view groups() const { return m_groups; }
+    /// What names are to be followed from: spelled as they were before any rename, so that a rename that is
+    /// undone gives the same groups again.
+    Blob origin() const { return m_origin ? *m_origin : *this; }
     bool empty() const { return m_groups.empty(); }
     /// How many renames (NameLog) had happened when the groups were written: the names in them are of that
     /// time.
@@ -40,6 +49,7 @@ private:
     std::shared_ptr<const std::string> m_own;
     std::string_view m_groups;
     std::uint32_t m_generation = 0;
+    std::shared_ptr<const Blob> m_origin;  ///< null when the groups are as they were written
 };
 
 /// The members of a table or block, in drawing order; the erased ones stay in their places.

@@ -124,8 +124,9 @@ std::wstring lineweightText(HxDb::LineWeight weight) {
     if (weight < 0) {
         return L"Default";
     }
-    return inInches() ? realText(weight / kHundredthsOfInch, 3) + L"\""
-                      : realText(weight / kHundredthsOfMillimetre, 2) + L" mm";
+    const double hundredths = static_cast<double>(weight);
+    return inInches() ? realText(hundredths / kHundredthsOfInch, 3) + L"\""
+                      : realText(hundredths / kHundredthsOfMillimetre, 2) + L" mm";
 }
 
 std::optional<HxDb::LineWeight> askLineweight() {

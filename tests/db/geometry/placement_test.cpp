@@ -6,8 +6,6 @@
 namespace korvex::test {
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
-
 void expectPoint(double x, double y, double z, const HxGePoint3d& p) {
     EXPECT_NEAR(x, p.x, 1e-9);
     EXPECT_NEAR(y, p.y, 1e-9);
