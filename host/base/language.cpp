@@ -11,7 +11,7 @@ namespace {
 
 QString localeOfEnvironment() {
     for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-        const QString locale = qEnvironmentVariable(name);
+        QString locale = qEnvironmentVariable(name);
         if (!locale.isEmpty()) {
             return locale;
         }

@@ -41,7 +41,7 @@ void log(Severity severity, const std::wstring& message) {
     }
 }
 
-void setLogHook(LogHook hook) {
+void setLogHook(const LogHook& hook) {
     Log& log = theLog();
     std::deque<std::pair<Severity, std::wstring>> waiting;
     {

@@ -15,6 +15,6 @@ using LogHook = std::function<void(Severity, const std::wstring& message)>;
 void log(Severity severity, const std::wstring& message);
 
 /// Sets the hook (none for an empty one) and hands it what has been waiting.
-void setLogHook(LogHook hook);
+void setLogHook(const LogHook& hook);
 
 }  // namespace korvex

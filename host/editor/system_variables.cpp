@@ -153,7 +153,7 @@ std::wstring setVariable(const SystemVariable& variable, const VariableValue& va
     if (!convert(value, variable.type, converted)) {
         return std::wstring(variable.name) + L" takes values of another type.";
     }
-    const std::wstring problem = rangeProblem(variable, converted);
+    std::wstring problem = rangeProblem(variable, converted);
     if (!problem.empty()) {
         return problem;
     }

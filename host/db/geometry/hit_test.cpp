@@ -194,7 +194,10 @@ double distanceOf(const Shape& shape, const HxGeMatrix3d& toView, const Box& pic
         return probe.distance();
     }
     const double reach = std::min(box.x.high, box.y.high);
-    return InsideProbe(view, 0.5 * reach).isInside(shape) ? reach : kInfinity;
+    if (InsideProbe(view, 0.5 * reach).isInside(shape)) {
+        return reach;
+    }
+    return kInfinity;
 }
 
 }  // namespace

@@ -140,8 +140,10 @@ TextBox paragraphBox(const EntityFields& fields) {
     box.height = fields.real(43) > 0 ? fields.real(43)
                                      : height * (1 + (measure.lines() - 1) * kLinePitch * fields.real(44, 1));
     const int attachment = std::min(std::max(fields.integer(71, 1), 1), 9) - 1;
-    box.left = -box.width * (attachment % 3) / 2;
-    box.bottom = -box.height * (2 - attachment / 3) / 2;
+    const int column = attachment % 3;
+    const int row = attachment / 3;
+    box.left = -box.width * column / 2;
+    box.bottom = -box.height * (2 - row) / 2;
     return box;
 }
 

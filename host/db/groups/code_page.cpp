@@ -134,7 +134,7 @@ void CodePage::loadPairs(Converter& converter) {
     if (std::find(m_single.begin(), m_single.end(), kLeadByte) == m_single.end()) {
         return;
     }
-    m_pairs.assign(0x80 * 0x100, static_cast<char16_t>(kInvalid));
+    m_pairs.assign(std::size_t{0x80} * 0x100, static_cast<char16_t>(kInvalid));
     for (std::size_t lead = 0x80; lead < 0x100; ++lead) {
         if (m_single[lead] != kLeadByte) {
             continue;

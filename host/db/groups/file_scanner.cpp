@@ -291,7 +291,7 @@ const char* FileScanner::binaryRecordEnd(const char* start, DrawingError& error)
 
 /// Sections open and close in turn and hold every other record.
 bool FileScanner::checkPlace(const FileRecord& record, DrawingError& error) const {
-    const auto fail = [&](std::wstring message) {
+    const auto fail = [&](const std::wstring& message) {
         error = errorAt(record.line, 0, message + kRestore);
         return false;
     };

@@ -12,6 +12,7 @@ void notifyAll(const std::vector<Reactor*>& list, Call call) {
     if (list.empty()) {
         return;
     }
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the list may change meanwhile
     const std::vector<Reactor*> now = list;
     for (Reactor* reactor : now) {
         if (std::find(list.begin(), list.end(), reactor) != list.end()) {

@@ -98,7 +98,7 @@ std::optional<ColorAnswer> askColor(std::int16_t fallback) {
         if (answer.isKeywordOf(L"COlorbook")) {
             return askBookColor();
         }
-        if (const std::optional<ColorAnswer> color = readColor(answer.text)) {
+        if (std::optional<ColorAnswer> color = readColor(answer.text)) {
             return color;
         }
         refuse(quoted(answer.text) + L" is no colour: give 1 to 255, a name such as red, or Truecolor.");
