@@ -28,17 +28,26 @@ install_packages() {
         >/dev/null || fail "apt-get could not install: $missing"
 }
 
-# build PRESET [TARGET...]: configures where need be and builds; speaks only when something is wrong.
+# quietly COMMAND...: shows what the command says only if it fails.
+quietly() {
+    log=$(mktemp)
+    status=0
+    "$@" >"$log" 2>&1 || status=$?
+    [ $status = 0 ] || cat "$log" >&2
+    rm -f "$log"
+    return $status
+}
+
+# build PRESET [TARGET...]: configures where need be and builds; shows progress on a terminal.
 build() {
     preset=$1
     shift
-    log=$(mktemp)
-    if ! (cd "$root" && cmake --preset "$preset") >"$log" 2>&1; then
-        cat "$log" >&2
-        rm -f "$log"
-        fail "cmake failed"
+    cd "$root"
+    quietly cmake --preset "$preset" || fail "cmake failed"
+    if [ -t 2 ]; then
+        ninja -C "build/$preset" "$@" >&2 || fail "the build failed"
+    else
+        quietly ninja -C "build/$preset" "$@" || fail "the build failed"
     fi
-    rm -f "$log"
-    echo "Building ($preset) ..." >&2
-    ninja -C "$root/build/$preset" --quiet "$@" >&2 || fail "the build failed"
+    cd "$OLDPWD"
 }
