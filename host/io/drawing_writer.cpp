@@ -23,6 +23,8 @@ constexpr TableKind kTableOrder[] = {TableKind::viewport, TableKind::linetype, T
                                      TableKind::style,    TableKind::view,     TableKind::ucs,
                                      TableKind::appId,    TableKind::dimStyle, TableKind::block};
 
+constexpr int kMostOwners = 100;  // of one another; damaged drawings have circles
+
 class DrawingWriter {
 public:
     explicit DrawingWriter(HxDbDatabase& database)
@@ -75,6 +77,18 @@ private:
     static bool isBlockPart(const HxDbStub& stub) {
         const Contents* contents = stub.owner ? stub.owner->contents.get() : nullptr;
         return contents && (contents->blockBegin == &stub || contents->blockEnd == &stub);
+    }
+
+    /// What owns the object is gone, or what owns that: an extension dictionary goes with its object.
+    bool hasErasedOwner(HxDbStub& stub) const {
+        int steps = m_db.hasErased ? kMostOwners : 0;
+        for (HxDbStub* owner = steps > 0 ? ownerOf(stub) : nullptr; owner && steps > 0; --steps) {
+            if (owner->erased) {
+                return true;
+            }
+            owner = ownerOf(*owner);
+        }
+        return false;
     }
 
     /// What is written of an object.
@@ -139,7 +153,7 @@ void DrawingWriter::survey() {
         }
         m_highestNew = std::max(m_highestNew, stub.handle);
         size += kUsualRecord;
-        if (!container && !isPart && !isTable(stub)) {
+        if (!container && !isPart && !isTable(stub) && !hasErasedOwner(stub)) {
             m_newObjects.push_back(&stub);
         }
     }
@@ -227,7 +241,7 @@ void DrawingWriter::writeObject(HxDbStub& stub) {
         return;
     }
     const HxDbStub* container = containerOf(stub);
-    if (container && (container->erased || hasMoved(*container))) {
+    if (container ? container->erased || hasMoved(*container) : hasErasedOwner(stub)) {
         return;
     }
     if (isTable(stub)) {

@@ -1,0 +1,163 @@
+// -LAYMRG: moves all objects of layers to another layer, and erases the layers.
+#include "host/db/kernel/entity_access.h"
+#include "host/db/kernel/text_fold.h"
+#include "host/editor/commands/command_support.h"
+#include "host/editor/commands/host_commands.h"
+#include "host/editor/layer_names.h"
+#include "sdk/hxdbentity.h"
+
+#include <algorithm>
+
+namespace korvex {
+
+namespace {
+
+/// Why a layer cannot be merged into another; empty when it can.
+std::wstring obstacle(HxDbObjectId id) {
+    const HxDbObjectPointer<HxDbLayerTableRecord> layer(id, HxDb::kForRead);
+    if (!layer) {
+        return L"it is in use";
+    }
+    if (id == drawing().clayer()) {
+        return L"it is current: make another layer current first";
+    }
+    if (layer->isDependent()) {
+        return L"it belongs to an external reference";
+    }
+    const std::wstring name = layer->name();
+    return equalNames(name, L"0") || equalNames(name, L"DEFPOINTS") ? L"every drawing needs it" : L"";
+}
+
+HxDbObjectId layerOfPicked(HxDbObjectId picked) {
+    const HxDbObjectPointer<HxDbEntity> entity(picked, HxDb::kForRead);
+    return entity ? entity->layerId() : HxDbObjectId();
+}
+
+/// The layers of an answer: of the picked object, or after the keyword Name by their names.
+std::vector<HxDbObjectId> layersOf(const Answer& answer, const wchar_t* namePrompt) {
+    if (answer.isValue()) {
+        return {layerOfPicked(answer.entity)};
+    }
+    const Answer names = answer.isKeywordOf(L"Name") ? askName({namePrompt}) : Answer();
+    if (!names.isValue()) {
+        return {};
+    }
+    const LayerSelection selection = selectLayers(drawing(), names.text);
+    for (const std::wstring& name : selection.unmatched) {
+        refuse(L"There is no layer that fits " + quoted(name) + L".");
+    }
+    return selection.layers;
+}
+
+/// False when the user gave up.
+bool askSources(std::vector<HxDbObjectId>& sources) {
+    for (;;) {
+        const Answer answer =
+            askEntity({L"Select object on layer to merge or [Name/Undo]:", L"Name Undo"}, false);
+        if (answer.isCancelled() || answer.isNone()) {
+            return answer.isNone();
+        }
+        if (answer.isKeywordOf(L"Undo")) {
+            sources.empty() ? say(L"There is no layer to leave out.") : sources.pop_back();
+            continue;
+        }
+        for (const HxDbObjectId& id : layersOf(answer, L"Enter name list of layer(s) to merge:")) {
+            const std::wstring why = obstacle(id);
+            if (!why.empty()) {
+                refuse(L"Layer " + quoted(layerName(id)) + L" can not be merged: " + why + L".");
+            } else if (std::find(sources.begin(), sources.end(), id) == sources.end()) {
+                sources.push_back(id);
+            }
+        }
+    }
+}
+
+/// Null when the user gave up.
+HxDbObjectId askTarget() {
+    for (;;) {
+        const Answer answer = askEntity({L"Select object on target layer or [Name]:", L"Name"}, false);
+        if (answer.isCancelled() || answer.isNone()) {
+            return {};
+        }
+        const std::vector<HxDbObjectId> layers = layersOf(answer, L"Enter name of target layer:");
+        if (layers.size() == 1) {
+            return layers.front();
+        }
+        if (layers.size() > 1) {
+            refuse(L"One layer only can be the target.");
+        }
+    }
+}
+
+std::wstring namesOf(const std::vector<HxDbObjectId>& layers) {
+    std::wstring names;
+    for (const HxDbObjectId& id : layers) {
+        names += (names.empty() ? L"" : L", ") + quoted(layerName(id));
+    }
+    return names;
+}
+
+/// Moves what is on the layers; how many objects could not be moved.
+std::size_t moveObjects(const std::vector<HxDbObjectId>& sources, HxDbObjectId target) {
+    std::size_t failed = 0;
+    const auto isSource = [&](HxDbStub* layer) {
+        return layer && std::find(sources.begin(), sources.end(), HxDbObjectId(layer)) != sources.end();
+    };
+    const auto move = [&](HxDbStub* stub) {
+        if (stub && isAlive(*stub) && isSource(layerOf(*stub))) {
+            const HxDbObjectPointer<HxDbEntity> entity(HxDbObjectId(stub), HxDb::kForWrite);
+            failed += entity && entity->setLayer(target) == Hx::eOk ? 0 : 1;
+        }
+    };
+    for (HxDbStub* block : members(*drawing().blockTableId().stub())) {
+        if (block->erased) {
+            continue;
+        }
+        for (HxDbStub* part : {block->contents->blockBegin, block->contents->blockEnd}) {
+            move(part);
+        }
+        for (HxDbStub* entity : members(*block)) {
+            move(entity);
+        }
+    }
+    return failed;
+}
+
+void eraseLayer(HxDbObjectId id) {
+    const std::wstring name = layerName(id);
+    const HxDbObjectPointer<HxDbLayerTableRecord> layer(id, HxDb::kForWrite);
+    const Hx::ErrorStatus status = layer ? layer->erase() : layer.openStatus();
+    if (status == Hx::eOk) {
+        say(L"Layer " + quoted(name) + L" is merged.");
+    } else {
+        refuse(L"Layer " + quoted(name) + L" was not erased" + because(status) + L".");
+    }
+}
+
+}  // namespace
+
+void mergeLayersCommand() {
+    std::vector<HxDbObjectId> sources;
+    if (!askSources(sources) || sources.empty()) {
+        return;
+    }
+    const HxDbObjectId target = askTarget();
+    sources.erase(std::remove(sources.begin(), sources.end(), target), sources.end());
+    if (target.isNull() || sources.empty()) {
+        return;
+    }
+    if (!askYesNo(L"Merge " + namesOf(sources) + L" into " + quoted(layerName(target)) + L"?", false)) {
+        say(L"No layer was merged.");
+        return;
+    }
+    const std::size_t failed = moveObjects(sources, target);
+    if (failed > 0) {
+        refuse(std::to_wstring(failed) + L" object(s) could not be moved, so no layer was erased.");
+        return;
+    }
+    for (const HxDbObjectId& id : sources) {
+        eraseLayer(id);
+    }
+}
+
+}  // namespace korvex
