@@ -77,7 +77,6 @@ public:
 private:
     friend class HxDbBlockTableRecord;
     HxDbBlockTableRecordIterator(HxDbStub* block, bool atBeginning, bool skipErased);
-    bool rests(bool skipErased) const;
     HxDbStub* m_block;
     std::ptrdiff_t m_at = 0;
 };

@@ -41,7 +41,6 @@ public:
 private:
     friend class HxDbSymbolTable;
     HxDbSymbolTableIterator(HxDbStub* table, bool atBeginning, bool skipErased);
-    bool rests(bool skipErased) const;
     HxDbStub* m_table;
     std::ptrdiff_t m_at = 0;
 };

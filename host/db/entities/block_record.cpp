@@ -2,6 +2,7 @@
 #include "host/db/entities/block_record_imp.h"
 #include "host/db/kernel/database_imp.h"
 #include "host/db/kernel/entity_access.h"
+#include "host/db/kernel/member_steps.h"
 #include "host/db/kernel/text_fold.h"
 #include "host/db/tables/symbol_table_imp.h"
 #include "sdk/hxdbentity.h"
@@ -154,32 +155,16 @@ HxDbBlockTableRecordIterator::HxDbBlockTableRecordIterator(HxDbStub* block, bool
     start(atBeginning, skipErased);
 }
 
-bool HxDbBlockTableRecordIterator::rests(bool skipErased) const {
-    if (done()) {
-        return true;
-    }
-    const HxDbStub* entity = members(*m_block)[static_cast<std::size_t>(m_at)];
-    return !entity->subEntity && (!skipErased || !entity->erased);
-}
-
 void HxDbBlockTableRecordIterator::start(bool atBeginning, bool skipErased) {
-    m_at = atBeginning ? 0 : static_cast<std::ptrdiff_t>(members(*m_block).size()) - 1;
-    while (!rests(skipErased)) {
-        m_at += atBeginning ? 1 : -1;
-    }
+    m_at = firstMember(*m_block, atBeginning, skipErased);
 }
 
-bool HxDbBlockTableRecordIterator::done() const {
-    return m_at < 0 || m_at >= static_cast<std::ptrdiff_t>(members(*m_block).size());
-}
+bool HxDbBlockTableRecordIterator::done() const { return isPast(*m_block, m_at); }
 
 void HxDbBlockTableRecordIterator::step(bool forward, bool skipErased) {
-    if (done()) {
-        return;
+    if (!done()) {
+        m_at = nextMember(*m_block, m_at, forward, skipErased);
     }
-    do {
-        m_at += forward ? 1 : -1;
-    } while (!rests(skipErased));
 }
 
 Hx::ErrorStatus HxDbBlockTableRecordIterator::getEntityId(HxDbObjectId& id) const {

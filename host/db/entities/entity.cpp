@@ -13,10 +13,7 @@ enum Code : int {
     kLinetypeCode = 6,
     kLayerCode = 8,
     kVisibilityCode = 60,
-    kColorCode = 62,
     kLineWeightCode = 370,
-    kTrueColorCode = 420,
-    kBookCode = 430,
 };
 constexpr std::int16_t kByLayerWeight = -1;
 
@@ -28,9 +25,7 @@ void EntityImp::clearFields() {
     color = HxCmColor::byIndex(HxCmColor::kIndexByLayer);
     lineWeight = kByLayerWeight;
     visible = true;
-    m_index = HxCmColor::kIndexByLayer;
-    m_trueColor = -1;
-    m_bookKey.clear();
+    m_color.clear();
 }
 
 bool EntityImp::isCommon(const ReadContext& context) {
@@ -44,26 +39,16 @@ void EntityImp::readField(const ReadContext& context, const GroupCursor& group) 
     switch (group.code()) {
     case kLayerCode: layer.setName(group.asText()); break;
     case kLinetypeCode: linetype.setName(group.asText()); break;
-    case kColorCode: m_index = group.asInteger(); break;
-    case kTrueColorCode: m_trueColor = group.asInteger() & 0xFFFFFF; break;
-    case kBookCode: m_bookKey = group.asText(); break;
     case kLineWeightCode: lineWeight = static_cast<std::int16_t>(group.asInteger()); break;
     case kVisibilityCode: visible = group.asInteger() == 0; break;
-    default: break;
+    default: m_color.read(group);
     }
 }
 
 void EntityImp::fieldsRead(HxDbDatabase& database) {
     layer.record(&database);
     linetype.record(&database);
-    if (m_trueColor >= 0) {
-        color.setRGB(static_cast<std::uint8_t>(m_trueColor >> 16),
-                     static_cast<std::uint8_t>(m_trueColor >> 8), static_cast<std::uint8_t>(m_trueColor));
-        color.setNamesFromDictionaryKey(m_bookKey.c_str());
-    } else if (m_index >= 0 && m_index <= HxCmColor::kIndexByLayer) {
-        color.setColorIndex(static_cast<std::int16_t>(m_index));
-    }
-    m_readColor = color;
+    color = m_color.color();
 }
 
 void EntityImp::added(HxDbDatabase& database) {
@@ -85,25 +70,16 @@ void EntityImp::writeFields(FieldWriter& out) const {
     } else {
         out.text(kLinetypeCode, linetype.name());
     }
-    const long long index = color == m_readColor ? m_index : color.colorIndex();
-    index == HxCmColor::kIndexByLayer ? out.defaultInteger(kColorCode, index)
-                                      : out.integer(kColorCode, index);
+    const long long index = m_color.indexOf(color);
+    index == HxCmColor::kIndexByLayer ? out.defaultInteger(ColorGroups::kIndexCode, index)
+                                      : out.integer(ColorGroups::kIndexCode, index);
     if (traits.hasLineWeights && lineWeight != kByLayerWeight) {
         out.integer(kLineWeightCode, lineWeight);
     } else {
         out.defaultInteger(kLineWeightCode, lineWeight);
     }
     visible ? out.defaultInteger(kVisibilityCode, 0) : out.integer(kVisibilityCode, 1);
-    if (color.isByColor()) {
-        out.integer(kTrueColorCode, color.red() << 16 | color.green() << 8 | color.blue());
-    } else {
-        out.absent(kTrueColorCode);
-    }
-    if (color.isFromBook()) {
-        out.text(kBookCode, color.getDictionaryKey());
-    } else {
-        out.absent(kBookCode);
-    }
+    ColorGroups::writeTrueColor(out, color);
 }
 
 }  // namespace korvex

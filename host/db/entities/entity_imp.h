@@ -3,7 +3,7 @@
 
 #include "host/db/kernel/object_imp.h"
 #include "host/db/kernel/record_ref.h"
-#include "sdk/hxcm.h"
+#include "host/db/values/color_groups.h"
 
 namespace korvex {
 
@@ -27,10 +27,7 @@ protected:
     static bool isCommon(const ReadContext& context);
 
 private:
-    long long m_index = HxCmColor::kIndexByLayer;
-    long long m_trueColor = -1;
-    std::wstring m_bookKey;
-    HxCmColor m_readColor = color;  ///< as long as it is the colour, the index stays as it was read
+    ColorGroups m_color{HxCmColor::kIndexByLayer};
 };
 
 }  // namespace korvex

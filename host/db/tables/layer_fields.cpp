@@ -11,29 +11,13 @@ namespace korvex {
 namespace {
 
 enum Code : int {
-    kColorCode = 62,
     kLinetypeCode = 6,
     kPlotCode = 290,
     kLineWeightCode = 370,
     kPlotStyleCode = 390,
-    kTrueColorCode = 420,
-    kBookCode = 430,
 };
 constexpr wchar_t kTransparencyApplication[] = L"AcCmTransparency";
 constexpr wchar_t kDescriptionApplication[] = L"AcAecLayerStandard";
-
-HxCmColor colorOf(long long index, long long trueColor, const std::wstring& bookKey) {
-    HxCmColor color = HxCmColor::byIndex(static_cast<std::int16_t>(index));
-    if (trueColor >= 0) {
-        const auto part = [&](unsigned shift) {
-            return static_cast<std::uint32_t>(trueColor >> shift) & 0xFFU;
-        };
-        color.setColor(static_cast<std::uint32_t>(HxCmColor::kTrueColor) << 24U | part(0) << 16U |
-                       part(8) << 8U | part(16));
-        color.setNamesFromDictionaryKey(bookKey.c_str());
-    }
-    return color;
-}
 
 }  // namespace
 
@@ -44,31 +28,26 @@ void LayerImp::clearFields() {
     plottable = true;
     lineWeight = -3;
     plotStyle = nullptr;
-    m_index = HxCmColor::kIndexWhite;
-    m_trueColor = -1;
-    m_bookKey.clear();
+    m_color.clear();
 }
 
 void LayerImp::readField(const ReadContext& context, const GroupCursor& group) {
     switch (group.code()) {
-    case kColorCode: m_index = group.asInteger(); break;
-    case kTrueColorCode: m_trueColor = group.asInteger() & 0xFFFFFF; break;
-    case kBookCode: m_bookKey = group.asText(); break;
     case kLinetypeCode: linetype.setName(group.asText()); break;
     case kPlotCode: plottable = group.asInteger() != 0; break;
     case kLineWeightCode: lineWeight = static_cast<std::int16_t>(group.asInteger()); break;
     case kPlotStyleCode: plotStyle = context.database.imp()->handles.find(group.asHandle()); break;
-    default: SymbolRecordImp::readField(context, group);
+    default:
+        if (!m_color.read(group)) {
+            SymbolRecordImp::readField(context, group);
+        }
     }
 }
 
 void LayerImp::fieldsRead(HxDbDatabase& database) {
     SymbolRecordImp::fieldsRead(database);
-    constexpr long long kLastIndex = 255;
-    off = m_index < 0;
-    const long long index = std::llabs(m_index);
-    color = colorOf(index >= 1 && index <= kLastIndex ? index : 7, m_trueColor, m_bookKey);
-    m_readColor = color;
+    off = m_color.isNegative();
+    color = m_color.color();
     linetype.record(&database);
 }
 
@@ -102,18 +81,9 @@ void LayerImp::xdataRead(HxDbDatabase& database) {
 void LayerImp::writeFields(FieldWriter& out) const {
     const VersionTraits traits = stub->database->imp()->traits();
     SymbolRecordImp::writeFields(out);
-    const long long index = color == m_readColor ? std::llabs(m_index) : color.colorIndex();
-    out.integer(kColorCode, off ? -index : index);
-    if (color.isByColor()) {
-        out.integer(kTrueColorCode, color.red() << 16 | color.green() << 8 | color.blue());
-    } else {
-        out.absent(kTrueColorCode);
-    }
-    if (color.isFromBook()) {
-        out.text(kBookCode, color.getDictionaryKey());
-    } else {
-        out.absent(kBookCode);
-    }
+    const long long index = std::llabs(m_color.indexOf(color));
+    out.integer(ColorGroups::kIndexCode, off ? -index : index);
+    ColorGroups::writeTrueColor(out, color);
     out.text(kLinetypeCode, linetype.name());
     if (!traits.hasLineWeights) {
         return;

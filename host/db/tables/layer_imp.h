@@ -3,7 +3,7 @@
 
 #include "host/db/kernel/record_ref.h"
 #include "host/db/tables/symbol_record_imp.h"
-#include "sdk/hxcm.h"
+#include "host/db/values/color_groups.h"
 
 namespace korvex {
 
@@ -37,10 +37,7 @@ public:
     std::wstring description;
 
 private:
-    long long m_index = 7;
-    long long m_trueColor = -1;
-    std::wstring m_bookKey;
-    HxCmColor m_readColor;  ///< as long as it is the colour, the index stays as it was read
+    ColorGroups m_color{HxCmColor::kIndexWhite};
 };
 
 /// The layer of an object; the object must be one.

@@ -3,6 +3,7 @@
 
 #include "host/db/kernel/database_imp.h"
 #include "host/db/kernel/entity_access.h"
+#include "host/db/kernel/member_steps.h"
 #include "host/db/tables/record_names.h"
 #include "host/db/tables/symbol_record_imp.h"
 #include "host/db/tables/symbol_table_imp.h"
@@ -107,28 +108,16 @@ HxDbSymbolTableIterator::HxDbSymbolTableIterator(HxDbStub* table, bool atBeginni
     start(atBeginning, skipErased);
 }
 
-bool HxDbSymbolTableIterator::rests(bool skipErased) const {
-    return done() || !skipErased || !members(*m_table)[static_cast<std::size_t>(m_at)]->erased;
-}
-
 void HxDbSymbolTableIterator::start(bool atBeginning, bool skipErased) {
-    m_at = atBeginning ? 0 : static_cast<std::ptrdiff_t>(members(*m_table).size()) - 1;
-    while (!rests(skipErased)) {
-        m_at += atBeginning ? 1 : -1;
-    }
+    m_at = firstMember(*m_table, atBeginning, skipErased);
 }
 
-bool HxDbSymbolTableIterator::done() const {
-    return m_at < 0 || m_at >= static_cast<std::ptrdiff_t>(members(*m_table).size());
-}
+bool HxDbSymbolTableIterator::done() const { return isPast(*m_table, m_at); }
 
 void HxDbSymbolTableIterator::step(bool forward, bool skipErased) {
-    if (done()) {
-        return;
+    if (!done()) {
+        m_at = nextMember(*m_table, m_at, forward, skipErased);
     }
-    do {
-        m_at += forward ? 1 : -1;
-    } while (!rests(skipErased));
 }
 
 HxDbObjectId HxDbSymbolTableIterator::getRecordId() const {
