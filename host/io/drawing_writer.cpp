@@ -177,7 +177,7 @@ bool DrawingWriter::needsBlock(const HxDbStub& record) const {
 /// Gives a new block record the BLOCK and ENDBLK that drawings have for it.
 void DrawingWriter::completeBlock(HxDbStub& record) {
     if (!record.contents->blockBegin) {
-        const bool isAnonymous = recordName(record).front() == L'*' && !isInEntities(record);
+        const bool isAnonymous = recordName(record).rfind(L'*', 0) == 0 && !isInEntities(record);
         addBlockBegin(record, {isAnonymous ? 1 : 0, {}});
     }
     if (!record.contents->blockEnd) {
