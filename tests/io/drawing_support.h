@@ -136,7 +136,7 @@ inline std::string oldDrawing() {
     return drawing(R"(999 made by hand
 0 SECTION | 2 HEADER | 9 $ACADVER | 1 AC1009 | 9 $HANDLING | 70 0 | 0 ENDSEC
 0 SECTION | 2 TABLES
-0 TABLE | 2 LAYER | 70 1 | 0 LAYER | 2 WALLS | 70 0 | 62 1 | 6 Continuous | 0 ENDTAB
+0 TABLE | 2 LAYER | 70 1 | 0 LAYER | 2 WALLS | 70 0 | 62 1 | 6 CONTINUOUS | 0 ENDTAB
 0 ENDSEC
 0 SECTION | 2 BLOCKS
 0 BLOCK | 8 0 | 2 DOOR | 70 0 | 10 0.0 | 20 0.0 | 3 DOOR | 0 LINE | 8 GLASS | 6 DASHED | 10 0.0 | 20 0.0 | 11 1.0 | 21 0.0 | 0 ENDBLK | 8 0

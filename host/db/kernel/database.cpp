@@ -34,9 +34,10 @@ HxDbStub& HxDbDatabase::Imp::newStub() {
 
 VersionTraits HxDbDatabase::Imp::traits() const {
     VersionTraits traits;
-    traits.hasSubclassMarkers = version >= "AC1012";
-    traits.hasLineWeights = version >= "AC1015";
-    traits.hasTrueColors = version >= "AC1018";
+    const bool isNumbered = version.find('.') == std::string::npos;  // the oldest are "AC1.50", "AC2.10" ...
+    traits.hasSubclassMarkers = isNumbered && version >= "AC1012";
+    traits.hasLineWeights = isNumbered && version >= "AC1015";
+    traits.hasTrueColors = isNumbered && version >= "AC1018";
     return traits;
 }
 

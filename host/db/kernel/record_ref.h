@@ -3,6 +3,7 @@
 #pragma once
 
 #include "host/db/kernel/entity_access.h"
+#include "host/db/kernel/text_fold.h"
 
 namespace korvex {
 
@@ -26,8 +27,11 @@ public:
         }
         return found;
     }
-    /// The name of now.
-    std::wstring name() const { return m_record ? recordName(*m_record) : m_name; }
+    /// The name of now; spelled as it was given where only the case differs from the record's.
+    std::wstring name() const {
+        std::wstring now = m_record ? recordName(*m_record) : m_name;
+        return equalNames(now, m_name) ? m_name : now;
+    }
 
 private:
     TableKind m_table;

@@ -219,7 +219,7 @@ TEST_F(LayersOfR12, HaveWhatTheirFilesCanHold) {
         EXPECT_EQ(l.setColor(HxCmColor::byIndex(4)), Hx::eOk);
         l.setIsOff(true);
     });
-    EXPECT_TRUE(has(saved(), "0\nLAYER\n2\nWALLS\n70\n0\n62\n-4\n6\nContinuous\n0\nENDTAB\n"));
+    EXPECT_TRUE(has(saved(), "0\nLAYER\n2\nWALLS\n70\n0\n62\n-4\n6\nCONTINUOUS\n0\nENDTAB\n"));
 }
 
 TEST_F(LayersOfR2000, HaveLineweightsButNoTrueColours) {
