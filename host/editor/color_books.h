@@ -9,9 +9,7 @@
 
 namespace korvex {
 
-/// A colour with both names, as a dialog gave it, is known from now on. Others are left alone.
-void rememberBookColor(const HxCmColor& color);
-/// A colour that is known or that a layer of the drawing has; names compare without case.
+/// The colour of that name that a layer of the drawing has; names compare without case.
 std::optional<HxCmColor> findBookColor(HxDbDatabase& database, const std::wstring& book,
                                        const std::wstring& name);
 
