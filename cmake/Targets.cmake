@@ -3,6 +3,9 @@
 add_library(korvex_settings INTERFACE)
 target_compile_options(korvex_settings INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wno-sign-conversion -fno-omit-frame-pointer)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(korvex_settings INTERFACE -fpch-preprocess) # lets ccache see into precompiled headers
+endif()
 if(KORVEX_SANITIZE OR KORVEX_FUZZ)
     target_compile_options(korvex_settings INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined)
     target_link_options(korvex_settings INTERFACE -fsanitize=address,undefined)

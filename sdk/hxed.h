@@ -59,6 +59,27 @@ HXSDK_API int hxedSetVar(const wchar_t* name, const resbuf* value);
 /// Frees a string of hxedGetVar or hxutNewString.
 HXSDK_API void hxutFreeString(wchar_t* text);
 
+// ---- selection ----
+
+/// Actions of the pick-first processor.
+enum HxPickFirstAction : int {
+    kHxPickFirstDrop = 9,  ///< takes the selection and its grips off the screen
+};
+
+/// Holds the objects that are selected while no command runs (top-level ones of the current space).
+class HXSDK_API HxEdPickFirstProcessor : public HxRxObject {
+public:
+    HX_DECLARE_MEMBERS(HxEdPickFirstProcessor)
+    /// Carries out an action on the current document's selection. eInvalidInput for one that does not exist.
+    virtual Hx::ErrorStatus process(int action) = 0;
+    /// The selected objects of the current document, in the order of selecting.
+    virtual void getSelection(HxArray<HxDbObjectId>& objects) const = 0;
+    /// Those that are not erased and lie in the current space are selected instead.
+    virtual void setSelection(const HxArray<HxDbObjectId>& objects) = 0;
+};
+/// Never null.
+HXSDK_API HxEdPickFirstProcessor* hxedPickFirstProcessor();
+
 // ---- screen ----
 
 /// Redraws one object, or everything for a null name. RTNORM.
