@@ -17,11 +17,17 @@ namespace {
 
 /// What a kind of question is about.
 struct Kind {
+    using Wants = InputRequest::Wants;
+
+    explicit Kind(Wants whatIsAsked) : wants(whatIsAsked) {}
+    Wants wants;
     AnswerEnd end = AnswerEnd::blank;
     bool trims = true;
     bool takesTransparent = true;
-    bool keepsEmptyText = false;  ///< Enter is an empty text, not RTNONE
-    const wchar_t* wanted = L"";  ///< for the message after wrong input
+    bool keepsEmptyText = false;      ///< Enter is an empty text, not RTNONE
+    const wchar_t* wanted = L"";      ///< for the message after wrong input
+    std::optional<HxGePoint3d> base;  ///< InputRequest::base
+    bool nested = false;              ///< InputRequest::nested
 };
 
 /// Takes an answer if it is of the kind. A text in `why` says what is wrong with one that nearly is.
@@ -64,9 +70,12 @@ private:
             host.input().takeSent(true);
         }
         Token token;
-        if (!host.input().next(m_kind.end, m_prompt.text, token) || token.cancels) {
+        if (!host.input().next(request(), token) || token.cancels) {
             answer.result = RTCAN;
             return true;
+        }
+        if (token.interrupted) {
+            return false;
         }
         if (m_kind.trims) {
             token.text = trimmed(token.text);
@@ -78,6 +87,11 @@ private:
             return false;
         }
         return isKeyword(token, answer) || isValue(token, answer) || isOther(token, answer);
+    }
+
+    InputRequest request() const {
+        return {m_kind.end,  m_prompt.text, m_kind.wants, m_prompt.keywords ? m_prompt.keywords : L"",
+                m_kind.base, m_kind.nested};
     }
 
     bool isEnter(Editor& host, Answer& answer) {
@@ -175,11 +189,12 @@ bool pointOf(const Token& token, const HxGePoint3d& base, HxGePoint3d& point) {
 }  // namespace
 
 Answer askKeyword(const Prompt& prompt) {
-    return put(prompt, Kind(), [](const Token&, Answer&, std::wstring&) { return false; });
+    return put(prompt, Kind(Kind::Wants::keyword),
+               [](const Token&, Answer&, std::wstring&) { return false; });
 }
 
 Answer askInteger(const Prompt& prompt) {
-    Kind kind;
+    Kind kind(Kind::Wants::number);
     kind.wanted = L"a whole number";
     return put(prompt, kind, [&](const Token& token, Answer& answer, std::wstring& why) {
         if (!readInteger(token.text, answer.integer)) {
@@ -191,7 +206,7 @@ Answer askInteger(const Prompt& prompt) {
 }
 
 Answer askReal(const Prompt& prompt) {
-    Kind kind;
+    Kind kind(Kind::Wants::number);
     kind.wanted = L"a number";
     return put(prompt, kind, [&](const Token& token, Answer& answer, std::wstring& why) {
         if (!readReal(token.text, answer.real)) {
@@ -203,8 +218,11 @@ Answer askReal(const Prompt& prompt) {
 }
 
 Answer askPoint(const Prompt& prompt, const HxGePoint3d* base) {
-    Kind kind;
+    Kind kind(Kind::Wants::point);
     kind.wanted = L"a point (x,y)";
+    if (base) {
+        kind.base = *base;
+    }
     const HxGePoint3d from = base ? *base : editor().lastPoint;
     Answer answer = put(prompt, kind, [&](const Token& token, Answer& a, std::wstring&) {
         return pointOf(token, from, a.point);
@@ -216,8 +234,9 @@ Answer askPoint(const Prompt& prompt, const HxGePoint3d* base) {
 }
 
 Answer askDistance(const Prompt& prompt, const HxGePoint3d& base) {
-    Kind kind;
+    Kind kind(Kind::Wants::point);
     kind.wanted = L"a distance or a point (x,y)";
+    kind.base = base;
     return put(prompt, kind, [&](const Token& token, Answer& answer, std::wstring& why) {
         if (pointOf(token, base, answer.point)) {
             answer.real = answer.point.distanceTo(base);
@@ -230,13 +249,13 @@ Answer askDistance(const Prompt& prompt, const HxGePoint3d& base) {
 }
 
 Answer askWord(const Prompt& prompt) {
-    Kind kind;
+    Kind kind(Kind::Wants::text);
     kind.wanted = L"a word";
     return askTextOf(prompt, kind);
 }
 
 Answer askText(const Prompt& prompt) {
-    Kind kind;
+    Kind kind(Kind::Wants::text);
     kind.end = AnswerEnd::line;
     kind.trims = false;
     kind.takesTransparent = false;
@@ -245,15 +264,16 @@ Answer askText(const Prompt& prompt) {
 }
 
 Answer askName(const Prompt& prompt) {
-    Kind kind;
+    Kind kind(Kind::Wants::text);
     kind.end = AnswerEnd::line;
     kind.wanted = L"a name";
     return askTextOf(prompt, kind);
 }
 
 Answer askEntity(const Prompt& prompt, bool nested) {
-    Kind kind;
+    Kind kind(Kind::Wants::entity);
     kind.wanted = L"a point (x,y) on an object";
+    kind.nested = nested;
     HxDbDatabase* const database = hxdbWorkingDatabase();
     editor().errorNumber = 0;
     Answer answer = put(prompt, kind, [&](const Token& token, Answer& a, std::wstring&) {

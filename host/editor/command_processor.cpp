@@ -97,9 +97,14 @@ bool CommandProcessor::runNext() {
     input.takeSent(false);
     followSource();
     const bool interactive = input.isInteractive();
+    InputRequest request;
+    request.prompt = kPrompt;
     Token token;
-    if (!input.next(AnswerEnd::blank, kPrompt, token)) {
+    if (!input.next(request, token)) {
         return false;
+    }
+    if (token.interrupted) {
+        return !m_quit;
     }
     std::wstring typed = token.text;
     if (typed.empty() && interactive) {

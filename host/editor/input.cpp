@@ -11,9 +11,22 @@ constexpr int kPatience = 1000;
 
 }  // namespace
 
-void Input::push(std::unique_ptr<InputSource> source) { m_sources.push_front(std::move(source)); }
+void Input::push(std::unique_ptr<InputSource> source) {
+    interruptWaiting();
+    m_sources.push_front(std::move(source));
+}
 
-void Input::append(std::unique_ptr<InputSource> source) { m_sources.push_back(std::move(source)); }
+void Input::append(std::unique_ptr<InputSource> source) {
+    interruptWaiting();
+    const bool userIsLast = !m_sources.empty() && m_sources.back()->isInteractive();
+    m_sources.insert(m_sources.end() - (userIsLast ? 1 : 0), std::move(source));
+}
+
+void Input::interruptWaiting() {
+    for (const auto& source : m_sources) {
+        source->interrupt();
+    }
+}
 
 void Input::unread(const std::wstring& text) {
     ScriptOptions options;
@@ -31,6 +44,7 @@ void Input::clear() {
 void Input::send(std::wstring text, ScriptOptions options) {
     options.closesLastLine = false;
     m_sent.emplace_back(std::move(text), std::move(options));
+    interruptWaiting();
 }
 
 bool Input::takeSent(bool transparentOnly) {
@@ -70,23 +84,30 @@ const InputSource* Input::source() {
     return m_sources.empty() ? nullptr : m_sources.front().get();
 }
 
-bool Input::next(AnswerEnd end, const std::wstring& prompt, Token& token) {
+/// Others may have come and gone while a source waited.
+void Input::drop(const InputSource* source) {
+    const auto isIt = [source](const auto& other) { return other.get() == source; };
+    m_sources.erase(std::remove_if(m_sources.begin(), m_sources.end(), isIt), m_sources.end());
+}
+
+bool Input::next(const InputRequest& request, Token& token) {
     dropDry();
     while (!m_sources.empty()) {
-        InputSource& source = *m_sources.front();
-        const bool shows = source.echoes() && !source.isInteractive();
+        const std::shared_ptr<InputSource> source = m_sources.front();
+        const bool shows = source->echoes() && !source->isInteractive();
         if (shows) {
-            m_console.prompt(prompt);
+            m_console.prompt(request.prompt);
         }
-        if (source.next(end, prompt, token)) {
+        token = Token();
+        if (source->next(request, token)) {
             m_dryCalls = 0;
-            m_place = source.place();
+            m_place = source->place();
             if (shows) {
                 m_console.answer(token.cancels ? L"*Cancel*" : token.text);
             }
             return true;
         }
-        m_sources.pop_front();
+        drop(source.get());
     }
     if (++m_dryCalls > kPatience) {
         m_dryCalls = 0;

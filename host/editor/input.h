@@ -23,7 +23,7 @@ public:
 
     /// Answers that come before all others.
     void push(std::unique_ptr<InputSource> source);
-    /// Answers that come after all others.
+    /// Answers that come after all others but the user's own.
     void append(std::unique_ptr<InputSource> source);
     /// Gives back text that was read too far; it comes next.
     void unread(const std::wstring& text);
@@ -39,8 +39,8 @@ public:
     void forget(const HxApDocument* document);
 
     /// The next answer with its prompt shown; false when all sources are dry. Throws InputExhausted when that
-    /// was so a thousand times in a row.
-    bool next(AnswerEnd end, const std::wstring& prompt, Token& token);
+    /// was so a thousand times in a row. May give Token::interrupted: other input came while a source waited.
+    bool next(const InputRequest& request, Token& token);
     /// No answer is left; waiting strings count.
     bool isDry();
     bool isInteractive();
@@ -53,9 +53,11 @@ public:
 
 private:
     void dropDry();
+    void drop(const InputSource* source);
+    void interruptWaiting();
 
     Console& m_console;
-    std::deque<std::unique_ptr<InputSource>> m_sources;  ///< the next one in front
+    std::deque<std::shared_ptr<InputSource>> m_sources;  ///< the next one in front; kept while it waits
     std::deque<std::pair<std::wstring, ScriptOptions>> m_sent;
     std::wstring m_place;
     int m_dryCalls = 0;

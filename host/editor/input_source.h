@@ -15,10 +15,23 @@ namespace korvex {
 /// may hold blanks).
 enum class AnswerEnd { blank, line };
 
+/// What a prompt asks for.
+struct InputRequest {
+    enum class Wants { command, keyword, number, point, entity, text };
+
+    AnswerEnd end = AnswerEnd::blank;
+    std::wstring prompt;
+    Wants wants = Wants::command;
+    std::wstring keywords;            ///< accepted besides, as hxedInitGet takes them
+    std::optional<HxGePoint3d> base;  ///< points are shown with a line from here
+    bool nested = false;              ///< entities: also those inside of blocks
+};
+
 /// One answer as it was given.
 struct Token {
     std::wstring text;                 ///< empty: Enter
     bool cancels = false;              ///< the user gave up the running command (Esc)
+    bool interrupted = false;          ///< nothing was answered: see who is to answer now, and ask again
     std::optional<HxGePoint3d> point;  ///< clicked, in the current space
 };
 
@@ -26,9 +39,11 @@ struct Token {
 class InputSource {
 public:
     virtual ~InputSource() = default;
-    /// The next answer. `prompt` is for sources that show it themselves. False when there is none and never
-    /// will be.
-    virtual bool next(AnswerEnd end, const std::wstring& prompt, Token& token) = 0;
+    /// The next answer. The request's prompt is for sources that show it themselves. False when there is none
+    /// and never will be.
+    virtual bool next(const InputRequest& request, Token& token) = 0;
+    /// Other input has come: one that waits stops doing so and gives Token::interrupted.
+    virtual void interrupt() {}
     /// There is no further answer, as far as is known without waiting.
     virtual bool isDry() const = 0;
     /// Prompts and answers are shown on the command line.

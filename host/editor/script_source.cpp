@@ -40,7 +40,7 @@ void ScriptSource::skipComments() {
 
 bool ScriptSource::isDry() const { return m_at >= m_text.size(); }
 
-bool ScriptSource::next(AnswerEnd end, const std::wstring&, Token& token) {
+bool ScriptSource::next(const InputRequest& request, Token& token) {
     if (isDry()) {
         return false;
     }
@@ -52,8 +52,8 @@ bool ScriptSource::next(AnswerEnd end, const std::wstring&, Token& token) {
         skipComments();
         return true;
     }
-    const auto ends = [end](wchar_t c) {
-        return c == L'\n' || isCancel(c) || (end == AnswerEnd::blank && isBlank(c));
+    const auto ends = [&request](wchar_t c) {
+        return c == L'\n' || isCancel(c) || (request.end == AnswerEnd::blank && isBlank(c));
     };
     const auto first = m_text.begin() + static_cast<std::ptrdiff_t>(m_at);
     const auto last = std::find_if(first, m_text.end(), ends);

@@ -22,7 +22,7 @@ class ScriptSource : public InputSource {
 public:
     ScriptSource(std::wstring text, ScriptOptions options);
 
-    bool next(AnswerEnd end, const std::wstring& prompt, Token& token) override;
+    bool next(const InputRequest& request, Token& token) override;
     bool isDry() const override;
     bool echoes() const override { return m_options.echo; }
     std::wstring place() const override;

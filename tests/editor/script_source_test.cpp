@@ -16,7 +16,9 @@ std::vector<std::wstring> answers(const std::wstring& text, std::vector<AnswerEn
     ScriptSource source(text, options);
     std::vector<std::wstring> out;
     Token token;
-    for (std::size_t i = 0; source.next(ends[std::min(i, ends.size() - 1)], L"", token); ++i) {
+    InputRequest request;
+    for (std::size_t i = 0; request.end = ends[std::min(i, ends.size() - 1)], source.next(request, token);
+         ++i) {
         out.push_back(token.cancels ? L"^C" : token.text);
     }
     return out;
@@ -61,10 +63,10 @@ TEST(ScriptSource, TellsTheLineOfTheAnswer) {
     options.comments = true;
     ScriptSource source(L";\nLINE 0,0\n1,1", options);
     Token token;
-    source.next(blank, L"", token);
-    source.next(blank, L"", token);
+    source.next({}, token);
+    source.next({}, token);
     EXPECT_EQ(source.place(), L"a.scr, line 2");
-    source.next(blank, L"", token);
+    source.next({}, token);
     EXPECT_EQ(source.place(), L"a.scr, line 3");
     EXPECT_TRUE(source.isDry());
 }
