@@ -12,5 +12,3 @@ HxUiMainAppService* hxuiMainAppService() {
     static HxUiMainAppService service;
     return &service;
 }
-
-QWidget* hxuiMainWindow() { return nullptr; }
