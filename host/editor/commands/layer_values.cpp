@@ -41,7 +41,7 @@ std::optional<ColorAnswer> askTrueColor() {
     }
 }
 
-/// A colour of a colour book, of those that were seen before.
+/// A colour of a colour book, or one that a layer of the drawing has.
 std::optional<ColorAnswer> askBookColor() {
     const Answer book = askName({L"Enter color book name:", nullptr, RSG_NONULL});
     if (!book.isValue()) {
@@ -53,9 +53,10 @@ std::optional<ColorAnswer> askBookColor() {
     }
     const std::optional<HxCmColor> known = findBookColor(drawing(), book.text, name.text);
     if (!known) {
-        refuse(
-            L"Color " + quoted(name.text) + L" of book " + quoted(book.text) +
-            L" is not known: no layer of this drawing has it. Give it as a true colour (Truecolor) instead.");
+        refuse(L"Color " + quoted(name.text) + L" of book " + quoted(book.text) +
+               L" is not known: neither a color book nor a layer of this drawing has it. Give it as a true "
+               L"color "
+               L"(Truecolor) instead.");
         return {};
     }
     return ColorAnswer{*known};
