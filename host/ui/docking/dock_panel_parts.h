@@ -1,0 +1,34 @@
+// What a dock panel and its frame keep of each other.
+#pragma once
+
+#include "host/ui/docking/dock_title_bar.h"
+#include "host/ui/docking/idle_notifier.h"
+#include "sdk/hxdock.h"
+
+#include <string>
+#include <vector>
+
+struct HxUiDockPanel::Parts {
+    HxUiDockFrameWindow* frame = nullptr;  ///< null when it is gone
+    korvex::DockTitleBar* title = nullptr;
+    std::wstring caption;
+    int style = kHxDockAndFloat;
+    QSize lastSize;          ///< while it was shown, or that its maker gave it
+    bool isClosing = false;  ///< the user closes it; it is still shown
+};
+
+struct HxUiDockFrameWindow::Parts {
+    explicit Parts(HxUiDockFrameWindow& frame) : idle(frame) {}
+    korvex::IdleNotifier idle;
+    std::vector<HxUiDockPanel*> panels;  ///< all that live, in the order of their making
+    bool isTellingIdle = false;
+};
+
+namespace korvex {
+
+/// The dock area of a HxUiDockAlignment; none for what is no side.
+Qt::DockWidgetArea areaOf(int side);
+/// The HxUiDockAlignment of a dock area; kHxDockNone for no area.
+int sideOf(Qt::DockWidgetArea area);
+
+}  // namespace korvex
