@@ -2,6 +2,7 @@
 #include "host/editor/ask.h"
 
 #include "host/editor/command_processor.h"
+#include "host/editor/documents.h"
 #include "host/editor/editor.h"
 #include "host/editor/number_text.h"
 #include "host/editor/picker.h"
@@ -275,6 +276,7 @@ Answer askEntity(const Prompt& prompt, bool nested) {
     kind.wanted = L"a point (x,y) on an object";
     kind.nested = nested;
     HxDbDatabase* const database = hxdbWorkingDatabase();
+    const bool wasOpen = editor().documents().document(database) != nullptr;
     editor().errorNumber = 0;
     Answer answer = put(prompt, kind, [&](const Token& token, Answer& a, std::wstring&) {
         return pointOf(token, editor().lastPoint, a.point);
@@ -283,6 +285,10 @@ Answer askEntity(const Prompt& prompt, bool nested) {
         editor().errorNumber = OL_NULLINPUT;
     }
     if (!answer.isValue()) {
+        return answer;
+    }
+    if (wasOpen && !editor().documents().document(database)) {
+        answer.result = RTCAN;  // the drawing was closed while the prompt waited
         return answer;
     }
     answer.result = pickEntity(database, answer.point, nested, answer) ? RTNORM : RTERROR;

@@ -212,6 +212,7 @@ void CommandProcessor::execute(const Command& command, const std::function<void(
     if (document) {
         frame.emplace(m_editor.documents(), *document, command);
     }
+    m_count += m_running.empty() ? 1 : 0;
     m_running.push_back({command.global, document});
     m_editor.cancelled = false;
     m_editor.takeInitGet();

@@ -32,6 +32,10 @@ public:
     /// Names of the running commands, parted by "'"; empty when there is none.
     std::wstring runningNames() const;
     bool isRunning() const { return !m_running.empty(); }
+    /// Commands begun at the command prompt so far: tells whether it is still the same one that runs.
+    std::size_t commandCount() const { return m_count; }
+    /// What Enter at the command prompt repeats; empty at first.
+    const std::wstring& lastCommand() const { return m_last; }
     bool isRunningTransparent() const { return m_running.size() > 1; }
 
     /// The host ends after the running command.
@@ -57,6 +61,7 @@ private:
     Editor& m_editor;
     std::vector<Running> m_running;
     std::wstring m_last;
+    std::size_t m_count = 0;
     bool m_quit = false;
 };
 

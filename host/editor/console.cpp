@@ -3,6 +3,19 @@
 
 namespace korvex {
 
+namespace {
+
+constexpr std::size_t kKept = 1U << 16U;
+
+}  // namespace
+
+void Console::setPane(Writer pane) {
+    m_pane = std::move(pane);
+    if (m_pane && !m_shown.empty()) {
+        m_pane(m_shown);
+    }
+}
+
 void Console::write(std::wstring_view text) {
     if (m_atLineStart && !text.empty() && text.front() == L'\n') {
         text.remove_prefix(1);
@@ -11,8 +24,15 @@ void Console::write(std::wstring_view text) {
         return;
     }
     m_atLineStart = text.back() == L'\n';
+    m_shown += text;
+    if (m_shown.size() > 2 * kKept) {
+        m_shown.erase(0, m_shown.size() - kKept);
+    }
     if (m_writer) {
         m_writer(text);
+    }
+    if (m_pane) {
+        m_pane(text);
     }
 }
 

@@ -15,6 +15,8 @@ public:
 
     /// Where the dialogue goes; none: nowhere.
     void setWriter(Writer writer) { m_writer = std::move(writer); }
+    /// A window that shows the dialogue as well; it begins with what was shown so far.
+    void setPane(Writer pane);
     /// Who is told of failures besides; the text is one line with its place.
     void setFailureWriter(Writer writer) { m_failureWriter = std::move(writer); }
     /// Asked before anything but a failure is shown.
@@ -39,6 +41,8 @@ private:
     void freshLine();
 
     Writer m_writer;
+    Writer m_pane;
+    std::wstring m_shown;  ///< the last of it, for a pane that comes later
     Writer m_failureWriter;
     std::function<bool()> m_isQuiet;
     bool m_atLineStart = true;

@@ -12,6 +12,7 @@ namespace korvex {
 class CommandProcessor;
 class CommandStack;
 class DocumentManager;
+class UserDialogs;
 
 /// All that one host has once.
 class Editor {
@@ -26,6 +27,12 @@ public:
     CommandStack& commands() { return *m_commands; }
     CommandProcessor& processor() { return *m_processor; }
     DocumentManager& documents() { return *m_documents; }
+
+    /// The window's dialogs, null for none. They belong to the window.
+    void setDialogs(UserDialogs* dialogs) { m_dialogs = dialogs; }
+    /// Those to use for the next question; null when the command line is to ask: there is no window, or a
+    /// script answers.
+    UserDialogs* dialogs() { return m_input.isInteractive() ? m_dialogs : nullptr; }
 
     /// Called when the host waits for a command: lets palettes and timers have their turn.
     void setIdleHandler(std::function<void()> handler) { m_idle = std::move(handler); }
@@ -50,6 +57,7 @@ public:
 private:
     Console m_console;
     Input m_input{m_console};
+    UserDialogs* m_dialogs = nullptr;
     std::function<void()> m_idle;
     InitGet m_initGet;
     std::unique_ptr<CommandStack> m_commands;

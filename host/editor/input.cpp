@@ -63,6 +63,15 @@ void Input::forget(const HxApDocument* document) {
     m_sources.erase(std::remove_if(m_sources.begin(), m_sources.end(), reads), m_sources.end());
 }
 
+void Input::stopScripts() {
+    const auto user = std::find_if(m_sources.begin(), m_sources.end(),
+                                   [](const auto& source) { return source->isInteractive(); });
+    if (user != m_sources.end()) {
+        m_sources.erase(m_sources.begin(), user);
+        m_sent.clear();
+    }
+}
+
 void Input::dropDry() {
     while (!m_sources.empty() && m_sources.front()->isDry()) {
         m_sources.pop_front();

@@ -38,6 +38,9 @@ public:
     /// Forgets what was sent to a document that is going.
     void forget(const HxApDocument* document);
 
+    /// Drops all scripts, and what was sent, before the user's own source; without one nothing.
+    void stopScripts();
+
     /// The next answer with its prompt shown; false when all sources are dry. Throws InputExhausted when that
     /// was so a thousand times in a row. May give Token::interrupted: other input came while a source waited.
     bool next(const InputRequest& request, Token& token);

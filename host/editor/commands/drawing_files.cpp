@@ -4,6 +4,8 @@
 #include "host/editor/commands/host_commands.h"
 #include "host/editor/documents.h"
 #include "host/editor/editor.h"
+#include "host/editor/system_variables.h"
+#include "host/editor/user_dialogs.h"
 
 #include <QFileInfo>
 
@@ -18,11 +20,22 @@ std::wstring reason(const std::wstring& error) {
     return error.substr(0, error.find_last_not_of(L'.') + 1) + L".";
 }
 
+/// The window's dialogs when files are to be asked for by them; null otherwise.
+UserDialogs* fileDialogs() { return integerVariable(L"FILEDIA") != 0 ? editor().dialogs() : nullptr; }
+
+/// What could not be done, also in a box when somebody sits before the window.
+void refuseAloud(const std::wstring& message) {
+    refuse(message);
+    if (UserDialogs* dialogs = editor().dialogs()) {
+        dialogs->tellFailure(message);
+    }
+}
+
 /// Saves under a path, or the drawing's own for "". False with a message when it could not be.
 bool save(Document& document, const std::wstring& path) {
     CStdStr<wchar_t> error;
     if (documents().saveDocument(&document, path.c_str(), &error) != Hx::eOk) {
-        refuse(quoted(path.empty() ? document.docTitle() : path) + L" was not saved: " + reason(error));
+        refuseAloud(quoted(path.empty() ? document.docTitle() : path) + L" was not saved: " + reason(error));
         return false;
     }
     say(L"Saved " + quoted(document.fileName()) + L".");
@@ -31,6 +44,10 @@ bool save(Document& document, const std::wstring& path) {
 
 bool saveAs(Document& document) {
     const std::wstring now = document.fileName();
+    if (UserDialogs* dialogs = fileDialogs()) {
+        const std::wstring path = dialogs->askFileToSave(now.empty() ? document.docTitle() : now);
+        return !path.empty() && save(document, path);
+    }
     const Answer path = askName({now.empty() ? L"Enter file name to save the drawing as:"
                                              : L"Enter file name to save the drawing as <" + now + L">:"});
     if (path.isCancelled() || (path.isNone() && now.empty())) {
@@ -49,12 +66,24 @@ bool saveUnderOwnName(Document& document) {
     return *document.fileName() ? save(document, L"") : saveAs(document);
 }
 
+void open(const std::wstring& path) {
+    HxApDocument* document = nullptr;
+    CStdStr<wchar_t> error;
+    if (documents().openDocument(path.c_str(), document, &error) != Hx::eOk) {
+        refuseAloud(quoted(path) + L" was not opened: " + reason(error));
+        return;
+    }
+    say(L"Opened " + quoted(document->fileName()) + L".");
+}
+
 /// Asks what is to become of unsaved changes. False when the drawing must stay open.
 bool mayClose(Document& document) {
     if (!document.database()->isModified()) {
         return true;
     }
-    switch (askYesNoCancel(L"Save changes to " + quoted(document.docTitle()) + L"?")) {
+    UserDialogs* const dialogs = editor().dialogs();
+    switch (dialogs ? dialogs->askToSave(document.docTitle())
+                    : askYesNoCancel(L"Save changes to " + quoted(document.docTitle()) + L"?")) {
     case YesNoCancel::yes: return saveUnderOwnName(document);
     case YesNoCancel::no: return true;
     default: return false;
@@ -66,17 +95,18 @@ bool mayClose(Document& document) {
 void newCommand() { say(L"New drawing " + quoted(documents().newDocument()->docTitle()) + L"."); }
 
 void openCommand() {
-    const Answer path = askName({L"Enter name of drawing to open:"});
-    if (!path.isValue()) {
-        return;
+    std::vector<std::wstring> paths;
+    if (UserDialogs* dialogs = fileDialogs()) {
+        paths = dialogs->askFilesToOpen();
+    } else {
+        const Answer path = askName({L"Enter name of drawing to open:"});
+        if (path.isValue()) {
+            paths.push_back(path.text);
+        }
     }
-    HxApDocument* document = nullptr;
-    CStdStr<wchar_t> error;
-    if (documents().openDocument(path.text.c_str(), document, &error) != Hx::eOk) {
-        refuse(quoted(path.text) + L" was not opened: " + reason(error));
-        return;
+    for (const std::wstring& path : paths) {
+        open(path);
     }
-    say(L"Opened " + quoted(document->fileName()) + L".");
 }
 
 void saveCommand() { saveUnderOwnName(*documents().current()); }
