@@ -1,4 +1,5 @@
 // Linetypes: their pattern.
+#include "host/db/kernel/database_imp.h"
 #include "host/db/tables/symbol_record_imp.h"
 #include "sdk/hxdbsymtb.h"
 
@@ -35,9 +36,12 @@ public:
         out.integer(72, 'A');
         out.integer(73, static_cast<long long>(dashes.size()));
         out.real(40, length);
+        const bool hasElementTypes = stub->database->imp()->traits().hasSubclassMarkers;
         for (const double dash : dashes) {
             out.real(49, dash);
-            out.integer(74, 0);
+            if (hasElementTypes) {
+                out.integer(74, 0);
+            }
         }
         for (const int code : {75, 340, 46, 50, 44, 45, 9}) {
             out.absent(code);
