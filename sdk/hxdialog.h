@@ -36,18 +36,24 @@ enum HxDialogResult : int {
 };
 
 /// Shows a message and waits for the answer (HxDialogResult). A null caption is the host's product name; a
-/// null parent the main window. In a script the next answer of the script decides: a button's name
-/// (docs/commands.md).
+/// null parent the open dialog or the main window. The text is plain, its line ends are kept. In a script the
+/// next line of the script decides: a button's name (docs/scripting.md).
 HXSDK_API int hxuiMessageBox(QWidget* parent, const wchar_t* text, const wchar_t* caption = nullptr,
                              unsigned type = MB_OK);
 
 /// The caption of the host's message boxes.
 HXSDK_API const wchar_t* hxProductName();
 
-/// A menu of the current resource library (":/<library>/<name>.ui", whose top widget is a QMenu), its actions
-/// under their object names, texts as in dialog layouts. The caller owns it (or the parent). Null when there
-/// is none of that name; the reason is in the host's log.
+/// A menu of the current resource library, from a layout whose top widget is a QMenu; its actions under their
+/// object names, texts as in dialog layouts. The caller owns it (or the parent). Null when there is none of
+/// that name; the reason is in the host's log.
 HXSDK_API QMenu* hxuiLoadMenu(const char* name, QWidget* parent = nullptr);
+
+/// Makes a widget for layouts; the parent owns it.
+using HxWidgetFactory = QWidget* (*)(QWidget* parent);
+/// Layouts may name this class from now on. A null factory takes the class back; so does unloading the module
+/// that the factory lies in. False for an empty name, and for one that another module has registered.
+HXSDK_API bool hxuiRegisterWidget(const char* className, HxWidgetFactory factory);
 
 /// A window or control as dialog code handles it. Owns nothing; good as long as its widget is.
 class HXSDK_API CWnd {
@@ -85,13 +91,15 @@ public:
     bool m_bSaveAndValidate;  ///< true: from the controls to the variables
     /// Controls that were asked for and do not exist or are of another class.
     int m_missing = 0;
+    /// Counts one; the host's log tells which.
+    void addMissing(const char* id);
 };
 
 /// Sets the variable to the control; null, counted as missing, when it does not exist or is of another class.
 template <class Control>
 void DDX_Control(CDataExchange* exchange, const char* id, Control*& control) {
     control = exchange->m_pDlgWnd->GetDlgItem<Control>(id);
-    if (!control) ++exchange->m_missing;
+    if (!control) exchange->addMissing(id);
 }
 /// A check box: 0 clear, 1 ticked, 2 in between.
 HXSDK_API void DDX_Check(CDataExchange* exchange, const char* id, int& value);
@@ -99,26 +107,30 @@ HXSDK_API void DDX_Check(CDataExchange* exchange, const char* id, int& value);
 /// A dialog. Its controls come from a layout, or are made by the derived class before DoModal.
 ///
 /// A layout is a Qt Designer file of the resource library that is current when the dialog is made:
-/// ":/<library>/<name>.ui". Its top widget gives title and size, its controls become children of the dialog.
-/// A text "@<number>" in it (title, text, tool tip, placeholder, item, header) stands for that string of the
-/// library. Controls "IDOK", "IDCANCEL" and "IDHELP" are connected to OnOK, OnCancel and OnHelp unless the
-/// derived class connects them; others by the derived class, by name:
-/// connect(GetDlgItem("IDC_BUTTON_NEW"), SIGNAL(clicked()), SLOT(OnButtonNew())).
+/// ":/<library>/<name>.ui", the library's file name without extension and without "Res" at its end. The
+/// properties of its top widget become those of the dialog, its controls children of the dialog. A text
+/// "@<number>" in it (title, text, tool tip, placeholder, item, header) stands for that string of the library;
+/// one that the library lacks stays as it is. Buttons "IDOK", "IDCANCEL" and "IDHELP" call OnOK, OnCancel and
+/// OnHelp unless the derived class has connected their clicked(); others are connected by the derived class,
+/// by name: connect(GetDlgItem("IDC_BUTTON_NEW"), SIGNAL(clicked()), SLOT(OnButtonNew())). Enter clicks the
+/// default button, "IDOK" when the layout names none. While its DoModal runs, the module of a dialog is not
+/// unloaded.
 class HXSDK_API HxUiBaseDialog : public QDialog, public CWnd {
     Q_OBJECT
 public:
-    /// Null layout: none. Null parent: the main window, when there is one.
+    /// Null layout: none. Null parent: the open dialog or the main window, when there is one.
     explicit HxUiBaseDialog(const char* layout, QWidget* parent = nullptr);
-    HxUiBaseDialog(const char* layout, CWnd* parent);
     ~HxUiBaseDialog() override;
+    using QWidget::window;
 
     /// False when the layout is missing or damaged; the reason is in the host's log.
     bool hasLayout() const { return m_hasLayout; }
     /// Calls OnInitDialog, shows the dialog and waits until it ends. The result of EndDialog; IDCANCEL when
-    /// it was closed otherwise; -1 when its layout is missing. In a script the script's next lines act on it
-    /// (docs/commands.md).
+    /// it was closed otherwise; -1 when its layout is missing or it is open already. In a script the script's
+    /// next lines act on it (docs/scripting.md).
     virtual int DoModal();
-    /// Ends DoModal with a result. Null or negative ones too.
+    /// Ends DoModal with a result. Null or negative ones too. The first call counts; one from OnInitDialog
+    /// keeps the dialog from being shown.
     void EndDialog(int result);
     /// Runs DoDataExchange. False when controls were missing.
     bool UpdateData(bool saveAndValidate = true);
@@ -126,11 +138,12 @@ public:
     void CenterWindow();
 
 protected:
-    /// Before the dialog is shown. The base class connects the standard buttons and runs UpdateData(false).
+    /// Before the dialog is shown. The base class runs UpdateData(false). The result has no effect.
     virtual bool OnInitDialog();
     virtual void DoDataExchange(CDataExchange* exchange);
-    /// Sees each key, mouse, focus and input-method event of the dialog's widgets before they do. True: it
-    /// goes no further.
+    /// Sees each key, mouse, focus and input-method event of the dialog's widgets, and of their popups, before
+    /// they do. One that a widget does not accept comes again with the widget's parent. True: it goes no
+    /// further.
     virtual bool PreTranslateMessage(QObject* receiver, QEvent* event);
     bool eventFilter(QObject* receiver, QEvent* event) override;
     void reject() override;
@@ -138,12 +151,21 @@ protected:
 protected Q_SLOTS:
     /// UpdateData(true), then IDOK.
     virtual void OnOK();
+    /// Esc and the close button of the title bar come here, too.
     virtual void OnCancel();
+    /// F1 comes here, too. Shows the dialog's "What's This" text.
     virtual void OnHelp();
+
+private Q_SLOTS:
+    void standardButtonClicked();
 
 private:
     void build(const char* layout);
+    void bindStandardButtons();
+    int runLoop();
 
     bool m_hasLayout = true;
-    int m_result = 2;
+    bool m_isRunning = false;  ///< in DoModal
+    bool m_hasEnded = false;   ///< EndDialog was called
+    int m_result = IDCANCEL;
 };
