@@ -71,6 +71,10 @@ public:
     /// Not in a database yet, or created under the innermost transaction.
     bool isNewObject() const;
     bool isTransactionResident() const;
+    /// Tells one stretch of being open from the next: stays the same until the last open for read or write is
+    /// let go, and is another one after the next open. Whoever remembers it with a pointer can see at the
+    /// close whether what was open then still is. 0 for an object in no database.
+    std::uint32_t openSerial() const;
 
     /// Read to write. eWasOpenForWrite when it is open for write already, eWasOpenForRead when there are
     /// other readers, eNotOpenForRead when it is not open.
@@ -78,8 +82,9 @@ public:
     /// Write to read: changes are recorded and notified as by close. eNotOpenForWrite when it is not open for
     /// write.
     Hx::ErrorStatus downgradeOpen();
-    /// Lets go of one open. After the last one the pointer must not be used. eOk; an object that is not in a
-    /// database or not open: eNotOpenForRead.
+    /// Lets go of one open, whoever made it. After the last one the pointer must not be used. eOk; an object
+    /// that is not in a database or not open: eNotOpenForRead, and nothing happens. Of an object that a
+    /// transaction holds its own open is left alone: eOk.
     Hx::ErrorStatus close();
     /// Close that takes back what was changed since the object was opened for write.
     Hx::ErrorStatus cancel();
@@ -125,6 +130,11 @@ HXSDK_API Hx::ErrorStatus hxdbOpenObject(HxDbObject*& object, HxDbObjectId id, H
 template <class T>
 Hx::ErrorStatus hxdbOpenObject(T*& object, HxDbObjectId id, HxDb::OpenMode mode, bool openErased = false);
 
+/// The open for callers that handle any class: with `anyClass` 1 the object's class does not count, with 0 it
+/// must be `wanted`, eWrongClass when it is another. Otherwise as above.
+HXSDK_API Hx::ErrorStatus hxdbOpenObjectEx(HxDbObject*& object, HxDbObjectId id, HxDb::OpenMode mode,
+                                           bool openErased, const HxRxClass* wanted, int anyClass);
+
 /// The object behind an id whatever its open state, without opening it; null when there is none. For callers
 /// that hold it open, or that run inside a notification of it.
 HXSDK_API HxDbObject* hxdbObjectPointer(HxDbObjectId id);
@@ -141,12 +151,14 @@ Hx::ErrorStatus hxdbOpenObject(T*& object, HxDbObjectId id, HxDb::OpenMode mode,
     return status;
 }
 
-/// Opens in the constructor and closes in the destructor.
+/// Opens in the constructor and closes in the destructor what it opened: an object that someone else has
+/// closed meanwhile is left as it is, also when it is open again.
 template <class T>
 class HxDbObjectPointer {
 public:
     HxDbObjectPointer(HxDbObjectId id, HxDb::OpenMode mode, bool openErased = false)
-        : m_status(hxdbOpenObject(m_object, id, mode, openErased)) {}
+        : m_status(hxdbOpenObject(m_object, id, mode, openErased)),
+          m_serial(m_object ? m_object->openSerial() : 0) {}
     ~HxDbObjectPointer() { close(); }
     HxDbObjectPointer(const HxDbObjectPointer&) = delete;
     HxDbObjectPointer& operator=(const HxDbObjectPointer&) = delete;
@@ -156,11 +168,12 @@ public:
     T* operator->() const { return m_object; }
     explicit operator bool() const { return m_object != nullptr; }
     void close() {
-        if (m_object) m_object->close();
+        if (m_object && m_object->openSerial() == m_serial) m_object->close();
         m_object = nullptr;
     }
 
 private:
     T* m_object = nullptr;
     Hx::ErrorStatus m_status;
+    std::uint32_t m_serial;
 };

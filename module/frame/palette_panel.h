@@ -1,12 +1,13 @@
 // The layer palette as the module's frame sees it.
 #pragma once
 
+#include "model/palette_marks.h"
+
 class QWidget;
 
 /// A widget in a dock panel of the host's main window. Dock positions are the host's numbers.
-class KvPalettePanel {
+class KvPalettePanel : public KvLayerPaletteMarks {
 public:
-    virtual ~KvPalettePanel() = default;
     /// Never null; its geometry is the palette's, in pixels.
     virtual QWidget* widget() = 0;
     virtual bool isFloating() const = 0;
@@ -16,4 +17,8 @@ public:
     virtual void floatAt(int left, int top) = 0;
     /// Shows or hides the panel, and the main window lays itself out anew.
     virtual void showPanel(bool visible) = 0;
+    /// Shows the layers of a drawing at once; `changed` tells that it is another than before.
+    virtual void refreshWndLayers(HxDbDatabase* database, bool changed) = 0;
+    /// Takes over the host's colours and fonts.
+    virtual void UpdateUIStyle() = 0;
 };

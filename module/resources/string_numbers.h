@@ -20,6 +20,7 @@ enum KvString : std::uint32_t {
     kStrNestingPromptBlock = 1208,     ///< as 1204, when the innermost reference counts
     kStrNestingPromptEntity = 1209,    ///< as 1204, when the object itself counts
     kStrNestingKeywords = 1210,        ///< keywords: Block, Entity, No
+    kStrNewLayerName = 1855,           ///< names of new layers; %d counts from 1
     kStrWordFreeze = 1890,             ///< for 1198: the whole drawing
     kStrWordVpfreeze = 1891,           ///< for 1198: the current viewport
     kStrCommandLayerState = 6120,      ///< local command names, 6120 to 6123 and 6127 to 6129
@@ -36,4 +37,6 @@ enum KvString : std::uint32_t {
     kStrFreezeCurrentQuestion = 10118,  ///< freeze the current layer in the viewport?; %ls the layer
     kStrFreezeCurrentKeywords = 10119,  ///< keywords: Yes, No
     kStrPaletteTitle = 10121,
+    kStrBlockedCaption = 10122,  ///< caption of 10123
+    kStrBlockedMessage = 10123,  ///< refusal of edits while a command runs that layers must stay for
 };

@@ -20,6 +20,7 @@ constexpr HxResourceString kStrings[] = {
     {kStrNestingPromptBlock, L"\nLayer to freeze for objects in blocks [Block/Entity/No] <Block>:"},
     {kStrNestingPromptEntity, L"\nLayer to freeze for objects in blocks [Block/Entity/No] <Entity>:"},
     {kStrNestingKeywords, L"Block Entity No"},
+    {kStrNewLayerName, L"Layer%d"},
     {kStrWordFreeze, L"Freeze"},
     {kStrWordVpfreeze, L"Vpfreeze"},
     {kStrCommandLayerState, L"LAYERSTATE"},
@@ -37,6 +38,9 @@ constexpr HxResourceString kStrings[] = {
      L"\nLayer \"%ls\" is the current layer. Freeze it in the current viewport? [Yes/No] <No>:"},
     {kStrFreezeCurrentKeywords, L"Yes No"},
     {kStrPaletteTitle, L"Layer Properties Manager"},
+    {kStrBlockedCaption, L"Layer Properties Manager"},
+    {kStrBlockedMessage,
+     L"A command is running in this drawing. End or cancel it before you change layers here."},
 };
 
 }  // namespace

@@ -20,6 +20,7 @@ constexpr HxResourceString kStrings[] = {
     {kStrNestingPromptBlock, L"\nZu frierender Layer bei Objekten in Blöcken [Block/Objekt/Nein] <Block>:"},
     {kStrNestingPromptEntity, L"\nZu frierender Layer bei Objekten in Blöcken [Block/Objekt/Nein] <Objekt>:"},
     {kStrNestingKeywords, L"Block Objekt Nein _ Block Entity No"},
+    {kStrNewLayerName, L"Layer%d"},
     {kStrWordFreeze, L"Frieren"},
     {kStrWordVpfreeze, L"AFfrieren"},
     {kStrCommandLayerState, L"LAYERSTATUS"},
@@ -37,6 +38,9 @@ constexpr HxResourceString kStrings[] = {
      L"\nLayer \"%ls\" ist der aktuelle Layer. Im aktuellen Ansichtsfenster frieren? [Ja/Nein] <Nein>:"},
     {kStrFreezeCurrentKeywords, L"Ja Nein _ Yes No"},
     {kStrPaletteTitle, L"Layereigenschaften-Manager"},
+    {kStrBlockedCaption, L"Layereigenschaften-Manager"},
+    {kStrBlockedMessage, L"In dieser Zeichnung läuft ein Befehl. Beenden Sie ihn oder brechen Sie ihn ab, "
+                         L"bevor Sie hier Layer ändern."},
 };
 
 }  // namespace

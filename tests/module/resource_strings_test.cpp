@@ -90,7 +90,7 @@ constexpr Question kQuestions[] = {
 };
 
 TEST_F(ResourceStrings, LanguagesAreFoundByTheirNames) {
-    EXPECT_EQ(english.size(), 29U);
+    EXPECT_GT(english.size(), 30U);
     EXPECT_EQ(strings(L"en"), english);
     EXPECT_EQ(strings(L"de_AT"), german);
     EXPECT_NE(german, english);
@@ -105,7 +105,7 @@ TEST_F(ResourceStrings, BothHaveTheSameNumbersAndPlaceholders) {
         EXPECT_FALSE(text.isEmpty() || german[id].isEmpty()) << id;
         EXPECT_EQ(placeholders(german[id]), placeholders(text)) << id;
         for (const QString& placeholder : placeholders(text)) {
-            EXPECT_EQ(placeholder, "%ls") << id;
+            EXPECT_TRUE(placeholder == "%ls" || placeholder == "%d") << id;
         }
         EXPECT_EQ(german[id].startsWith('\n'), text.startsWith('\n')) << id;
     }

@@ -1,5 +1,6 @@
 // Settings in the registry hive and the configuration service: what is written under which name, and what
 // becomes of damaged values.
+#include "tests/module/model/recording_palette.h"
 #include "tests/module/module_fixture.h"
 
 #include "frame/column_settings.h"
@@ -170,34 +171,13 @@ TEST_F(ColumnSettings, WithoutAProfileNothingIsReadOrWritten) {
     EXPECT_EQ(numbers(read), numbers(columns(13, 70)));
 }
 
-/// A palette that is no more than its numbers.
-class FakePalette : public KvPalettePanel {
-public:
-    QWidget* widget() override { return &window; }
-    bool isFloating() const override { return floating; }
-    int dockPosition() const override { return dock; }
-    void setDockPosition(int position) override { dock = position; }
-    void floatAt(int left, int top) override {
-        floating = true;
-        window.setGeometry(QRect(QPoint(left, top), window.size()));
-    }
-    void showPanel(bool visible) override {
-        ++shows;
-        window.setVisible(visible);
-    }
-    QWidget window;
-    bool floating = false;
-    int dock = 0;
-    int shows = 0;
-};
-
 class PaletteSettings : public EditorTest {
 protected:
     void SetUp() override { needApplication(); }
     void TearDown() override { setLayerPalette(nullptr); }
 
-    FakePalette& newPalette() {
-        auto* const palette = new FakePalette;
+    RecordingPalette& newPalette() {
+        auto* const palette = new RecordingPalette;
         setLayerPalette(palette);
         palette->window.setGeometry(10, 20, 300, 200);
         return *palette;
@@ -213,7 +193,7 @@ protected:
 };
 
 TEST_F(PaletteSettings, ADockedPaletteKeepsItsSide) {
-    FakePalette& docked = newPalette();
+    RecordingPalette& docked = newPalette();
     docked.dock = 2;
     docked.window.show();
     SavePaletteSet();
@@ -223,7 +203,7 @@ TEST_F(PaletteSettings, ADockedPaletteKeepsItsSide) {
     EXPECT_EQ(kept(L"IsFloating"), VrexVariant(std::int32_t(0)));
     EXPECT_EQ(kept(L"Position"), VrexVariant(L"10 20 309 219"));
 
-    FakePalette& next = newPalette();
+    RecordingPalette& next = newPalette();
     next.window.setGeometry(1, 2, 30, 40);
     LoadPaletteSet();
     EXPECT_FALSE(next.floating);
@@ -234,7 +214,7 @@ TEST_F(PaletteSettings, ADockedPaletteKeepsItsSide) {
 }
 
 TEST_F(PaletteSettings, AFloatingPaletteKeepsItsPlaceAndIsNeverDocked) {
-    FakePalette& floating = newPalette();
+    RecordingPalette& floating = newPalette();
     floating.floating = true;
     floating.dock = 3;
     SavePaletteSet();
@@ -242,7 +222,7 @@ TEST_F(PaletteSettings, AFloatingPaletteKeepsItsPlaceAndIsNeverDocked) {
     EXPECT_EQ(kept(L"IsVisible"), VrexVariant(std::int32_t(0)));
     put(L"LayerPalette\\DockStyle", VrexVariant(std::int32_t(4)));
 
-    FakePalette& next = newPalette();
+    RecordingPalette& next = newPalette();
     next.window.setGeometry(500, 500, 30, 40);
     next.window.show();
     LoadPaletteSet();
@@ -254,7 +234,7 @@ TEST_F(PaletteSettings, AFloatingPaletteKeepsItsPlaceAndIsNeverDocked) {
 }
 
 TEST_F(PaletteSettings, MissingAndDamagedSettings) {
-    FakePalette& palette = newPalette();
+    RecordingPalette& palette = newPalette();
     palette.window.show();
     LoadPaletteSet();
     EXPECT_EQ(palette.window.geometry(), QRect(10, 20, 300, 200));
@@ -289,7 +269,7 @@ TEST_F(PaletteSettings, NothingHappensWithoutAPalette) {
 }
 
 TEST_F(PaletteSettings, TheHostsQuestionGivesTheGeometryAndKeepsIt) {
-    FakePalette& palette = newPalette();
+    RecordingPalette& palette = newPalette();
     palette.dock = 3;
     palette.window.show();
     VrexLayerCuixManager manager;

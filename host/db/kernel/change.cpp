@@ -77,6 +77,7 @@ HxDbStub& addToDatabase(HxDbDatabase& database, HxDbObject* object, HxDbStub* ow
     stub.handleInFile = db.writesHandles;
     db.handles.add(db.handles.next(), &stub);
     stub.writer = stub.changed = stub.changedInOpen = true;
+    ++stub.openSerial;
     imp.stub = &stub;
     imp.before = {{}, true, false, true, db.journal.size()};
     const bool isRecord = object->isKindOf(HxDbSymbolTableRecord::desc());

@@ -119,6 +119,8 @@ bool HxDbObject::isModified() const { return m_imp->stub && m_imp->stub->changed
 bool HxDbObject::isUndoing() const { return m_imp->stub && m_imp->stub->undoing; }
 bool HxDbObject::isTransactionResident() const { return m_imp->stub && m_imp->stub->resident; }
 
+std::uint32_t HxDbObject::openSerial() const { return m_imp->stub ? m_imp->stub->openSerial : 0; }
+
 HxDbObjectId HxDbObject::extensionDictionary() const {
     const HxDbStub* dictionary = m_imp->extensionDictionary;
     return HxDbObjectId(dictionary && !dictionary->erased ? m_imp->extensionDictionary : nullptr);

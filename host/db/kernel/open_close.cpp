@@ -31,12 +31,15 @@ Hx::ErrorStatus enter(HxDbStub& stub, HxDb::OpenMode mode) {
         if (stub.readers == kMaxReaders) {
             return Hx::eAtMaxReaders;
         }
-        ++stub.readers;
+        if (stub.readers++ == 0) {
+            ++stub.openSerial;
+        }
         return Hx::eOk;
     }
     if (stub.readers > 0) {
         return Hx::eWasOpenForRead;
     }
+    ++stub.openSerial;
     stub.writer = true;
     return Hx::eOk;
 }
@@ -158,6 +161,12 @@ Hx::ErrorStatus hxdbOpenObjectOfClass(HxDbObject*& object, HxDbObjectId id, HxDb
         }
     }
     return hxdbOpenObject(object, id, mode, openErased);
+}
+
+Hx::ErrorStatus hxdbOpenObjectEx(HxDbObject*& object, HxDbObjectId id, HxDb::OpenMode mode, bool openErased,
+                                 const HxRxClass* wanted, int anyClass) {
+    return anyClass != 0 ? hxdbOpenObject(object, id, mode, openErased)
+                         : hxdbOpenObjectOfClass(object, id, mode, openErased, wanted);
 }
 
 HxDbObject* hxdbObjectPointer(HxDbObjectId id) { return id.stub() ? materialise(*id.stub()) : nullptr; }

@@ -77,8 +77,9 @@ public:
     std::unique_ptr<korvex::Contents> contents;  ///< tables and block records only
     HxDbStub* layer = nullptr;                   ///< entities: their layer, null until asked for
     std::uint64_t handle = 0;
-    std::uint32_t position = 0;   ///< among the owner's members
-    std::uint32_t journaled = 0;  ///< journal segment that has the state before the segment's changes
+    std::uint32_t position = 0;    ///< among the owner's members
+    std::uint32_t openSerial = 0;  ///< times that it went from closed to open for read or write
+    std::uint32_t journaled = 0;   ///< journal segment that has the state before the segment's changes
     std::uint16_t readers = 0;
     std::uint16_t notifying = 0;    ///< notifications being sent
     std::uint16_t notifyOpens = 0;  ///< opens for notify

@@ -120,6 +120,34 @@ TEST_F(OpenClose, ChangesNeedAnOpenForWrite) {
     EXPECT_EQ(journal(database).size(), recorded);
 }
 
+TEST_F(OpenClose, WhoeverIsLateLeavesTheNextOneAlone) {
+    using Pointer = HxDbObjectPointer<HxDbLayerTableRecord>;
+    auto late = std::make_unique<Pointer>(id, HxDb::kForRead);
+    const std::uint32_t serial = object()->openSerial();
+    open(HxDb::kForRead);
+    object()->close();
+    EXPECT_EQ(object()->openSerial(), serial) << "it was open all the time";
+    EXPECT_EQ((*late)->upgradeOpen(), Hx::eOk);
+    EXPECT_EQ((*late)->downgradeOpen(), Hx::eOk);
+    EXPECT_EQ(object()->openSerial(), serial);
+    EXPECT_EQ(object()->close(), Hx::eOk) << "someone lets go of what the pointer opened";
+    const Pointer next(id, HxDb::kForWrite);
+    EXPECT_NE(object()->openSerial(), serial);
+    late.reset();
+    EXPECT_TRUE(object()->isWriteEnabled());
+    const HxDbLayerTableRecord unborn;
+    EXPECT_EQ(unborn.openSerial(), 0U);
+}
+
+TEST_F(OpenClose, OpensAnyClassOnRequest) {
+    HxDbObject* any = nullptr;
+    const HxRxClass* const other = HxDbLinetypeTableRecord::desc();
+    EXPECT_EQ(hxdbOpenObjectEx(any, id, HxDb::kForRead, false, other, 0), Hx::eWrongClass);
+    EXPECT_TRUE(isClosed());
+    EXPECT_EQ(hxdbOpenObjectEx(any, id, HxDb::kForRead, false, other, 1), Hx::eOk);
+    any->close();
+}
+
 TEST_F(OpenClose, CountsReadersToTheLast) {
     constexpr int kMost = 65535;
     for (int i = 0; i < kMost; ++i) {
