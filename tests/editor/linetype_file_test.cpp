@@ -134,7 +134,7 @@ QByteArray savedRecord(const char* drawing, const QString& saved) {
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray bytes = file.readAll().replace("\r\n", "\n").replace(' ', "");
     const int at = bytes.indexOf("\n2\nMINE\n");
-    return at < 0 ? QByteArray() : bytes.mid(at, bytes.indexOf("\n0\n", at) - at);
+    return at < 0 ? QByteArray() : bytes.mid(at, bytes.indexOf("\n0\nENDTAB\n", at) - at);
 }
 
 TEST_F(LinetypeFileTest, WritesWhatTheVersionKnows) {
