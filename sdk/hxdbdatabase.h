@@ -7,6 +7,7 @@
 class HxDbBlockTable;
 class HxDbLayerTable;
 class HxDbTransactionManager;
+class HxLyLayerFilterManager;
 
 /// Receives what happens to the objects of a database and to its header values. Same rules as
 /// HxDbObjectReactor.
@@ -87,6 +88,8 @@ public:
 
     /// Never null; belongs to the database.
     HxDbTransactionManager* transactionManager() const;
+    /// Never null; belongs to the database.
+    HxLyLayerFilterManager* layerFilterManager() const;
 
     /// Reads a drawing file into an empty database (made with buildDefault false). eFileNotFound,
     /// eFileAccessErr, eBadDxfSequence for a damaged file, eFilerError for one that cannot be read;

@@ -115,9 +115,12 @@ public:
     CStdStr<wchar_t> description() const;
     Hx::ErrorStatus setDescription(const wchar_t* description);
 
-    /// Something was on it when HxDbLayerTable::generateUsageData ran last (or it is a layer that always
-    /// counts as used).
+    /// Something was on it when HxDbLayerTable::generateUsageData ran last, or setIsInUse said so since; also
+    /// for the current layer, "0" and "DEFPOINTS", whatever is on them.
     bool isInUse() const;
+    /// Sets the mark until generateUsageData runs next. It is not part of the drawing: no undo, no
+    /// notifications, and the record may be open in any mode or in no database yet.
+    void setIsInUse(bool inUse);
 
     HxCmColor color(HxDbObjectId viewport, bool& isOverride) const;
     Hx::ErrorStatus setColor(const HxCmColor& color, HxDbObjectId viewport);

@@ -56,6 +56,14 @@ Hx::ErrorStatus setField(HxDbLayerTableRecord* layer, T& field, const T& value) 
     return status;
 }
 
+/// The layer of an entity is in use; nothing for null.
+void markLayerOf(HxDbStub* entity) {
+    HxDbStub* layer = entity ? layerOf(*entity) : nullptr;
+    if (layer) {
+        layer->inUse = true;
+    }
+}
+
 /// Values that the drawing's version has no groups for are refused.
 Hx::ErrorStatus needs(const LayerImp& layer, bool VersionTraits::*trait) {
     return !layer.stub || layer.stub->database->imp()->traits().*trait ? Hx::eOk : Hx::eNotApplicable;
@@ -85,11 +93,10 @@ void HxDbLayerTable::generateUsageData() {
         if (block->erased) {
             continue;
         }
+        markLayerOf(block->contents->blockBegin);
+        markLayerOf(block->contents->blockEnd);
         for (HxDbStub* entity : members(*block)) {
-            HxDbStub* layer = isAlive(*entity) ? layerOf(*entity) : nullptr;
-            if (layer) {
-                layer->inUse = true;
-            }
+            markLayerOf(isAlive(*entity) ? entity : nullptr);
         }
     }
 }
@@ -232,5 +239,10 @@ Hx::ErrorStatus HxDbLayerTableRecord::setDescription(const wchar_t* description)
 
 bool HxDbLayerTableRecord::isInUse() const {
     const LayerImp& imp = layerFields(this);
-    return imp.isPermanent() || imp.isCurrent() || (imp.stub && imp.stub->inUse);
+    return imp.stub ? imp.isPermanent() || imp.isCurrent() || imp.stub->inUse : imp.inUseWhenAdded;
+}
+
+void HxDbLayerTableRecord::setIsInUse(bool inUse) {
+    LayerImp& imp = layerFields(this);
+    (imp.stub ? imp.stub->inUse : imp.inUseWhenAdded) = inUse;
 }

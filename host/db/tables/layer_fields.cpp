@@ -56,6 +56,7 @@ void LayerImp::added(HxDbDatabase& database) {
         linetype.setName(L"Continuous");
     }
     linetype.record(&database);
+    stub->inUse = inUseWhenAdded;
     SymbolRecordImp::added(database);
 }
 

@@ -35,6 +35,7 @@ public:
     HxDbStub* plotStyle = nullptr;
     HxCmTransparency transparency;
     std::wstring description;
+    bool inUseWhenAdded = false;  ///< the mark of a record that is in no database yet
 
 private:
     ColorGroups m_color{HxCmColor::kIndexWhite};
