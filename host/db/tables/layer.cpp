@@ -90,7 +90,7 @@ void HxDbLayerTable::generateUsageData() {
         layer->inUse = false;
     }
     for (HxDbStub* block : members(*database->imp()->table(TableKind::block))) {
-        if (block->erased) {
+        if (block->erased || !block->contents) {
             continue;
         }
         markLayerOf(block->contents->blockBegin);

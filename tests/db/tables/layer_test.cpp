@@ -207,6 +207,37 @@ TEST_F(Layers, UsageCountsWhatIsDrawnInAllSpacesAndBlocks) {
     EXPECT_FALSE(hxdbObjectPointer(database->layerTableId())->isModified());
 }
 
+TEST_F(Layers, UsageCountsTheBeginningsOfBlocksAndNotWhatViewportsFreeze) {
+    const auto isUsed = [&](const wchar_t* name) {
+        change<HxDbLayerTable>(database->layerTableId(), [](HxDbLayerTable& t) { t.generateUsageData(); });
+        return look(layer(name)).isInUse();
+    };
+    change<HxDbViewport>(id(0x61), [&](HxDbViewport& v) {
+        HxArray<HxDbObjectId> frozen;
+        frozen.append(layer(L"EMPTY"));
+        ASSERT_EQ(v.freezeLayersInViewport(frozen), Hx::eOk);
+    });
+    EXPECT_FALSE(isUsed(L"EMPTY"));
+    change<HxDbEntity>(id(0x2A), [&](HxDbEntity& begin) { ASSERT_EQ(begin.setLayer(L"EMPTY"), Hx::eOk); });
+    EXPECT_TRUE(isUsed(L"EMPTY"));
+}
+
+TEST_F(Layers, KeepTheUsageMarkThatTheyAreGivenUntilUsageIsFoundOutAnew) {
+    auto* record = new HxDbLayerTableRecord;
+    EXPECT_FALSE(record->isInUse());
+    record->setIsInUse(true);
+    ASSERT_EQ(record->setName(L"NEW"), Hx::eOk);
+    change<HxDbLayerTable>(database->layerTableId(),
+                           [&](HxDbLayerTable& t) { ASSERT_EQ(t.add(record), Hx::eOk); });
+    record->close();
+    EXPECT_TRUE(record->isInUse());
+    record->setIsInUse(false);
+    EXPECT_FALSE(record->isInUse());
+    record->setIsInUse(true);
+    change<HxDbLayerTable>(database->layerTableId(), [](HxDbLayerTable& t) { t.generateUsageData(); });
+    EXPECT_FALSE(record->isInUse());
+}
+
 TEST_F(LayersOfR12, HaveWhatTheirFilesCanHold) {
     edit([&](HxDbLayerTableRecord& l) {
         EXPECT_EQ(l.setColor(HxCmColor::byRgb(1, 2, 3)), Hx::eNotApplicable);
