@@ -324,6 +324,7 @@ private:
             HxDbObject* again = nullptr;
             EXPECT_EQ(hxdbOpenObject(again, layer->objectId(), HxDb::kForWrite), Hx::eOk);
             expectSame(bytes(), before, "cancelled");
+            again->close();
         }
     }
 
