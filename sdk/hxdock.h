@@ -54,6 +54,7 @@ Q_SIGNALS:
 
 private:
     friend class HxUiDockPanel;
+    void giveSize(HxUiDockPanel& panel, const QSize& size);
     struct Parts;
     Parts* m_parts;
 };
@@ -85,7 +86,7 @@ public:
     void floatAt(int left, int top);
     /// Pixels from the panel's top to where content may begin.
     int titleHeight() const;
-    /// The size that it last had, or what its title bar needs.
+    /// The width and height that it last had of its own, or what its title bar needs.
     QSize sizeHint() const override;
 
 Q_SIGNALS:

@@ -36,25 +36,20 @@ const Side* findSide(int side) {
     return nullptr;
 }
 
-/// The first widget within, in the order of the Tab key, that takes the keyboard; title bars come last.
+/// The widget within that had the keyboard last, or the first in the order of the Tab key; null for none.
 QWidget* focusTarget(QWidget& part) {
     if (QWidget* last = part.focusWidget()) {
         return last;
     }
-    QWidget* onTitle = nullptr;
-    for (QWidget* at = &part;;) {
+    QWidget* at = &part;
+    do {
         const bool takes = (at->focusPolicy() & Qt::TabFocus) && at->isEnabled() && at->isVisible();
         if (takes && (at == &part || part.isAncestorOf(at))) {
-            if (!qobject_cast<DockTitleBar*>(at->parentWidget())) {
-                return at;
-            }
-            onTitle = onTitle ? onTitle : at;
+            return at;
         }
         at = at->nextInFocusChain();
-        if (at == &part || !at) {
-            return onTitle;
-        }
-    }
+    } while (at && at != &part);
+    return nullptr;
 }
 
 }  // namespace
@@ -102,7 +97,7 @@ bool HxUiDockFrameWindow::dockPanel(HxUiDockPanel* panel, HxUiDockPanel* beside,
         return false;
     }
     const bool isShown = !panel->isHidden();
-    const QSize size = panel->m_parts->lastSize.isValid() ? panel->m_parts->lastSize : panel->size();
+    const QSize own = panel->sizeHint();
     if (panel->objectName().isEmpty()) {
         panel->setObjectName(panel->metaObject()->className());
     }
@@ -123,12 +118,22 @@ bool HxUiDockFrameWindow::dockPanel(HxUiDockPanel* panel, HxUiDockPanel* beside,
             setCorner(corner, side->area);
         }
         addDockWidget(side->area, panel, side->across);
-        resizeDocks({panel}, {side->across == Qt::Horizontal ? size.width() : size.height()}, side->across);
     }
     if (isShown == panel->isHidden()) {
         panel->setVisible(isShown);
     }
+    panel->m_parts->isNew = true;
+    giveSize(*panel, own);
     return true;
+}
+
+/// Makes the column or row of a shown, docked panel so wide or high.
+void HxUiDockFrameWindow::giveSize(HxUiDockPanel& panel, const QSize& size) {
+    const korvex::Side* side = korvex::findSide(panel.currentDockPosition());
+    if (side && panel.isVisible()) {
+        panel.m_parts->isNew = false;
+        resizeDocks({&panel}, {side->across == Qt::Horizontal ? size.width() : size.height()}, side->across);
+    }
 }
 
 void HxUiDockFrameWindow::undockPanel(HxUiDockPanel* panel) {

@@ -141,7 +141,9 @@ int HxUiDockPanel::titleHeight() const {
 
 QSize HxUiDockPanel::sizeHint() const {
     const QSize least = QDockWidget::sizeHint().expandedTo(minimumSize());
-    return m_parts->lastSize.isValid() ? m_parts->lastSize.expandedTo(least) : least;
+    const QSize own =
+        m_parts->lastSize.isValid() || !testAttribute(Qt::WA_Resized) ? m_parts->lastSize : size();
+    return own.expandedTo(least);
 }
 
 bool HxUiDockPanel::event(QEvent* event) {
@@ -150,6 +152,14 @@ bool HxUiDockPanel::event(QEvent* event) {
     case QEvent::KeyPress:
         if (handleKey(event)) {
             return true;
+        }
+        break;
+    case QEvent::Show:
+        if (m_parts->frame && m_parts->isNew) {
+            const QSize own = sizeHint();
+            const bool handled = QDockWidget::event(event);
+            m_parts->frame->giveSize(*this, own);
+            return handled;
         }
         break;
     case QEvent::Hide:
@@ -168,31 +178,38 @@ bool HxUiDockPanel::event(QEvent* event) {
 /// Keys that nothing inside of the panel wanted.
 bool HxUiDockPanel::handleKey(QEvent* event) {
     auto* key = static_cast<QKeyEvent*>(event);
-    const bool closes = key->matches(QKeySequence::Close) ||
-                        (key->key() == Qt::Key_F4 && key->modifiers() == Qt::ControlModifier);
+    const bool closes = key->key() == Qt::Key_F4 && key->modifiers() == Qt::ControlModifier;
     const bool leaves = key->key() == Qt::Key_Escape && key->modifiers() == Qt::NoModifier;
+    const bool asks = key->key() == Qt::Key_Minus && key->modifiers() == Qt::AltModifier;
     if (event->type() == QEvent::ShortcutOverride) {
-        if (closes) {
+        if (closes || asks) {
             event->accept();
         }
-        return closes;
+        return closes || asks;
     }
-    if (closes && (features() & DockWidgetClosable)) {
-        close();
-    }
-    if ((closes || leaves) && m_parts->frame) {
-        m_parts->frame->activateWindow();
-        if (QWidget* drawing = m_parts->frame->centralWidget()) {
+    if (asks) {
+        m_parts->title->showMenu(mapToGlobal(QPoint(0, titleHeight())));
+    } else if (closes || leaves) {
+        if (closes && (features() & DockWidgetClosable)) {
+            close();
+        }
+        if (QWidget* drawing = m_parts->frame ? m_parts->frame->centralWidget() : nullptr) {
+            m_parts->frame->activateWindow();
             drawing->setFocus(Qt::OtherFocusReason);
         }
     }
-    event->setAccepted(closes || leaves);
-    return closes || leaves;
+    event->setAccepted(closes || leaves || asks);
+    return event->isAccepted();
 }
 
 void HxUiDockPanel::resizeEvent(QResizeEvent* event) {
     QDockWidget::resizeEvent(event);
-    m_parts->lastSize = size();
+    const int side = currentDockPosition();
+    const bool isColumn = side == kHxDockLeft || side == kHxDockRight;
+    const bool isRow = side == kHxDockTop || side == kHxDockBottom;
+    m_parts->lastSize = m_parts->lastSize.isValid() ? m_parts->lastSize : size();
+    if (!isRow) m_parts->lastSize.setWidth(width());
+    if (!isColumn) m_parts->lastSize.setHeight(height());
 }
 
 void HxUiDockPanel::closeEvent(QCloseEvent* event) {

@@ -13,7 +13,8 @@ struct HxUiDockPanel::Parts {
     korvex::DockTitleBar* title = nullptr;
     std::wstring caption;
     int style = kHxDockAndFloat;
-    QSize lastSize;          ///< while it was shown, or that its maker gave it
+    QSize lastSize;          ///< that it had of its own: not the length of the side that it is docked at
+    bool isNew = false;      ///< at its side: it was not shown there yet
     bool isClosing = false;  ///< the user closes it; it is still shown
 };
 

@@ -57,7 +57,7 @@ QToolButton* DockTitleBar::addButton(const char* icon, const char* name) {
     button->setIconSize(QSize(kIcon, kIcon));
     button->setFixedSize(kButton, kButton);
     button->setAutoRaise(true);
-    button->setFocusPolicy(Qt::TabFocus);
+    button->setFocusPolicy(Qt::NoFocus);
     layout()->addWidget(button);
     return button;
 }
@@ -134,6 +134,11 @@ void DockTitleBar::changeEvent(QEvent* event) {
 }
 
 void DockTitleBar::contextMenuEvent(QContextMenuEvent* event) {
+    showMenu(event->globalPos());
+    event->accept();
+}
+
+void DockTitleBar::showMenu(const QPoint& place) {
     const QDockWidget::DockWidgetFeatures features = m_panel.features();
     QMenu menu(this);
     for (const Side& side : kSides) {
@@ -148,9 +153,9 @@ void DockTitleBar::contextMenuEvent(QContextMenuEvent* event) {
     floats->setChecked(m_panel.isFloating());
     floats->setEnabled(features & QDockWidget::DockWidgetFloatable);
     QAction* close = menu.addAction(themeIcon("close"), tr("&Close"), &m_panel, &QWidget::close);
+    close->setShortcut(QKeySequence(Qt::CTRL + Qt::Key_F4));
     close->setEnabled(features & QDockWidget::DockWidgetClosable);
-    menu.exec(event->globalPos());
-    event->accept();
+    menu.exec(place);
 }
 
 }  // namespace korvex

@@ -20,6 +20,8 @@ public:
     void updateButtons();
     /// Shows that the keyboard works in the panel.
     void setActive(bool active);
+    /// The menu of what the title bar offers, at a place on the screen.
+    void showMenu(const QPoint& place);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
