@@ -4,6 +4,14 @@
 #include "hxcm.h"
 #include "hxdbobject.h"
 
+namespace HxDb {
+
+/// The host's lineweights by their place, 0 (the thinnest, 0.00 mm) to 23 (2.11 mm). The special values -1 to
+/// -3 stand for themselves; any other place gives the default.
+HXSDK_API LineWeight lineWeightByIndex(signed char index);
+
+}  // namespace HxDb
+
 /// A named record of a symbol table.
 class HXSDK_API HxDbSymbolTableRecord : public HxDbObject {
 public:

@@ -66,9 +66,12 @@ std::size_t shownColumnCount(const HxDbDatabase* database) {
 }
 
 bool GetColInfoFromReg(KvGridKind grid, const HxDbDatabase* database, tagKvLayerListInfo* columns) {
+    return readColumnSet(grid, shownColumnCount(database), columns);
+}
+
+bool readColumnSet(KvGridKind grid, std::size_t count, tagKvLayerListInfo* columns) {
     CStdStr<wchar_t> path = gridKey(grid);
     if (path.empty()) return false;
-    const std::size_t count = shownColumnCount(database);
     path += L"\\";
     path += count == kModelColumnCount ? kModelSet : kLayoutSet;
     RegistryKey key;

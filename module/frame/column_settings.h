@@ -40,6 +40,9 @@ std::size_t shownColumnCount(const HxDbDatabase* database);
 /// 0.
 bool GetColInfoFromReg(KvGridKind grid, const HxDbDatabase* database, tagKvLayerListInfo* columns);
 
+/// The same for a set by its number of columns.
+bool readColumnSet(KvGridKind grid, std::size_t count, tagKvLayerListInfo* columns);
+
 /// Writes both sets. False when something could not be written; a set is written up to its first failure.
 bool SaveColInfoInReg(KvGridKind grid, const std::vector<tagKvLayerListInfo>& modelColumns,
                       const std::vector<tagKvLayerListInfo>& layoutColumns);

@@ -22,6 +22,8 @@ CStdStr<wchar_t> ResourceString(int id, const wchar_t* fallback) {
     return text.empty() ? CStdStr<wchar_t>(fallback) : text;
 }
 
+QString resourceText(int id) { return QString::fromStdWString(ResourceString(id)); }
+
 CStdStr<wchar_t> LoadLocalCmd(unsigned resourceId) { return load(globalResInstance(), resourceId); }
 
 ModuleResources::ModuleResources() : m_override(globalResInstance()) {}

@@ -75,3 +75,10 @@ Hx::ErrorStatus registerApplication(HxDbDatabase& database, const wchar_t* name)
 }
 
 }  // namespace korvex
+
+HxDb::LineWeight HxDb::lineWeightByIndex(signed char index) {
+    if (index >= kLnWtByLwDefault && index < 0) {
+        return static_cast<LineWeight>(index);
+    }
+    return static_cast<LineWeight>(korvex::lineWeightAtPlace(index + korvex::kFirstPlace));
+}
