@@ -82,7 +82,15 @@ HXSDK_API HxEdPickFirstProcessor* hxedPickFirstProcessor();
 
 // ---- screen ----
 
-/// Redraws one object, or everything for a null name. RTNORM.
+/// Modes of hxedRedraw.
+enum HxRedraw : int {
+    kHxRedraw = 1,
+    kHxRedrawHighlight = 3,    ///< lit until it is unlit, erased, or the window shows another drawing
+    kHxRedrawUnhighlight = 4,  ///< with a null name: everything that was lit so
+};
+
+/// Redraws one object, or everything for a null name; an HxRedraw as `mode`, any other counts as kHxRedraw.
+/// RTNORM.
 HXSDK_API int hxedRedraw(const zds_name name, int mode);
 /// A command function without a result ends so. RTNORM.
 HXSDK_API int hxedRetVoid();

@@ -8,6 +8,7 @@
 #include "host/editor/editor.h"
 #include "host/editor/editor_notices.h"
 #include "host/editor/open_objects.h"
+#include "host/editor/selection.h"
 #include "host/editor/system_variables.h"
 #include "sdk/hxconfig.h"
 
@@ -216,6 +217,10 @@ void CommandProcessor::execute(const Command& command, const std::function<void(
     m_running.push_back({command.global, document});
     m_editor.cancelled = false;
     m_editor.takeInitGet();
+    if (Document* current = m_editor.documents().current();
+        current && !command.has(HXCMD_TRANSPARENT | HXCMD_USEPICKSET)) {
+        selectionOf(*current->database()).clear();
+    }
     const wchar_t* name = command.global.c_str();
     tellEditorReactors([name](HxEditorReactor& r) { r.commandWillStart(name); });
     Outcome outcome = perform(body);

@@ -7,6 +7,8 @@
 #include "host/editor/editor.h"
 #include "host/editor/system_variables.h"
 
+#include <map>
+
 HX_DEFINE_MEMBERS(HxEditor, HxRxObject)
 HX_DEFINE_MEMBERS(HxEditorReactor, HxRxObject)
 
@@ -27,7 +29,8 @@ namespace korvex {
 namespace {
 
 struct Screen {
-    ScreenHooks hooks;
+    std::map<int, ScreenHooks> hooks;
+    int lastHooks = 0;
     int redraws = 0;
     int layerTableChanges = 0;
 };
@@ -35,6 +38,17 @@ struct Screen {
 Screen& screen() {
     static Screen state;
     return state;
+}
+
+/// Calls what is hooked in when the telling begins and still is when its turn comes.
+template <class Call>
+void tellScreens(Call call) {
+    const std::map<int, ScreenHooks> now = screen().hooks;
+    for (const auto& [number, hooks] : now) {
+        if (screen().hooks.count(number) > 0) {
+            call(hooks);
+        }
+    }
 }
 
 std::wstring& ownVariable() {
@@ -69,30 +83,37 @@ void forwardHeaderChange(const HxDbDatabase* database, const wchar_t* name, cons
     });
 }
 
-void setScreenHooks(ScreenHooks hooks) { screen().hooks = std::move(hooks); }
+int addScreenHooks(ScreenHooks hooks) {
+    screen().hooks.emplace(++screen().lastHooks, std::move(hooks));
+    return screen().lastHooks;
+}
+
+void removeScreenHooks(int number) { screen().hooks.erase(number); }
+
 int redrawCount() { return screen().redraws; }
 int layerTableChangeCount() { return screen().layerTableChanges; }
 
 }  // namespace korvex
 
-int hxedRedraw(const zds_name name, int) {
-    korvex::Screen& screen = korvex::screen();
-    ++screen.redraws;
+int hxedRedraw(const zds_name name, int mode) {
+    ++korvex::screen().redraws;
     HxDbObjectId id;
-    if (name && hxdbGetObjectId(id, name) == Hx::eOk) {
-        if (screen.hooks.redrawOne) {
-            screen.hooks.redrawOne(id);
+    const bool isOne = name && hxdbGetObjectId(id, name) == Hx::eOk;
+    korvex::tellScreens([&](const korvex::ScreenHooks& hooks) {
+        if (isOne && hooks.redrawOne) {
+            hooks.redrawOne(id, mode);
+        } else if (!isOne && hooks.redrawAll) {
+            hooks.redrawAll(mode);
         }
-    } else if (screen.hooks.redrawAll) {
-        screen.hooks.redrawAll();
-    }
+    });
     return RTNORM;
 }
 
 void kvSetLayerTableChanges() {
-    korvex::Screen& screen = korvex::screen();
-    ++screen.layerTableChanges;
-    if (screen.hooks.layerTableChanged) {
-        screen.hooks.layerTableChanged();
-    }
+    ++korvex::screen().layerTableChanges;
+    korvex::tellScreens([](const korvex::ScreenHooks& hooks) {
+        if (hooks.layerTableChanged) {
+            hooks.layerTableChanged();
+        }
+    });
 }

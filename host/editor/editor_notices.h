@@ -29,13 +29,16 @@ private:
 /// current document are passed on.
 void forwardHeaderChange(const HxDbDatabase* database, const wchar_t* name, const bool* success);
 
-/// What the screen was told, for views that follow it. Handlers may be null.
+/// What the screen is told, for views that follow it. Handlers may be null; the modes are those of
+/// hxedRedraw.
 struct ScreenHooks {
-    std::function<void()> redrawAll;
-    std::function<void(HxDbObjectId)> redrawOne;
+    std::function<void(int mode)> redrawAll;
+    std::function<void(HxDbObjectId, int mode)> redrawOne;
     std::function<void()> layerTableChanged;
 };
-void setScreenHooks(ScreenHooks hooks);
+/// Gives a number by which the hooks are removed again; they may be removed from inside of one.
+int addScreenHooks(ScreenHooks hooks);
+void removeScreenHooks(int number);
 /// Times that something was redrawn, and times that the layer table was reported as changed.
 int redrawCount();
 int layerTableChangeCount();

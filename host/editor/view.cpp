@@ -1,36 +1,50 @@
 // Reads and changes the view where drawings keep it: the active viewport entry, or a layout's viewport.
 #include "host/editor/view.h"
 
+#include "host/db/kernel/entity_access.h"
+#include "host/editor/pick/floating_windows.h"
 #include "host/editor/picker.h"
 #include "host/editor/system_variables.h"
 #include "sdk/hxads.h"
 #include "sdk/hxdbentity.h"
 
 #include <algorithm>
+#include <map>
 #include <memory>
 
 namespace korvex {
 
 namespace {
 
-constexpr double kScreenPixels = 600;
+constexpr int kHeadlessWidth = 800;
+constexpr int kHeadlessHeight = 600;
 constexpr double kMargin = 1.05;
+
+struct ScreenSize {
+    int width = kHeadlessWidth;
+    int height = kHeadlessHeight;
+};
+
+ScreenSize& screenSize() {
+    static ScreenSize size;
+    return size;
+}
 
 /// Which groups of an object make up its view.
 struct ViewGroups {
     int center = 12;
     int height = 40;
-    int aspect = 41;  ///< 0: none, width and height are given
-    int paperWidth = 0;
-    int paperHeight = 0;
 };
-constexpr ViewGroups kViewportEntry{12, 40, 41, 0, 0};
-constexpr ViewGroups kViewportEntity{12, 45, 0, 40, 41};
+constexpr ViewGroups kViewportEntry{12, 40};
+constexpr ViewGroups kViewportEntity{12, 45};
 
 /// An object's entity list for as long as it is needed.
 class List {
 public:
-    explicit List(const zds_name name) : m_first(hxdbEntGet(name)) {}
+    explicit List(HxDbObjectId object) {
+        zds_name name = {0, 0};
+        m_first = hxdbGetZdsName(name, object) == Hx::eOk ? hxdbEntGet(name) : nullptr;
+    }
     ~List() { hxutRelRb(m_first); }
     List(const List&) = delete;
     List& operator=(const List&) = delete;
@@ -50,104 +64,220 @@ public:
     const resbuf* first() const { return m_first; }
 
 private:
-    resbuf* m_first;
+    resbuf* m_first = nullptr;
 };
 
-/// The object that keeps the current view; false when the drawing has none.
-bool viewHolder(const HxDbDatabase& database, zds_name name, ViewGroups& groups) {
-    const HxDbObjectId viewport = hxdbGetCurVportId(&database);
-    if (!database.tilemode() && !viewport.isNull()) {
-        groups = kViewportEntity;
-        return hxdbGetZdsName(name, viewport) == Hx::eOk;
-    }
-    groups = kViewportEntry;
-    return hxdbTblObjName(L"VPORT", L"*Active", name) == RTNORM;
-}
+/// The object that keeps a view, if the drawing has one.
+struct Holder {
+    HxDbObjectId object;
+    ViewGroups groups;
+};
 
-bool readView(const zds_name name, const ViewGroups& groups, View& view) {
-    const List list(name);
-    const resbuf* center = list.find(groups.center);
-    view.height = list.real(groups.height, 0);
-    const double paperHeight = list.real(groups.paperHeight, 0);
-    view.aspect = groups.aspect     ? list.real(groups.aspect, view.aspect)
-                  : paperHeight > 0 ? list.real(groups.paperWidth, 0) / paperHeight
-                                    : view.aspect;
-    if (center) {
-        view.center = {center->resval.rpoint[0], center->resval.rpoint[1], 0};
-    }
-    return center && view.height > 0 && std::isfinite(view.height);
-}
-
-/// Drawing units in a pixel of the screen. What a floating viewport shows is drawn at its size on paper.
-double pixelOf(const HxDbDatabase& database, const zds_name holder, const View& view) {
-    if (database.tilemode() || database.cvport() <= 1) {
-        return view.height / kScreenPixels;
-    }
-    const double paperHeight = List(holder).real(kViewportEntity.paperHeight, 0);
-    const HxDbObjectPointer<HxDbBlockTableRecord> paper(database.paperSpaceId(), HxDb::kForRead);
-    HxDbBlockTableRecordIterator* entities = nullptr;
-    if (!paper || paperHeight <= 0 || paper->newIterator(entities) != Hx::eOk) {
-        return view.height / kScreenPixels;
-    }
-    const std::unique_ptr<HxDbBlockTableRecordIterator> steps(entities);
-    for (; !steps->done(); steps->step()) {
-        HxDbObjectId id;
-        steps->getEntityId(id);
-        const HxDbObjectPointer<HxDbViewport> viewport(id, HxDb::kForRead);
-        if (!viewport || viewport->number() != 1) {
+/// The viewport that stands for the sheet itself.
+HxDbObjectId sheetViewport(const HxDbDatabase& database) {
+    const HxDbStub* paper = paperSpace(database);
+    HxDbObjectId first;
+    static const std::vector<HxDbStub*> kNone;
+    for (HxDbStub* entity : paper ? members(*paper) : kNone) {
+        if (!isAlive(*entity) || entityGroups(*entity).type != "VIEWPORT") {
             continue;
         }
-        zds_name name = {0, 0};
-        View sheet;
-        hxdbGetZdsName(name, id);
-        if (readView(name, kViewportEntity, sheet)) {
-            return sheet.height / kScreenPixels * view.height / paperHeight;
+        const HxDbObjectPointer<HxDbViewport> viewport(HxDbObjectId(entity), HxDb::kForRead);
+        if (viewport && viewport->number() == 1) {
+            return viewport->objectId();
+        }
+        if (viewport && first.isNull()) {
+            first = viewport->objectId();
         }
     }
-    return view.height / kScreenPixels;
+    return first;
+}
+
+Holder sheetHolder(const HxDbDatabase& database) {
+    if (!database.tilemode()) {
+        return {sheetViewport(database), kViewportEntity};
+    }
+    return {HxDbObjectId(findRecord(database, TableKind::viewport, L"*Active")), kViewportEntry};
+}
+
+/// The part of a view that drawings keep.
+struct KeptView {
+    double x = 0, y = 0, height = 0;
+
+    bool isUsable() const { return height > 0 && std::isfinite(height) && std::isfinite(x + y); }
+    bool operator==(const KeptView& o) const { return x == o.x && y == o.y && height == o.height; }
+};
+
+KeptView keptView(const List& list, const ViewGroups& groups) {
+    const resbuf* center = list.find(groups.center);
+    if (!center) {
+        return {};
+    }
+    return {center->resval.rpoint[0], center->resval.rpoint[1], list.real(groups.height, 0)};
+}
+
+KeptView keptView(const Holder& holder) { return keptView(List(holder.object), holder.groups); }
+
+/// Of each space that was looked at, what the window shows of it: good for as long as the drawing keeps the
+/// view that it kept when that was set, and again when an undo brings that one back.
+class ScreenViews {
+public:
+    static ScreenViews& of(const HxDbDatabase& database) {
+        std::unique_ptr<ScreenViews>& views = all()[&database];
+        if (!views) {
+            views = std::make_unique<ScreenViews>(database);
+        }
+        return *views;
+    }
+    explicit ScreenViews(const HxDbDatabase& database) : m_end(database) {}
+
+    const KeptView* find(const HxDbDatabase& database, const KeptView& kept) const {
+        const auto found = m_views.find(space(database));
+        return found != m_views.end() && found->second.kept == kept ? &found->second.shown : nullptr;
+    }
+    void set(const HxDbDatabase& database, const KeptView& kept, const KeptView& shown) {
+        m_views[space(database)] = {kept, shown};
+    }
+    void drop(const HxDbDatabase& database) { m_views.erase(space(database)); }
+
+private:
+    struct Shown {
+        KeptView kept, shown;
+    };
+    /// Forgets the views of a drawing that goes.
+    class End final : public HxDbDatabaseReactor {
+    public:
+        explicit End(const HxDbDatabase& database) : m_database(database) { m_database.addReactor(this); }
+        ~End() override { m_database.removeReactor(this); }
+        End(const End&) = delete;
+        End& operator=(const End&) = delete;
+        void goodbye(const HxDbDatabase* database) override { all().erase(database); }
+
+    private:
+        const HxDbDatabase& m_database;
+    };
+
+    static std::map<const HxDbDatabase*, std::unique_ptr<ScreenViews>>& all() {
+        static std::map<const HxDbDatabase*, std::unique_ptr<ScreenViews>> views;
+        return views;
+    }
+    static const HxDbStub* space(const HxDbDatabase& database) {
+        return database.tilemode() ? modelSpace(database) : paperSpace(database);
+    }
+
+    End m_end;
+    std::map<const HxDbStub*, Shown> m_views;
+};
+
+/// From model space to the plane in which a viewport keeps the middle of its view.
+HxGeMatrix3d modelToViewPlane(const FloatingWindow& floating) {
+    const HxGePoint3d& target = floating.window->target;
+    return turnOf(floating.viewport) * HxGeMatrix3d::translation({-target.x, -target.y, -target.z});
+}
+
+/// What a floating viewport shows is drawn at its size on the sheet.
+View viewOfFloating(HxDbDatabase& database, const FloatingWindow& floating, const KeptView& kept) {
+    View view = screenView(database);
+    view.center = modelToViewPlane(floating).inverse() * HxGePoint3d(kept.x, kept.y);
+    view.height = kept.height;
+    if (floating.window->height > 0 && floating.window->width > 0) {
+        view.aspect = floating.window->width / floating.window->height;
+        view.unitsPerPixel *= kept.height / floating.window->height;
+    }
+    return view;
+}
+
+/// The box in the plane of the viewport's view, its middle as a point of model space.
+View viewOfBoxIn(const FloatingWindow& floating, const View& like, const HxGePoint3d& low,
+                 const HxGePoint3d& high) {
+    const HxGeMatrix3d toPlane = modelToViewPlane(floating);
+    Box3d box;
+    box.add(low);
+    box.add(high);
+    const Box seen = box.inView(toPlane);
+    View view = viewOfBox(like, {seen.x.low, seen.y.low}, {seen.x.high, seen.y.high});
+    view.center = toPlane.inverse() * view.center;
+    return view;
 }
 
 }  // namespace
+
+void setScreenSize(int width, int height) {
+    screenSize() = width > 0 && height > 0 ? ScreenSize{width, height} : ScreenSize();
+}
 
 HxDbObjectId currentSpace(const HxDbDatabase& database) {
     return database.tilemode() || database.cvport() > 1 ? database.modelSpaceId() : database.paperSpaceId();
 }
 
-View currentView(HxDbDatabase& database) {
+View screenView(HxDbDatabase& database) {
+    const ScreenSize size = screenSize();
+    const KeptView kept = keptView(sheetHolder(database));
+    const KeptView* shown = ScreenViews::of(database).find(database, kept);
     View view;
-    ViewGroups groups;
-    zds_name holder = {0, 0};
-    const bool held = viewHolder(database, holder, groups);
-    if (held && readView(holder, groups, view)) {
-        view.unitsPerPixel = pixelOf(database, holder, view);
-        return view;
-    }
-    if (!extentsView(database, view)) {
+    view.aspect = static_cast<double>(size.width) / size.height;
+    if (shown || kept.isUsable()) {
+        const KeptView& from = shown ? *shown : kept;
+        view.center = {from.x, from.y, 0};
+        view.height = from.height;
+    } else if (!screenExtents(database, view)) {
         view.height = 297;
         view.center = {view.height * view.aspect / 2, view.height / 2};
     }
-    view.unitsPerPixel = view.height / kScreenPixels;
+    view.unitsPerPixel = view.height / size.height;
     return view;
 }
 
+void setScreenView(HxDbDatabase& database, const View& view) {
+    const KeptView shown{view.center.x, view.center.y, view.height};
+    if (shown.isUsable()) {
+        ScreenViews::of(database).set(database, keptView(sheetHolder(database)), shown);
+    }
+}
+
+bool screenExtents(HxDbDatabase& database, View& view) {
+    HxGePoint3d low;
+    HxGePoint3d high;
+    const HxDbObjectId space = database.tilemode() ? database.modelSpaceId() : database.paperSpaceId();
+    if (!spaceExtents(database, space, low, high)) {
+        return false;
+    }
+    view = viewOfBox(view, low, high);
+    return true;
+}
+
+View currentView(HxDbDatabase& database) {
+    const FloatingWindow floating = currentFloatingWindow(database);
+    const KeptView kept =
+        floating ? keptView({HxDbObjectId(floating.viewport), kViewportEntity}) : KeptView();
+    return kept.isUsable() ? viewOfFloating(database, floating, kept) : screenView(database);
+}
+
 Hx::ErrorStatus setCurrentView(HxDbDatabase& database, const View& view) {
-    if (!(view.height > 0) || !std::isfinite(view.height) || !std::isfinite(view.center.x + view.center.y)) {
+    const FloatingWindow floating = currentFloatingWindow(database);
+    const HxGePoint3d middle = floating ? modelToViewPlane(floating) * view.center : view.center;
+    const KeptView wanted{middle.x, middle.y, view.height};
+    if (!wanted.isUsable()) {
         return Hx::eInvalidInput;
     }
-    ViewGroups groups;
-    zds_name holder = {0, 0};
-    if (!viewHolder(database, holder, groups)) {
-        return Hx::eNotApplicable;
-    }
-    const List list(holder);
-    resbuf* center = list.find(groups.center);
-    resbuf* height = list.find(groups.height);
+    const Holder holder =
+        floating ? Holder{HxDbObjectId(floating.viewport), kViewportEntity} : sheetHolder(database);
+    const List list(holder.object);
+    resbuf* center = list.find(holder.groups.center);
+    resbuf* height = list.find(holder.groups.height);
     if (!center || !height) {
-        return Hx::eNotApplicable;
+        if (floating) {
+            return Hx::eNotApplicable;
+        }
+        setScreenView(database, view);
+        return Hx::eOk;
     }
-    center->resval.rpoint[0] = view.center.x;
-    center->resval.rpoint[1] = view.center.y;
-    height->resval.rreal = view.height;
+    if (!floating && keptView(list, holder.groups) == wanted) {
+        ScreenViews::of(database).drop(database);
+    }
+    center->resval.rpoint[0] = wanted.x;
+    center->resval.rpoint[1] = wanted.y;
+    height->resval.rreal = wanted.height;
     return hxdbEntMod(list.first()) == RTNORM ? Hx::eOk : Hx::eRefused;
 }
 
@@ -169,7 +299,8 @@ bool extentsView(HxDbDatabase& database, View& view) {
     if (!spaceExtents(database, currentSpace(database), low, high)) {
         return false;
     }
-    view = viewOfBox(view, low, high);
+    const FloatingWindow floating = currentFloatingWindow(database);
+    view = floating ? viewOfBoxIn(floating, view, low, high) : viewOfBox(view, low, high);
     return true;
 }
 

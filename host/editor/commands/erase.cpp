@@ -1,11 +1,12 @@
 // ERASE: erases picked objects, the last one, or all of the current space.
 #include "host/editor/commands/command_support.h"
 #include "host/editor/commands/host_commands.h"
+#include "host/editor/selection.h"
 #include "host/editor/view.h"
 #include "sdk/hxdbentity.h"
 
-#include <algorithm>
 #include <memory>
+#include <unordered_set>
 
 namespace korvex {
 
@@ -74,7 +75,15 @@ void eraseAll(const std::vector<HxDbObjectId>& ids) {
 }  // namespace
 
 void eraseCommand() {
-    std::vector<HxDbObjectId> selection;
+    Selection& pickFirst = selectionOf(drawing());
+    std::vector<HxDbObjectId> selection = pickFirst.objects();
+    if (!selection.empty()) {
+        pickFirst.clear();
+        say(std::to_wstring(selection.size()) + L" found");
+        eraseAll(selection);
+        return;
+    }
+    std::unordered_set<HxDbObjectId> known;
     for (;;) {
         const Answer answer = askEntity({L"Select objects or [Last/All]:", L"Last All"}, false);
         if (answer.isNone()) {
@@ -85,7 +94,7 @@ void eraseCommand() {
         }
         std::size_t added = 0;
         for (const HxDbObjectId& id : selectedBy(answer)) {
-            if (std::find(selection.begin(), selection.end(), id) == selection.end()) {
+            if (known.insert(id).second) {
                 selection.push_back(id);
                 ++added;
             }

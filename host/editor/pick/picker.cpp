@@ -3,6 +3,7 @@
 
 #include "host/db/geometry/hit_test.h"
 #include "host/editor/pick/block_geometry.h"
+#include "host/editor/pick/floating_windows.h"
 #include "host/editor/pick/nesting.h"
 #include "sdk/hxdbdatabase.h"
 
@@ -134,57 +135,6 @@ private:
     int m_looks = kMostLooks;
 };
 
-/// A floating viewport whose window is at a point of the paper.
-struct Window {
-    HxDbStub* viewport = nullptr;
-    std::shared_ptr<const ViewportWindow> window;
-};
-
-bool isWithinClip(const HxDbDatabase& database, const ViewportWindow& window, Point2 point) {
-    HxDbObjectId id;
-    if (window.clip == 0 || database.getHxDbObjectId(id, false, HxDbHandle(window.clip)) != Hx::eOk ||
-        !id.stub()->recordClass || !id.stub()->recordClass->isEntity) {
-        return true;
-    }
-    Shape clip = shapeOf(*id.stub());
-    if (clip.path.isEmpty()) {
-        return true;
-    }
-    clip.filling = Filling::any;
-    return hits(clip, HxGeMatrix3d(), Box::around(point, 1e-9 * (window.width + window.height)));
-}
-
-/// The bottom one first.
-std::vector<Window> windowsAt(const HxDbDatabase& database, HxDbStub& paper, Point2 point) {
-    std::vector<Window> windows;
-    const std::vector<HxDbStub*>& all = members(paper);
-    geometryCache().of(paper).index.query(Box::around(point, 0), [&](SpatialIndex::Key key) {
-        HxDbStub& entity = *all[key];
-        if (!isAlive(entity) || entityGroups(entity).type != "VIEWPORT") {
-            return true;
-        }
-        const Shape shape = shapeOf(entity);
-        if (shape.window && shape.window->isFloating() && shape.window->isOn() &&
-            isWithinClip(database, *shape.window, point)) {
-            windows.push_back({&entity, shape.window});
-        }
-        return true;
-    });
-    std::sort(windows.begin(), windows.end(),
-              [](const Window& a, const Window& b) { return a.window->status > b.window->status; });
-    return windows;
-}
-
-/// How model space is turned towards the eye in the floating viewport that is worked in.
-HxGeMatrix3d viewOf(HxDbStub* viewport) {
-    const Shape shape = viewport ? shapeOf(*viewport) : Shape();
-    if (!shape.window || !shape.window->isFloating()) {
-        return {};
-    }
-    return HxGeMatrix3d::rotationZ(shape.window->twist) *
-           HxGeMatrix3d::planeToWorld(shape.window->direction).inverse();
-}
-
 }  // namespace
 
 bool pickAt(const PickRequest& request, PickHit& hit) {
@@ -197,13 +147,12 @@ bool pickAt(const PickRequest& request, PickHit& hit) {
     const HxDbStub* paper = paperSpace(*request.database);
     HxDbStub* model = modelSpace(*request.database);
     const Box onPaper = Box::around({request.point.x, request.point.y}, request.halfSize);
-    if (space == paper && model) {
-        for (const Window& at :
-             windowsAt(*request.database, *space, Point2{request.point.x, request.point.y})) {
+    if (space == paper && model && request.throughViewports) {
+        for (const FloatingWindow& at : floatingWindowsAt(*request.database, *space, onPaper.centre())) {
             Search(HxGeMatrix3d(), onPaper, at.viewport, nearest).lookIn(*model, at.window->modelToPaper());
         }
     }
-    const HxGeMatrix3d view = space == model ? viewOf(request.viewport.stub()) : HxGeMatrix3d();
+    const HxGeMatrix3d view = space == model ? turnOf(request.viewport.stub()) : HxGeMatrix3d();
     const HxGePoint3d point = view * request.point;
     const Box box = Box::around({point.x, point.y}, request.halfSize);
     Search(view, box, request.viewport.stub(), nearest).lookIn(*space, HxGeMatrix3d());
