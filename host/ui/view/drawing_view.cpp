@@ -40,7 +40,7 @@ constexpr int kCalmPause = 120;
 
 class DrawingView::Imp {
 public:
-    explicit Imp(DrawingView& view) : m_view(view), contents(view, [this] { settled(); }) {
+    explicit Imp(DrawingView& view) : contents(view, [this] { settled(); }), m_view(view) {
         m_hover.setSingleShot(true);
         m_calm.setSingleShot(true);
         QObject::connect(&m_hover, &QTimer::timeout, &view, [this] { hover(); });
@@ -196,7 +196,7 @@ void DrawingView::Imp::updateMarks() {
     if (now.rubberFrom || m_drawn.rubberFrom || !now.window.isNull() || !m_drawn.window.isNull()) {
         m_view.update();
     } else {
-        for (const MovingMarks* each : {&m_drawn, &now}) {
+        for (const MovingMarks* each : {static_cast<const MovingMarks*>(&m_drawn), &now}) {
             if (each->cursor) {
                 m_view.update(cursorArea(*each->cursor, each->look).toAlignedRect());
             }
