@@ -67,6 +67,8 @@ void EntityFields::read(const GroupCursor& group) {
         m_text += group.raw();
     } else if (code == 2) {
         m_name = group.raw();
+    } else if (code == 7) {
+        m_style = group.raw();
     } else if (code >= 10 && code <= 37 && code % 10 <= 8) {
         readCoordinate(group, 10 + code % 10, m_points[static_cast<std::size_t>(code % 10)]);
     } else if (code >= 38 && code <= 59) {
@@ -92,6 +94,8 @@ int EntityFields::integer(int code, int fallback) const {
     return static_cast<int>(std::min<long long>(std::max<long long>(value, INT_MIN), INT_MAX));
 }
 
-std::wstring EntityFields::text(int code) const { return m_codec.decode(code == 1 ? m_text : m_name); }
+std::wstring EntityFields::text(int code) const {
+    return m_codec.decode(code == 1 ? std::string_view(m_text) : code == 2 ? m_name : m_style);
+}
 
 }  // namespace korvex

@@ -29,7 +29,7 @@ private:
 bool readCoordinate(const GroupCursor& group, int base, HxGePoint3d& point);
 
 /// An entity whose groups stand once each: points 10 to 18, reals 38 to 59, numbers 60 to 79 and 90, texts
-/// 1 and 2, handle 340, extrusion 210. Of a code that is there again, the first counts.
+/// 1, 2 and 7, handle 340, extrusion 210. Of a code that is there again, the first counts.
 class EntityFields {
 public:
     EntityFields(std::string_view groups, const GroupFormat& format);
@@ -47,7 +47,7 @@ public:
     double angle(int code, double fallback = 0) const;
     /// Not only integers: some writers put a real or blanks there. 0 for what is no number.
     int integer(int code, int fallback = 0) const;
-    std::wstring text(int code) const;                 ///< 1 (behind all that 3 continues) or 2
+    std::wstring text(int code) const;                 ///< 1 (behind all that 3 continues), 2 or 7
     std::uint64_t handle() const { return m_handle; }  ///< 340; 0 when there is none
 
     HxGeVector3d extrusion() const { return m_extrusion; }
@@ -66,6 +66,7 @@ private:
     std::array<double, 22> m_reals{};
     std::array<long long, 31> m_integers{};
     std::string m_text, m_name;
+    std::string_view m_style;
     std::uint64_t m_handle = 0;
     HxGeVector3d m_extrusion{0, 0, 1};
 };

@@ -12,7 +12,11 @@ LayerRules::LayerRules(HxDbStub* viewport) {
 }
 
 HxDbStub* LayerRules::layerOf(HxDbStub& entity, const Nesting& within) {
-    HxDbStub* layer = korvex::layerOf(entity);
+    return layerFor(korvex::layerOf(entity), within);
+}
+
+HxDbStub* LayerRules::layerFor(HxDbStub* named, const Nesting& within) {
+    HxDbStub* layer = named;
     if (!layer) {
         return nullptr;
     }

@@ -41,6 +41,8 @@ public:
     /// of the reference, from an external reference the one that stands for it. A layer that the drawing does
     /// not have stays that of the external reference. Null in a drawing without layers.
     HxDbStub* layerOf(HxDbStub& entity, const Nesting& within);
+    /// The same for the layer that an entity names; null gives null.
+    HxDbStub* layerFor(HxDbStub* named, const Nesting& within);
     /// Off or frozen.
     bool isHidden(HxDbStub* layer) { return look(layer).hidden; }
     /// In the drawing or in the viewport: hides references with all that is in them.
