@@ -22,12 +22,7 @@ FloatingWindow floatingWindow(HxDbStub& entity) {
 }
 
 bool isWithinClip(const HxDbDatabase& database, const ViewportWindow& window, Point2 point) {
-    HxDbObjectId id;
-    if (window.clip == 0 || database.getHxDbObjectId(id, false, HxDbHandle(window.clip)) != Hx::eOk ||
-        !id.stub()->recordClass || !id.stub()->recordClass->isEntity) {
-        return true;
-    }
-    Shape clip = shapeOf(*id.stub());
+    Shape clip = clipOf(database, window);
     if (clip.path.isEmpty()) {
         return true;
     }
@@ -41,13 +36,22 @@ bool showsAt(const HxDbDatabase& database, const ViewportWindow& window, Point2 
     return window.frame().contains(point) && isWithinClip(database, window, point);
 }
 
-std::vector<FloatingWindow> floatingWindowsAt(const HxDbDatabase& database, HxDbStub& paper, Point2 point) {
+Shape clipOf(const HxDbDatabase& database, const ViewportWindow& window) {
+    HxDbObjectId id;
+    if (window.clip == 0 || database.getHxDbObjectId(id, false, HxDbHandle(window.clip)) != Hx::eOk ||
+        !id.stub()->recordClass || !id.stub()->recordClass->isEntity) {
+        return {};
+    }
+    return shapeOf(*id.stub());
+}
+
+std::vector<FloatingWindow> floatingWindowsIn(HxDbStub& paper, const Box& box) {
     std::vector<FloatingWindow> windows;
     const std::vector<HxDbStub*>& all = members(paper);
     geometryCache().refresh();
-    geometryCache().of(paper).index.query(Box::around(point, 0), [&](SpatialIndex::Key key) {
+    geometryCache().of(paper).index.query(box, [&](SpatialIndex::Key key) {
         const FloatingWindow found = key < all.size() ? floatingWindow(*all[key]) : FloatingWindow();
-        if (found && isWithinClip(database, *found.window, point)) {
+        if (found) {
             windows.push_back(found);
         }
         return true;
@@ -55,6 +59,15 @@ std::vector<FloatingWindow> floatingWindowsAt(const HxDbDatabase& database, HxDb
     std::sort(windows.begin(), windows.end(), [](const FloatingWindow& a, const FloatingWindow& b) {
         return a.window->status > b.window->status;
     });
+    return windows;
+}
+
+std::vector<FloatingWindow> floatingWindowsAt(const HxDbDatabase& database, HxDbStub& paper, Point2 point) {
+    std::vector<FloatingWindow> windows = floatingWindowsIn(paper, Box::around(point, 0));
+    windows.erase(
+        std::remove_if(windows.begin(), windows.end(),
+                       [&](const FloatingWindow& at) { return !isWithinClip(database, *at.window, point); }),
+        windows.end());
     return windows;
 }
 

@@ -17,12 +17,17 @@ struct FloatingWindow {
     explicit operator bool() const { return viewport != nullptr; }
 };
 
+/// Those whose frames touch a box of the paper, the bottom one first.
+std::vector<FloatingWindow> floatingWindowsIn(HxDbStub& paper, const Box& box);
 /// Those whose window, as far as its clip shows, is at a point of the paper: the bottom one first.
 std::vector<FloatingWindow> floatingWindowsAt(const HxDbDatabase& database, HxDbStub& paper, Point2 point);
 /// The one that is worked in; none in model space and on the paper.
 FloatingWindow currentFloatingWindow(const HxDbDatabase& database);
 /// The window shows what is at a point of the paper.
 bool showsAt(const HxDbDatabase& database, const ViewportWindow& window, Point2 point);
+
+/// What bounds a window instead of its frame; of kind `none` when nothing does.
+Shape clipOf(const HxDbDatabase& database, const ViewportWindow& window);
 
 /// How model space is turned towards the eye in a viewport; not at all for null and for what is no floating
 /// viewport.

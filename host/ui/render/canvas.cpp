@@ -1,4 +1,5 @@
-// Draws lines of a few pixels by stepping along their longer side; a hundred thousand take a few milliseconds.
+// Draws lines of a few pixels by stepping along their longer side; a hundred thousand take a few
+// milliseconds.
 #include "host/ui/render/canvas.h"
 
 #include <QPainterPath>

@@ -18,8 +18,8 @@ struct CanvasPen {
     bool isDashed = false;     ///< ends are cut straight
 };
 
-/// Coordinates are device pixels, y down; a pixel covers [n, n + 1). Nothing outside of the clip is touched, and
-/// coordinates may be anything, also no numbers.
+/// Coordinates are device pixels, y down; a pixel covers [n, n + 1). Nothing outside of the clip is touched,
+/// and coordinates may be anything, also no numbers.
 class Canvas {
 public:
     /// Starts a picture, all of it in one colour (premultiplied). The memory of the last one is used again.

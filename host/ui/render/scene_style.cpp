@@ -5,7 +5,7 @@ namespace korvex {
 
 SceneStyle SceneStyle::dark() {
     SceneStyle style;
-    style.background = QColor(30, 34, 40);
+    style.background = QColor(23, 26, 31);
     style.paper = QColor(250, 250, 247);
     style.desk = QColor(74, 78, 84);
     style.ink = Qt::white;
