@@ -24,8 +24,10 @@ enum LineWeight : std::int16_t { kLnWtByLayer = -1, kLnWtByBlock = -2, kLnWtByLw
 /// Objects passed in are open for notify only: read them, do not change them.
 ///
 /// Order, for one write-open: openedForModify once, before the first change; modified (or erased,
-/// modifiedXData) when the object is closed; objectClosed last. Object reactors are told before the reactors
-/// of the database. Undo and redo send the same, with modifyUndone besides.
+/// modifiedXData) when the object is closed or goes on as open for read; objectClosed last, when nobody has
+/// it open any more. A table is modified by the records that it gets. Object reactors are told before the
+/// reactors of the database. Undo and redo send the same, with modifyUndone besides; to the table of records
+/// whose creation they take back they send nothing.
 class HXSDK_API HxDbObjectReactor : public HxRxObject {
 public:
     HX_DECLARE_MEMBERS(HxDbObjectReactor)

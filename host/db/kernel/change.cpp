@@ -7,12 +7,26 @@ namespace korvex {
 
 namespace {
 
+/// Tells the reactors before the first change of an open for write.
+void tellFirstChange(HxDbStub& stub) {
+    HxDbObject* object = stub.object;
+    const HxDbObjectImp& imp = *object->imp();
+    HxDbDatabase& database = *stub.database;
+    if (stub.changedInOpen || imp.membersChangedInOpen) {
+        return;
+    }
+    ++stub.notifying;
+    notifyAll(imp.reactors, [&](HxDbObjectReactor& r) { r.openedForModify(object); });
+    notifyAll(database.imp()->reactors,
+              [&](HxDbDatabaseReactor& r) { r.objectOpenedForModify(&database, object); });
+    --stub.notifying;
+    stub.closePending = true;
+}
+
 /// Records the state before the change; tells the reactors at the first change of an open for write.
 Hx::ErrorStatus prepareChange(HxDbStub& stub) {
-    HxDbObject* object = stub.object;
-    HxDbObjectImp& imp = *object->imp();
-    HxDbDatabase& database = *stub.database;
-    HxDbDatabase::Imp& db = *database.imp();
+    HxDbObjectImp& imp = *stub.object->imp();
+    HxDbDatabase::Imp& db = *stub.database->imp();
     if (stub.undoing) {
         return Hx::eWasOpenForUndo;
     }
@@ -21,10 +35,7 @@ Hx::ErrorStatus prepareChange(HxDbStub& stub) {
     }
     if (!stub.changedInOpen) {
         imp.before = {currentBlob(stub), stub.erased, stub.implicit, true, db.journal.size()};
-        ++stub.notifying;
-        notifyAll(imp.reactors, [&](HxDbObjectReactor& r) { r.openedForModify(object); });
-        notifyAll(db.reactors, [&](HxDbDatabaseReactor& r) { r.objectOpenedForModify(&database, object); });
-        --stub.notifying;
+        tellFirstChange(stub);
         stub.changedInOpen = true;
     }
     db.journal.recordChange(stub);
@@ -58,6 +69,11 @@ Hx::ErrorStatus beginChange(const HxDbObject* object) {
     return status;
 }
 
+void beginMembersChange(const HxDbObject* table) {
+    tellFirstChange(*table->imp()->stub);
+    table->imp()->membersChangedInOpen = true;
+}
+
 void appendMember(HxDbStub& container, HxDbStub& stub) {
     std::vector<HxDbStub*>& members = container.contents->members;
     if (stub.position < members.size() && members[stub.position] == &stub) {
@@ -76,7 +92,7 @@ HxDbStub& addToDatabase(HxDbDatabase& database, HxDbObject* object, HxDbStub* ow
     stub.owner = owner;
     stub.handleInFile = db.writesHandles;
     db.handles.add(db.handles.next(), &stub);
-    stub.writer = stub.changed = stub.changedInOpen = true;
+    stub.writer = stub.changed = stub.changedInOpen = stub.closePending = true;
     ++stub.openSerial;
     imp.stub = &stub;
     imp.before = {{}, true, false, true, db.journal.size()};

@@ -270,7 +270,8 @@ void tellRestored(HxDbStub& stub, bool wasErased, bool wasUnappended) {
         notifyAll(own, [&](HxDbObjectReactor& r) { r.modifyUndone(object); });
         notifyAll(all, [&](HxDbDatabaseReactor& r) { r.objectModified(&database, object); });
     }
-    notifyAll(own, [&](HxDbObjectReactor& r) { r.objectClosed(HxDbObjectId(&stub)); });
+    stub.closePending = true;
+    tellClosed(stub);
 }
 
 }  // namespace

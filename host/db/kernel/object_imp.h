@@ -70,7 +70,8 @@ public:
     bool fieldsChangedInOpen = false;
     bool xdataChangedInOpen = false;
     bool erasedChangedInOpen = false;
-    std::size_t appendedAt = 0;  ///< journal size when it was added; 0 for what was read
+    bool membersChangedInOpen = false;  ///< a table got a record
+    std::size_t appendedAt = 0;         ///< journal size when it was added; 0 for what was read
     std::vector<HxDbObjectReactor*> reactors;
 
     /// The state before the first change of the present open for write; for cancel().
@@ -117,6 +118,12 @@ FieldWriter::Frame frameOf(const HxDbStub& stub, bool forFile = false);
 /// To be called before a change of a field: records the state in the journal and tells the reactors, once per
 /// open for write. eNotOpenForWrite for an object of a database that is not open for write.
 Hx::ErrorStatus beginChange(const HxDbObject* object);
+
+/// The same for a table that gets a record: its reactors are told, its own groups stay as they are.
+void beginMembersChange(const HxDbObject* table);
+
+/// Tells the end of an open for write that began with openedForModify; nothing when it was told.
+void tellClosed(HxDbStub& stub);
 
 /// Gives an object that is in no database a place in one: stub, handle, owner; records and entities become
 /// members of a table or block that owns them. The object is open for write then.

@@ -50,7 +50,7 @@ void tellChanges(HxDbStub& stub) {
     HxDbObjectImp& imp = *object->imp();
     HxDbDatabase& database = *stub.database;
     const std::vector<HxDbDatabaseReactor*>& all = database.imp()->reactors;
-    const bool fields = imp.fieldsChangedInOpen;
+    const bool fields = imp.fieldsChangedInOpen || imp.membersChangedInOpen;
     const bool xdata = imp.xdataChangedInOpen;
     const bool erased = imp.erasedChangedInOpen;
     dropWriteOpen(stub);
@@ -76,18 +76,16 @@ void tellChanges(HxDbStub& stub) {
 
 /// Ends the open for write; `readersAfter` is 1 when it goes on as an open for read.
 void closeWrite(HxDbStub& stub, std::uint16_t readersAfter) {
-    const bool changed = stub.changedInOpen;
     stub.writer = false;
     stub.readers = readersAfter;
-    if (changed) {
+    if (stub.changedInOpen || stub.object->imp()->membersChangedInOpen) {
         tellChanges(stub);
     } else {
         dropWriteOpen(stub);
     }
     stub.readers = std::max(stub.readers, readersAfter);
-    if (changed && readersAfter == 0) {
-        notifyAll(stub.object->imp()->reactors,
-                  [&](HxDbObjectReactor& r) { r.objectClosed(HxDbObjectId(&stub)); });
+    if (readersAfter == 0) {
+        tellClosed(stub);
     }
 }
 
@@ -102,8 +100,17 @@ void dropWriteOpen(HxDbStub& stub) {
     HxDbObjectImp& imp = *stub.object->imp();
     stub.writer = false;
     stub.changedInOpen = false;
-    imp.fieldsChangedInOpen = imp.xdataChangedInOpen = imp.erasedChangedInOpen = false;
+    imp.fieldsChangedInOpen = imp.xdataChangedInOpen = false;
+    imp.erasedChangedInOpen = imp.membersChangedInOpen = false;
     imp.before = {};
+}
+
+void tellClosed(HxDbStub& stub) {
+    if (stub.closePending) {
+        stub.closePending = false;
+        notifyAll(stub.object->imp()->reactors,
+                  [&](HxDbObjectReactor& r) { r.objectClosed(HxDbObjectId(&stub)); });
+    }
 }
 
 void revertChange(HxDbStub& stub) {
@@ -213,7 +220,9 @@ Hx::ErrorStatus HxDbObject::close() {
     } else if (stub->writer) {
         closeWrite(*stub, 0);
     } else if (stub->readers > 0) {
-        --stub->readers;
+        if (--stub->readers == 0) {
+            tellClosed(*stub);
+        }
     } else {
         return Hx::eNotOpenForRead;
     }
@@ -225,7 +234,6 @@ Hx::ErrorStatus HxDbObject::cancel() {
     if (!stub || !stub->writer || stub->notifyOpens > 0) {
         return close();
     }
-    const bool changed = stub->changedInOpen;
     revertChange(*stub);
     if (isLastHoldOfTransaction(*stub)) {
         dropWriteOpen(*stub);
@@ -233,8 +241,6 @@ Hx::ErrorStatus HxDbObject::cancel() {
         return Hx::eOk;
     }
     dropWriteOpen(*stub);
-    if (changed) {
-        notifyAll(m_imp->reactors, [&](HxDbObjectReactor& r) { r.objectClosed(HxDbObjectId(stub)); });
-    }
+    tellClosed(*stub);
     return Hx::eOk;
 }

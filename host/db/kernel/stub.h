@@ -89,6 +89,7 @@ public:
     bool unappended = false;     ///< its creation was taken back; erased too
     bool changed = false;        ///< its fields are ahead of its blob
     bool changedInOpen = false;  ///< since the present open for write
+    bool closePending = false;   ///< openedForModify was told, objectClosed was not yet
     bool implicit = false;       ///< not in the file as long as it is not changed
     bool handleInFile = true;
     bool subEntity = false;  ///< vertex, attribute or sequence end of the entity that owns it

@@ -110,6 +110,11 @@ Hx::ErrorStatus HxDbTransactionManager::abortTransaction() {
         }
     }
     journal(*m_imp->database).rollbackTo(level.mark);
+    for (HxDbStub* stub : level.held) {
+        if (!stub->writer && stub->readers == 0) {
+            tellClosed(*stub);
+        }
+    }
     return Hx::eOk;
 }
 

@@ -94,6 +94,7 @@ Hx::ErrorStatus HxDbSymbolTable::add(HxDbObjectId& id, HxDbSymbolTableRecord* re
     if (recordNamed(*stub, fresh.name, false)) {
         return Hx::eDuplicateRecordName;
     }
+    beginMembersChange(this);
     id = HxDbObjectId(&addToDatabase(*stub->database, record, stub));
     return Hx::eOk;
 }

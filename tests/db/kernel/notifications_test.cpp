@@ -54,6 +54,51 @@ private:
 
 }  // namespace
 
+TEST_F(Notifications, ATableTellsOfTheRecordsThatItGets) {
+    const HxDbObjectId tableId = database->layerTableId();
+    Log log;
+    ObjectRecorder reactor(log);
+    at<HxDbLayerTable>(tableId)->addReactor(&reactor);
+    const std::string before = record(tableId);
+    addLayer(L"NEW");
+    const Log whole{"object opened for modify", "object modified", "object closed"};
+    EXPECT_EQ(std::exchange(log, {}), whole);
+    EXPECT_EQ(record(tableId), before);
+
+    const auto hold = [&] {
+        database->transactionManager()->startTransaction();
+        HxDbObject* table = nullptr;
+        database->transactionManager()->getObject(table, tableId, HxDb::kForWrite);
+        auto* const made = new HxDbLayerTableRecord;
+        made->setName(L"NEWER");
+        EXPECT_EQ(HxDbLayerTable::cast(table)->add(made), Hx::eOk);
+        made->close();
+        EXPECT_EQ(std::exchange(log, {}), Log{"object opened for modify"});
+    };
+    hold();
+    database->transactionManager()->abortTransaction();
+    EXPECT_EQ(std::exchange(log, {}), Log{"object closed"}) << "nothing of the table was changed after all";
+    hold();
+    database->transactionManager()->endTransaction();
+    EXPECT_EQ(log, (Log{"object modified", "object closed"}));
+    at<HxDbLayerTable>(tableId)->removeReactor(&reactor);
+}
+
+TEST_F(Notifications, ClosedIsToldWhenNobodyHasItOpenAnyMore) {
+    {
+        const HxDbObjectPointer<HxDbLayerTableRecord> record(walls, HxDb::kForWrite);
+        record->setIsLocked(true);
+        told();
+        EXPECT_EQ(record->downgradeOpen(), Hx::eOk);
+        EXPECT_EQ(told(), (Log{"object modified", "drawing modified WALLS"}));
+        const HxDbObjectPointer<HxDbLayerTableRecord> reader(walls, HxDb::kForRead);
+        EXPECT_EQ(told(), Log());
+    }
+    EXPECT_EQ(told(), Log{"object closed"});
+    { const HxDbObjectPointer<HxDbLayerTableRecord> reader(walls, HxDb::kForRead); }
+    EXPECT_EQ(told(), Log());
+}
+
 TEST_F(Notifications, OneWriteOpenTellsOnceEachInOrder) {
     change<HxDbLayerTableRecord>(walls, [&](HxDbLayerTableRecord& record) {
         record.setIsLocked(true);
