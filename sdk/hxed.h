@@ -117,7 +117,8 @@ enum HxXrefActivity : int {
 class HXSDK_API HxEditorReactor : public HxRxObject {
 public:
     HX_DECLARE_MEMBERS(HxEditorReactor)
-    /// Global command names.
+    /// Global command names. At the end of a command the document is current in which it began, if it is
+    /// still open.
     virtual void commandWillStart(const wchar_t*) {}
     virtual void commandEnded(const wchar_t*) {}
     virtual void commandCancelled(const wchar_t*) {}

@@ -213,6 +213,7 @@ void CommandProcessor::execute(const Command& command, const std::function<void(
     if (document) {
         frame.emplace(m_editor.documents(), *document, command);
     }
+    const Document* const began = m_editor.documents().current();
     m_count += m_running.empty() ? 1 : 0;
     m_running.push_back({command.global, document});
     m_editor.cancelled = false;
@@ -227,6 +228,19 @@ void CommandProcessor::execute(const Command& command, const std::function<void(
     if (document && closeLeftovers(*document, frame->transactionsBefore())) {
         outcome = Outcome::failed;
     }
+    tellOutcome(outcome, name, began);
+    m_running.pop_back();
+    m_editor.cancelled = false;
+}
+
+/// Reactors find the same document current at the end of a command as at its beginning, if it is still open.
+void CommandProcessor::tellOutcome(Outcome outcome, const wchar_t* name, const Document* began) {
+    DocumentManager& documents = m_editor.documents();
+    Document* const now = documents.current();
+    Document* const document = documents.find(began);
+    if (document) {
+        documents.setCurDocument(document);
+    }
     tellEditorReactors([outcome, name](HxEditorReactor& r) {
         switch (outcome) {
         case Outcome::ended: r.commandEnded(name); break;
@@ -234,8 +248,9 @@ void CommandProcessor::execute(const Command& command, const std::function<void(
         case Outcome::failed: r.commandFailed(name); break;
         }
     });
-    m_running.pop_back();
-    m_editor.cancelled = false;
+    if (document && documents.find(now)) {
+        documents.setCurDocument(now);
+    }
 }
 
 /// A command that forgets a transaction or a record must not hold up the next one.

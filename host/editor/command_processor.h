@@ -54,6 +54,7 @@ private:
     void runTyped(const std::wstring& typed);
     void execute(const Command& command, const std::function<void()>& body);
     Outcome perform(const std::function<void()>& body);
+    void tellOutcome(Outcome outcome, const wchar_t* name, const Document* began);
     bool closeLeftovers(Document& document, int transactionsBefore);
     void followSource();
     void unknown(const std::wstring& typed);

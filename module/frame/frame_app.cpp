@@ -44,7 +44,6 @@ const CommandRow kCommands[] = {
 /// One of each while the module is initialised.
 struct Singletons {
     std::unique_ptr<KvLayerPaletteEditorReactor> editorReactor;
-    std::unique_ptr<KvLayerPaletteDocReactor> docReactor;
     std::unique_ptr<VrexLayerCuixManager> cuixManager;
 };
 
@@ -83,14 +82,14 @@ void initLayerManagerFrameApp() {
     registerCommands();
     Singletons& all = singletons();
     if (!all.editorReactor) all.editorReactor = std::make_unique<KvLayerPaletteEditorReactor>();
-    if (!all.docReactor) all.docReactor = std::make_unique<KvLayerPaletteDocReactor>();
+    if (!paletteDocReactor()) setPaletteDocReactor(new KvLayerPaletteDocReactor(curDoc()));
     if (!all.cuixManager) all.cuixManager = std::make_unique<VrexLayerCuixManager>();
 }
 
 Hx::ErrorStatus unloadLayerManagerFrameApp() {
     Singletons& all = singletons();
     all.editorReactor.reset();
-    all.docReactor.reset();
+    setPaletteDocReactor(nullptr);
     all.cuixManager.reset();
     removeService();
     setLayerPalette(nullptr);

@@ -1,12 +1,19 @@
 // What the module holds from its loading to its unloading.
 #include "module_state.h"
 
+#include "model/palette_doc_reactor.h"
+
 #include <memory>
 
 namespace {
 
 HxModuleHandle instanceHandle = nullptr;
 HxModuleHandle resourceHandle = nullptr;
+
+std::unique_ptr<KvLayerPaletteDocReactor>& docReactor() {
+    static std::unique_ptr<KvLayerPaletteDocReactor> reactor;
+    return reactor;
+}
 
 std::unique_ptr<KvPalettePanel>& palettePanel() {
     static std::unique_ptr<KvPalettePanel> panel;
@@ -20,6 +27,9 @@ void setModuleInstance(HxModuleHandle instance) { instanceHandle = instance; }
 
 HxModuleHandle globalResInstance() { return resourceHandle; }
 void setGlobalResInstance(HxModuleHandle library) { resourceHandle = library; }
+
+KvLayerPaletteDocReactor* paletteDocReactor() { return docReactor().get(); }
+void setPaletteDocReactor(KvLayerPaletteDocReactor* reactor) { docReactor().reset(reactor); }
 
 KvPalettePanel* layerPalette() { return palettePanel().get(); }
 void setLayerPalette(KvPalettePanel* palette) { palettePanel().reset(palette); }

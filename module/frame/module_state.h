@@ -5,6 +5,8 @@
 
 #include "hxresource.h"
 
+class KvLayerPaletteDocReactor;
+
 /// The module itself; null before the host has attached it.
 HxModuleHandle moduleInstance();
 void setModuleInstance(HxModuleHandle instance);
@@ -12,6 +14,10 @@ void setModuleInstance(HxModuleHandle instance);
 /// The resource library; null while it is not loaded.
 HxModuleHandle globalResInstance();
 void setGlobalResInstance(HxModuleHandle library);
+
+/// Follows the documents; null before initialisation. Owned as the palette is.
+KvLayerPaletteDocReactor* paletteDocReactor();
+void setPaletteDocReactor(KvLayerPaletteDocReactor* reactor);
 
 /// The layer palette; null until it is first shown. Owned here: setting another deletes the one before, null
 /// takes it away.

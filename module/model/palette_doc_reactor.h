@@ -1,14 +1,37 @@
 // Follows the open documents for the layer palette.
 #pragma once
 
-#include "hxdoc.h"
+#include "layer_doc_context.h"
 
-/// Registered with the document manager from its making to its end. There is no palette yet that a
-/// notification could concern, so all of them pass.
+#include <map>
+#include <memory>
+
+/// Registered with the document manager from its making to its end. Keeps which documents are followed, and
+/// how many commands run in each during which the palette refuses edits.
 class KvLayerPaletteDocReactor : public HxApDocManagerReactor {
 public:
-    KvLayerPaletteDocReactor();
+    /// Follows the document that is current now; null for none.
+    explicit KvLayerPaletteDocReactor(HxApDocument* current);
     ~KvLayerPaletteDocReactor() override;
     KvLayerPaletteDocReactor(const KvLayerPaletteDocReactor&) = delete;
     KvLayerPaletteDocReactor& operator=(const KvLayerPaletteDocReactor&) = delete;
+
+    /// Follows a document unless it is followed; nothing without a database.
+    void AppendLayerDocContext(HxApDocument* document);
+    void RemoveLayerDocContext(HxApDocument* document);
+    /// Null until the first document is followed.
+    KvLayerDocContext* context() const { return m_context.get(); }
+
+    void blockingCommandStarted(HxApDocument* document) { ++m_blockingCommands[document]; }
+    /// Nothing for a document that was never counted.
+    void blockingCommandEnded(HxApDocument* document);
+    int blockingCommands(HxApDocument* document) const;
+
+    void documentCreated(HxApDocument* document) override;
+    void documentActivated(HxApDocument* document) override;
+    void documentToBeDestroyed(HxApDocument* document) override;
+
+private:
+    std::map<HxApDocument*, int> m_blockingCommands;
+    std::unique_ptr<KvLayerDocContext> m_context;
 };

@@ -60,6 +60,30 @@ TEST_F(Documents, TellWhatHappensInOrder) {
     EXPECT_EQ(manager().closeDocument(first), Hx::eNoDocument);
 }
 
+/// Notes the current document at the beginning and the end of commands.
+class CommandWatcher : public HxEditorReactor {
+public:
+    CommandWatcher() { hxedEditor()->addReactor(this); }
+    ~CommandWatcher() override { hxedEditor()->removeReactor(this); }
+    void commandWillStart(const wchar_t*) override { documents.push_back(curDoc()); }
+    void commandEnded(const wchar_t*) override { documents.push_back(curDoc()); }
+    std::vector<HxApDocument*> documents;
+};
+
+TEST_F(Documents, CommandsEndWhereTheyBegan) {
+    HxApDocument* const first = curDoc();
+    CommandWatcher watcher;
+    run(L"NEW\n");
+    HxApDocument* const second = curDoc();
+    EXPECT_NE(second, first);
+    EXPECT_EQ(hxdbWorkingDatabase(), second->database());
+    EXPECT_EQ(watcher.documents, (std::vector<HxApDocument*>{first, first}));
+    watcher.documents.clear();
+    run(L"CLOSE\n");
+    EXPECT_EQ(curDoc(), first);
+    EXPECT_EQ(watcher.documents, (std::vector<HxApDocument*>{second, first})) << "which is gone";
+}
+
 TEST_F(Documents, LocksNest) {
     HxApDocument* doc = curDoc();
     EXPECT_EQ(manager().lockMode(doc), kNone);

@@ -13,7 +13,7 @@ namespace {
 class AutoLayerRecord : public EditorTest {
 protected:
     void SetUp() override {
-        run(L"-LAYER New A,B \n");
+        run(L"-LAYER New A,B\n\n");
         entry = entryOf(L"A");
     }
     KvLayerData entryOf(const wchar_t* name) {
@@ -122,7 +122,7 @@ private:
 
 TEST_F(AutoLayerRecord, BorrowsInsideNotificationsOfChangesAndOfUndo) {
     GuardInNotifications guards(entry);
-    run(L"-LAYER LOck A \n");
+    run(L"-LAYER LOck A\n\n");
     EXPECT_EQ(guards.seen, 2);
     run(L"U\n");
     EXPECT_EQ(guards.seen, 4);

@@ -1,0 +1,65 @@
+// Follows what comes to and goes from drawings for the layer palette.
+#include "palette_db_reactor.h"
+
+#include "layer_doc_context.h"
+#include "visible_palette.h"
+
+#include "hxdbdict.h"
+#include "hxdbentity.h"
+
+namespace {
+
+/// It lies in the layer table's extension dictionary, where layer filters are kept.
+bool isFilterDictionary(const HxDbDatabase& database, const HxDbObject* object) {
+    const HxDbObject* const owner =
+        HxDbDictionary::cast(object) ? hxdbObjectPointer(object->ownerId()) : nullptr;
+    return HxDbDictionary::cast(owner) && owner->ownerId() == database.layerTableId();
+}
+
+}  // namespace
+
+void KvLayerPaletteDbReactor::objectAppended(const HxDbDatabase* database, const HxDbObject* object) {
+    if (!m_context || !database || !object) return;
+    const bool isLayer = HxDbLayerTableRecord::cast(object) != nullptr;
+    if (!isLayer && !HxDbViewport::cast(object)) return;
+    m_context->GetLayerPaletteObjectReactor()->follow(object);
+    KvLayerPaletteMarks* const palette = visiblePalette();
+    if (isLayer && palette) palette->SetDirtyNeedRefreshListItem(object->objectId());
+}
+
+void KvLayerPaletteDbReactor::objectUnAppended(const HxDbDatabase* database, const HxDbObject* object) {
+    if (!m_context || !database || !object) return;
+    KvLayerPaletteMarks* const palette = visiblePalette();
+    if (isFilterDictionary(*database, object)) {
+        m_context->GetLayerPaletteObjectReactor()->leave(object);
+        if (palette) palette->SetDirtyNeedRefreshFilter();
+    } else if (const auto* const layer = HxDbLayerTableRecord::cast(object)) {
+        m_context->GetLayerPaletteObjectReactor()->leave(object);
+        if (!palette) return;
+        palette->SetDirtyNeedRefreshListItem(object->objectId());
+        palette->setLayerDataValid(layer, false);
+    }
+}
+
+void KvLayerPaletteDbReactor::objectReAppended(const HxDbDatabase* database, const HxDbObject* object) {
+    if (!m_context || !database || !object) return;
+    KvLayerPaletteMarks* const palette = visiblePalette();
+    if (isFilterDictionary(*database, object)) {
+        m_context->GetLayerPaletteObjectReactor()->follow(object);
+        if (palette) palette->SetDirtyNeedRefreshFilter();
+    } else if (const auto* const layer = HxDbLayerTableRecord::cast(object)) {
+        m_context->GetLayerPaletteObjectReactor()->follow(object);
+        if (!palette) return;
+        palette->SetDirtyNeedRefreshListItem(object->objectId());
+        palette->setLayerDataValid(layer, true);
+    }
+}
+
+void KvLayerPaletteDbReactor::objectErased(const HxDbDatabase* database, const HxDbObject* object,
+                                           bool erased) {
+    if (erased) {
+        objectUnAppended(database, object);
+    } else {
+        objectReAppended(database, object);
+    }
+}
