@@ -37,6 +37,21 @@ struct Outcome {
     std::wstring error;
 };
 
+std::vector<CodeWatch>& codeWatches() {
+    static auto& watches = *new std::vector<CodeWatch>;
+    return watches;
+}
+
+std::wstring whyInUse(const link_map* library) {
+    for (const CodeWatch& watch : codeWatches()) {
+        std::wstring why = watch.whyInUse(library);
+        if (!why.empty()) {
+            return why;
+        }
+    }
+    return {};
+}
+
 /// Widgets whose class lies in the library; they would outlive their code.
 void deleteWidgetsOf(const link_map* library) {
     if (!qobject_cast<QApplication*>(QCoreApplication::instance())) {
@@ -61,6 +76,9 @@ void clearAway(HxModule* library) {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     deleteWidgetsOf(library->map);  // also those that an outer event loop was to delete
+    for (const CodeWatch& watch : codeWatches()) {
+        watch.leaves(library->map);
+    }
     freeResourcesOf(library->map);
 }
 
@@ -266,6 +284,10 @@ Outcome DynamicLinker::unload(std::wstring_view name) {
     if (module->isLocked) {
         return {Hx::eRefused, shown + L"stays loaded until the program ends."};
     }
+    const std::wstring why = whyInUse(module->library->map);
+    if (!why.empty()) {
+        return {Hx::eRefused, shown + L"is in use: " + why};
+    }
     module->isBusy = true;
     std::wstring reason;
     const bool good = send(*module, kUnloadAppMsg, reason);
@@ -314,5 +336,7 @@ DynamicLinker& linker() {
 HxRxDynamicLinker& dynamicLinker() { return linker(); }
 
 void quitModules() { linker().quit(); }
+
+void addCodeWatch(CodeWatch watch) { codeWatches().push_back(std::move(watch)); }
 
 }  // namespace korvex

@@ -3,6 +3,11 @@
 
 #include "sdk/hxrx.h"
 
+#include <functional>
+#include <string>
+
+struct link_map;
+
 namespace korvex {
 
 HxRxDynamicLinker& dynamicLinker();
@@ -10,5 +15,14 @@ HxRxDynamicLinker& dynamicLinker();
 /// Sends every module the message that the host quits, the last one first. They are no longer listed then;
 /// their code stays.
 void quitModules();
+
+/// What those who call into modules have to say when one is to go.
+struct CodeWatch {
+    /// Why the library's code must stay for now, as the end of a sentence; empty when it may go.
+    std::function<std::wstring(const link_map* library)> whyInUse;
+    /// The code goes next: what leads there is to be taken back.
+    std::function<void(const link_map* library)> leaves;
+};
+void addCodeWatch(CodeWatch watch);
 
 }  // namespace korvex

@@ -125,6 +125,11 @@ void freeResourcesOf(const link_map* library) {
     }
 }
 
+const wchar_t* resourceString(HxModuleHandle handle, std::uint32_t id) {
+    const HxModuleHandle library = handle ? handle : g_current;
+    return isLibrary(library) ? findString(*library, id) : nullptr;
+}
+
 }  // namespace korvex
 
 HxModuleHandle hxGetResourceHandle() { return g_current; }
@@ -153,8 +158,7 @@ std::uint32_t hxModuleFileName(HxModuleHandle handle, wchar_t* buffer, std::uint
 }
 
 int hxLoadString(HxModuleHandle handle, std::uint32_t id, wchar_t* buffer, int size) {
-    const HxModuleHandle library = handle ? handle : g_current;
-    const wchar_t* const text = korvex::isLibrary(library) ? findString(*library, id) : nullptr;
+    const wchar_t* const text = korvex::resourceString(handle, id);
     const std::size_t room = size > 0 ? static_cast<std::size_t>(size) : 0;
     return static_cast<int>(korvex::copyText(korvex::viewOf(text), buffer, room));
 }
