@@ -109,12 +109,12 @@ HXSDK_API void DDX_Check(CDataExchange* exchange, const char* id, int& value);
 /// A layout is a Qt Designer file of the resource library that is current when the dialog is made:
 /// ":/<library>/<name>.ui", the library's file name without extension and without "Res" at its end. The
 /// properties of its top widget become those of the dialog, its controls children of the dialog. A text
-/// "@<number>" in it (title, text, tool tip, placeholder, item, header) stands for that string of the library;
-/// one that the library lacks stays as it is. Buttons "IDOK", "IDCANCEL" and "IDHELP" call OnOK, OnCancel and
-/// OnHelp unless the derived class has connected their clicked(); others are connected by the derived class,
-/// by name: connect(GetDlgItem("IDC_BUTTON_NEW"), SIGNAL(clicked()), SLOT(OnButtonNew())). Enter clicks the
-/// default button, "IDOK" when the layout names none. While its DoModal runs, the module of a dialog is not
-/// unloaded.
+/// "@<number>" in it (title, text, tool tip, placeholder, item, header) stands for that string of the
+/// library; one that the library lacks stays as it is. Buttons "IDOK", "IDCANCEL" and "IDHELP" call OnOK,
+/// OnCancel and OnHelp unless the derived class has connected their clicked(); others are connected by the
+/// derived class, by name: connect(GetDlgItem("IDC_BUTTON_NEW"), SIGNAL(clicked()), SLOT(OnButtonNew())).
+/// Enter clicks the default button, "IDOK" when the layout names none. While its DoModal runs, the module of
+/// a dialog is not unloaded.
 class HXSDK_API HxUiBaseDialog : public QDialog, public CWnd {
     Q_OBJECT
 public:
@@ -141,9 +141,9 @@ protected:
     /// Before the dialog is shown. The base class runs UpdateData(false). The result has no effect.
     virtual bool OnInitDialog();
     virtual void DoDataExchange(CDataExchange* exchange);
-    /// Sees each key, mouse, focus and input-method event of the dialog's widgets, and of their popups, before
-    /// they do. One that a widget does not accept comes again with the widget's parent. True: it goes no
-    /// further.
+    /// Sees each key, mouse, focus and input-method event of the dialog's widgets, and of their popups,
+    /// before they do. One that a widget does not accept comes again with the widget's parent. True: it goes
+    /// no further.
     virtual bool PreTranslateMessage(QObject* receiver, QEvent* event);
     bool eventFilter(QObject* receiver, QEvent* event) override;
     void reject() override;

@@ -52,8 +52,9 @@ bool belongsTo(const QWidget* widget, const QWidget* dialog) {
 }
 
 void report(const QWidget& dialog, const char* what) {
-    korvex::log(korvex::Severity::Error,
-                korvex::toWide(QString("The dialog \"%1\" cannot be shown: %2.").arg(dialog.objectName(), what)));
+    korvex::log(
+        korvex::Severity::Error,
+        korvex::toWide(QString("The dialog \"%1\" cannot be shown: %2.").arg(dialog.objectName(), what)));
 }
 
 }  // namespace
@@ -193,7 +194,7 @@ void HxUiBaseDialog::OnOK() {
 void HxUiBaseDialog::OnCancel() { EndDialog(IDCANCEL); }
 
 void HxUiBaseDialog::OnHelp() {
-    const QString text = whatsThis().isEmpty() ? QString("There is no help for \"%1\".").arg(windowTitle())
-                                               : whatsThis();
+    const QString text =
+        whatsThis().isEmpty() ? QString("There is no help for \"%1\".").arg(windowTitle()) : whatsThis();
     MessageBox(korvex::toWide(text).c_str(), nullptr, MB_OK | MB_ICONINFORMATION);
 }

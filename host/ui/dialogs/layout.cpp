@@ -64,8 +64,8 @@ QString resourceFolder() {
 }
 
 QWidget* refuse(const QString& name, const QString& why) {
-    log(Severity::Error, toWide(QString("The layout \"%1\" cannot be used: %2. Install the module again.")
-                                    .arg(name, why)));
+    log(Severity::Error,
+        toWide(QString("The layout \"%1\" cannot be used: %2. Install the module again.").arg(name, why)));
     return nullptr;
 }
 

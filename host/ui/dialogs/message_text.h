@@ -5,8 +5,8 @@
 
 namespace korvex {
 
-/// Plain text that can be selected but not changed, as large as it needs to be; wrapped where it is wide, also
-/// inside of long names; scrolled where it is high.
+/// Plain text that can be selected but not changed, as large as it needs to be; wrapped where it is wide,
+/// also inside of long names; scrolled where it is high.
 class MessageText : public QTextEdit {
 public:
     MessageText(const QString& text, QWidget* parent);

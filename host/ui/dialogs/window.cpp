@@ -28,11 +28,12 @@ void CDataExchange::addMissing(const char* id) {
     }
     const QWidget* const window = m_pDlgWnd->window();
     const QWidget* const control = m_pDlgWnd->GetDlgItem(id);
-    const QString fault = control ? QString("is a %1").arg(control->metaObject()->className())
-                                  : QStringLiteral("is missing");
-    korvex::log(korvex::Severity::Warning,
-                korvex::toWide(QString("The control \"%1\" of the dialog \"%2\" %3. Install the module again.")
-                                   .arg(QString::fromUtf8(id), window ? window->objectName() : QString(), fault)));
+    const QString fault =
+        control ? QString("is a %1").arg(control->metaObject()->className()) : QStringLiteral("is missing");
+    korvex::log(
+        korvex::Severity::Warning,
+        korvex::toWide(QString("The control \"%1\" of the dialog \"%2\" %3. Install the module again.")
+                           .arg(QString::fromUtf8(id), window ? window->objectName() : QString(), fault)));
 }
 
 void DDX_Check(CDataExchange* exchange, const char* id, int& value) {

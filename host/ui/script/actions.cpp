@@ -64,8 +64,9 @@ const std::array<ActionCommand, kActionCount>& actionCommands() {
     static_assert(std::size(kActions) == kActionCount);
     static const auto commands = [] {
         std::array<ActionCommand, kActionCount> all{};
-        std::transform(std::begin(kActions), std::end(kActions), all.begin(),
-                       [](const ActionRow& row) { return ActionCommand{row.name, row.prompt}; });
+        std::transform(std::begin(kActions), std::end(kActions), all.begin(), [](const ActionRow& row) {
+            return ActionCommand{row.name, row.prompt};
+        });
         return all;
     }();
     return commands;
@@ -79,7 +80,8 @@ bool isUsable(QWidget& widget, QString& trouble) {
     } else if (!widget.isEnabled()) {
         trouble = QString("%1 is disabled.").arg(controlLabel(widget));
     }
-    for (QWidget* parent = widget.parentWidget(); parent && !widget.isWindow(); parent = parent->parentWidget()) {
+    for (QWidget* parent = widget.parentWidget(); parent && !widget.isWindow();
+         parent = parent->parentWidget()) {
         if (auto* const area = qobject_cast<QScrollArea*>(parent)) {
             area->ensureWidgetVisible(&widget);
         }
@@ -109,7 +111,8 @@ QString pictureAction(Words words) {
     const QString name = words.restAsWord();
     const NamedObject found = name.isEmpty() ? NamedObject{topmostWindow(), nullptr, {}} : findNamed(name);
     if (!found.widget) {
-        return found.trouble.isEmpty() ? "No window is open that a picture could be taken of." : found.trouble;
+        return found.trouble.isEmpty() ? "No window is open that a picture could be taken of."
+                                       : found.trouble;
     }
     const QPixmap picture = found.widget->grab();
     if (!picture.save(file, "PNG")) {

@@ -179,7 +179,7 @@ std::vector<QModelIndex> shownRows(const QAbstractItemView& view, std::size_t li
 QString cellText(const QModelIndex& index) {
     const QString text = index.data().toString();
     const QVariant tick = index.data(Qt::CheckStateRole);
-    const QString box = !tick.isValid()                      ? QString()
+    const QString box = !tick.isValid()                        ? QString()
                         : tick.toInt() == Qt::Checked          ? QStringLiteral("[x]")
                         : tick.toInt() == Qt::PartiallyChecked ? QStringLiteral("[-]")
                                                                : QStringLiteral("[ ]");

@@ -16,9 +16,8 @@ struct KeyText {
     const char* text;
 };
 constexpr KeyText kKeyTexts[] = {
-    {Qt::Key_Return, "\r"}, {Qt::Key_Enter, "\r"},      {Qt::Key_Tab, "\t"},
-    {Qt::Key_Backtab, "\t"}, {Qt::Key_Backspace, "\b"}, {Qt::Key_Escape, "\x1b"},
-    {Qt::Key_Delete, "\x7f"}, {Qt::Key_Space, " "},
+    {Qt::Key_Return, "\r"},    {Qt::Key_Enter, "\r"},    {Qt::Key_Tab, "\t"},      {Qt::Key_Backtab, "\t"},
+    {Qt::Key_Backspace, "\b"}, {Qt::Key_Escape, "\x1b"}, {Qt::Key_Delete, "\x7f"}, {Qt::Key_Space, " "},
 };
 
 /// What a key types; nothing together with Ctrl, Alt or Meta.
@@ -88,7 +87,8 @@ QString pressAction(Words words) {
         const int combined = sequence.isEmpty() ? int(Qt::Key_unknown) : sequence[0];
         const int key = combined & ~static_cast<int>(Qt::KeyboardModifierMask);
         if (key == Qt::Key_unknown || key == 0) {
-            return QString("There is no key \"%1\". Keys are called like Enter, Ctrl+A, F2, Del, Down.").arg(name);
+            return QString("There is no key \"%1\". Keys are called like Enter, Ctrl+A, F2, Del, Down.")
+                .arg(name);
         }
         const Qt::KeyboardModifiers modifiers(combined & static_cast<int>(Qt::KeyboardModifierMask));
         if (!widget) {

@@ -81,7 +81,8 @@ QString rowText(const QAbstractItemView& view, const QModelIndex& row) {
         isSelected = isSelected || view.selectionModel()->isSelected(index);
     }
     int depth = 0;
-    for (QModelIndex above = row.parent(); above.isValid() && above != view.rootIndex(); above = above.parent()) {
+    for (QModelIndex above = row.parent(); above.isValid() && above != view.rootIndex();
+         above = above.parent()) {
         ++depth;
     }
     return QString(2 * depth, ' ') + cells.join(kGap) + (isSelected ? "  (selected)" : "");
@@ -110,10 +111,10 @@ QString headerValue(const QHeaderView& header) {
     QStringList sections;
     for (const int column : view ? shownColumns(*view) : std::vector<int>()) {
         const bool isSorted = header.isSortIndicatorShown() && header.sortIndicatorSection() == column;
-        sections << columnText(*view, column) +
-                        (!isSorted                                              ? ""
-                         : header.sortIndicatorOrder() == Qt::AscendingOrder ? " (ascending)"
-                                                                                : " (descending)");
+        sections << columnText(*view, column) + (!isSorted ? ""
+                                                 : header.sortIndicatorOrder() == Qt::AscendingOrder
+                                                     ? " (ascending)"
+                                                     : " (descending)");
     }
     return sections.join(kGap);
 }
@@ -206,8 +207,9 @@ QString lookAction(Words words) {
     }
     const NamedObject found = findNamed(name);
     if (found.action) {
-        tell(QString("%1: %2%3").arg(name, quoted(withoutMnemonic(found.action->text())),
-                                     found.action->isEnabled() ? "" : ", disabled"));
+        tell(QString("%1: %2%3")
+                 .arg(name, quoted(withoutMnemonic(found.action->text())),
+                      found.action->isEnabled() ? "" : ", disabled"));
     }
     auto* const view = qobject_cast<QAbstractItemView*>(found.widget);
     if (view && !words.isEmpty()) {

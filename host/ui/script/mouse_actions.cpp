@@ -57,7 +57,8 @@ QPoint middleOf(const QWidget& widget) {
         QStyleOptionGroupBox option;
         option.initFrom(group);
         option.text = group->title();
-        option.subControls = QStyle::SC_GroupBoxCheckBox | QStyle::SC_GroupBoxLabel | QStyle::SC_GroupBoxFrame;
+        option.subControls =
+            QStyle::SC_GroupBoxCheckBox | QStyle::SC_GroupBoxLabel | QStyle::SC_GroupBoxFrame;
         return group->style()
             ->subControlRect(QStyle::CC_GroupBox, &option, QStyle::SC_GroupBoxCheckBox, group)
             .center();
@@ -146,9 +147,8 @@ bool sectionTarget(QHeaderView& header, const QString& item, Target& target, QSt
         return false;
     }
     const int along = header.sectionViewportPosition(section) + header.sectionSize(section) / 2;
-    target = {header.viewport(), header.orientation() == Qt::Horizontal
-                                     ? QPoint(along, header.height() / 2)
-                                     : QPoint(header.width() / 2, along)};
+    target = {header.viewport(), header.orientation() == Qt::Horizontal ? QPoint(along, header.height() / 2)
+                                                                        : QPoint(header.width() / 2, along)};
     return true;
 }
 
@@ -295,7 +295,8 @@ QString chooseInMenu(Holder& holder, const QString& path) {
     if (!below || !trouble.isEmpty()) {
         return trouble;
     }
-    return below->isVisible() ? chooseInMenu(*below, rest) : QString("The menu \"%1\" does not open.").arg(first);
+    return below->isVisible() ? chooseInMenu(*below, rest)
+                              : QString("The menu \"%1\" does not open.").arg(first);
 }
 
 QString chooseInView(QAbstractItemView& view, const QString& item) {

@@ -10,10 +10,10 @@
 #include "sdk/hxdialog.h"
 #include "sdk/hxed.h"
 
-#include <QPushButton>
 #include <QApplication>
 #include <QMenu>
 #include <QPointer>
+#include <QPushButton>
 #include <QThread>
 #include <QTimerEvent>
 

@@ -30,8 +30,8 @@ void runAction() {
 template <std::size_t... at>
 void registerAll(std::index_sequence<at...> /*positions*/) {
     CommandStack& stack = editor().commands();
-    (stack.addCommand(kHostCommandGroup, actionCommands()[at].name, nullptr, kFlags, runAction<at>, nullptr, -1,
-                      nullptr),
+    (stack.addCommand(kHostCommandGroup, actionCommands()[at].name, nullptr, kFlags, runAction<at>, nullptr,
+                      -1, nullptr),
      ...);
 }
 

@@ -31,7 +31,8 @@ Word Words::next() {
 
 QString Words::restAsWord() const {
     const QString text = m_rest.trimmed();
-    const bool isEnclosed = text.size() >= 2 && text.startsWith('"') && text.indexOf('"', 1) == text.size() - 1;
+    const bool isEnclosed =
+        text.size() >= 2 && text.startsWith('"') && text.indexOf('"', 1) == text.size() - 1;
     return isEnclosed ? text.mid(1, text.size() - 2) : text;
 }
 
