@@ -6,6 +6,8 @@
 #include "host/editor/command_processor.h"
 #include "host/editor/documents.h"
 #include "host/editor/editor.h"
+#include "host/ui/script/script_driver.h"
+#include "host/ui/script/ui_commands.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -151,6 +153,8 @@ int runSession(const Options& options) {
         printError((severity == Severity::Note ? "note: " : "") + toQt(message));
     });
     host.setIdleHandler([] { QCoreApplication::processEvents(); });
+    startUiCommands();
+    setUnattended(true);
     bool good = loadModules(options);
     if (good && openFiles(options.files) && queueScripts(options.scripts)) {
         host.processor().runAll();

@@ -110,9 +110,8 @@ void MessageBox::addIcon() {
         return;
     }
     const int size = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
-    const double ratio = devicePixelRatioF();
-    QPixmap picture = icon.pixmap(QSize(size, size) * ratio);
-    picture.setDevicePixelRatio(ratio);
+    QPixmap picture = icon.pixmap(QSize(size, size) * devicePixelRatioF());
+    picture.setDevicePixelRatio(picture.width() / double(size));
     auto* const label = new QLabel(this);
     label->setObjectName("MessageIcon");
     label->setPixmap(picture);
