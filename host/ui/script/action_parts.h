@@ -3,6 +3,8 @@
 
 #include "host/ui/script/words.h"
 
+#include <functional>
+
 class QWidget;
 
 namespace korvex {
@@ -22,6 +24,9 @@ QString endAction(Words words);
 QWidget* usableControl(Words& words, QString& trouble);
 /// The same for one that is known.
 bool isUsable(QWidget& widget, QString& trouble);
+
+/// Lets the event loop run until something holds, `most` milliseconds at most.
+void letTimePass(int most, const std::function<bool()>& until);
 
 /// A message on the command line.
 void tell(const QString& text);

@@ -7,12 +7,12 @@
 #include "host/ui/script/widget_names.h"
 #include "sdk/hxdialog.h"
 
-#include <QEventLoop>
+#include <QDeadlineTimer>
 #include <QFileInfo>
 #include <QMenu>
 #include <QPixmap>
 #include <QScrollArea>
-#include <QTimer>
+#include <QThread>
 #include <QWidget>
 
 namespace korvex {
@@ -20,6 +20,7 @@ namespace korvex {
 namespace {
 
 constexpr int kLongestDelay = 60000;
+constexpr long long kPatienceStep = 5;
 
 struct ActionRow {
     const wchar_t* name;
@@ -73,6 +74,15 @@ const std::array<ActionCommand, kActionCount>& actionCommands() {
 }
 
 void tell(const QString& text) { editor().console().message(toWide(text)); }
+
+void letTimePass(int most, const std::function<bool()>& until) {
+    const QDeadlineTimer end(most);
+    // No loop of its own: in that the next line would have its turn.
+    while (!until() && !end.hasExpired()) {
+        QCoreApplication::processEvents();
+        QThread::msleep(static_cast<unsigned long>(std::clamp(end.remainingTime(), 0LL, kPatienceStep)));
+    }
+}
 
 bool isUsable(QWidget& widget, QString& trouble) {
     if (!widget.isVisible()) {
@@ -131,9 +141,7 @@ QString delayAction(Words words) {
             .arg(words.restAsWord())
             .arg(kLongestDelay);
     }
-    QEventLoop loop;
-    QTimer::singleShot(delay, &loop, &QEventLoop::quit);
-    loop.exec();
+    letTimePass(delay, [] { return false; });
     return {};
 }
 

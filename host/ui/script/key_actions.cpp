@@ -3,6 +3,7 @@
 #include "host/ui/script/real_events.h"
 #include "host/ui/script/widget_names.h"
 
+#include <QAbstractButton>
 #include <QKeySequence>
 #include <QPointer>
 #include <QWidget>
@@ -10,6 +11,8 @@
 namespace korvex {
 
 namespace {
+
+constexpr int kButtonDelay = 500;  ///< in milliseconds, more than enough
 
 struct KeyText {
     int key;
@@ -40,6 +43,16 @@ QString textOf(int key, Qt::KeyboardModifiers modifiers) {
 /// The key that types a character.
 int keyOf(const QString& character) {
     return character.size() == 1 ? character.at(0).toUpper().unicode() : int(Qt::Key_unknown);
+}
+
+/// A button that a mnemonic presses comes up again, and is clicked, a little later.
+void waitForButtons() {
+    letTimePass(kButtonDelay, [] {
+        const QWidget* const window = topmostWindow();
+        const auto buttons = window ? window->findChildren<QAbstractButton*>() : QList<QAbstractButton*>();
+        return std::none_of(buttons.begin(), buttons.end(),
+                            [](const QAbstractButton* button) { return button->isDown(); });
+    });
 }
 
 /// A character that two code units make up stays whole.
@@ -95,6 +108,9 @@ QString pressAction(Words words) {
             return QString("What had the keyboard is gone before the key %1.").arg(name);
         }
         pressKey(*widget, key, modifiers, textOf(key, modifiers));
+        if (modifiers & Qt::AltModifier) {
+            waitForButtons();
+        }
     }
     return {};
 }

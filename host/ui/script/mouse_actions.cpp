@@ -25,6 +25,9 @@ namespace korvex {
 
 namespace {
 
+/// How long a sub-menu may take to open, in milliseconds.
+constexpr int kMenuDelay = 1000;
+
 /// Where to click: a point of a widget.
 struct Target {
     QPointer<QWidget> widget;
@@ -295,6 +298,7 @@ QString chooseInMenu(Holder& holder, const QString& path) {
     if (!below || !trouble.isEmpty()) {
         return trouble;
     }
+    letTimePass(kMenuDelay, [below] { return below->isVisible(); });
     return below->isVisible() ? chooseInMenu(*below, rest)
                               : QString("The menu \"%1\" does not open.").arg(first);
 }

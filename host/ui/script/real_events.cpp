@@ -69,6 +69,7 @@ void focusOn(QWidget& widget) {
     if (QApplication::activeWindow() != window && window->windowType() != Qt::Popup) {
         window->activateWindow();
         QApplication::setActiveWindow(window);
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);  // the platform tells it later
     }
     if (!widget.hasFocus()) {
         widget.setFocus(Qt::OtherFocusReason);

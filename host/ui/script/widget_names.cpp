@@ -173,7 +173,7 @@ QString nothingNamed(const List<QWidget>& widgets, const QString& name) {
     near.erase(std::unique(near.begin(), near.end()), near.end());
     QStringList hints;
     for (const auto& [difference, hint] : near) {
-        if (hints.size() < kHintCount && difference <= std::max(2, wanted.size() / 2)) {
+        if (hints.size() < kHintCount && difference <= std::max(2, wanted.size() / 3)) {
             hints << hint;
         }
     }
