@@ -43,8 +43,10 @@ void takePercentCode(const std::wstring& text, std::size_t& at, std::wstring& ou
         out += code;
     } else {
         at = end;
+        // 127 to 129 are signs of the fonts that such texts were written for
+        constexpr wchar_t kSigns[] = {kDegreeSign, kPlusMinus, kDiameter};
         if (number >= 32) {
-            out += static_cast<wchar_t>(number);
+            out += number >= 127 && number <= 129 ? kSigns[number - 127] : static_cast<wchar_t>(number);
         }
     }
 }
@@ -166,9 +168,11 @@ TextAlong alongOf(int vertical) {
     }
 }
 
-/// Mirrored texts (group 71: 2 backwards, 4 upside down) run the other way from their anchor.
-HxGeMatrix3d generation(int flags) {
-    return HxGeMatrix3d::scaling(flags & 2 ? -1 : 1, flags & 4 ? -1 : 1, 1);
+/// Mirrored texts (group 71: 2 backwards, 4 upside down) run the other way from their anchor; those that fill a
+/// span stay in it.
+HxGeMatrix3d generation(int flags, double span) {
+    return HxGeMatrix3d::translation({flags & 2 ? span : 0, 0}) *
+           HxGeMatrix3d::scaling(flags & 2 ? -1 : 1, flags & 4 ? -1 : 1, 1);
 }
 
 /// Anchor, direction and alignment of a text of one line.
@@ -188,7 +192,7 @@ void setLine(TextContent& content, const EntityFields& fields, int vertical) {
         content.span = std::hypot(along.x, along.y);
     }
     content.placement = fields.plane() * HxGeMatrix3d::translation({anchor.x, anchor.y, anchor.z}) *
-                        HxGeMatrix3d::rotationZ(rotation) * generation(fields.integer(71));
+                        HxGeMatrix3d::rotationZ(rotation) * generation(fields.integer(71), content.span);
 }
 
 /// The plane of a paragraph: turned by an angle, or along a direction.

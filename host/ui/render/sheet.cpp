@@ -19,47 +19,72 @@ struct PlotSettings {
     double paperUnits = 1, drawingUnits = 1;  ///< the scale
     long long units = 1;                      ///< 0 inches, 1 millimetres
     long long quarterTurns = 0;
+    Point2 lowLimit, highLimit;  ///< of the layout
+
+    Box limits() const {
+        const bool sound = lowLimit.x < highLimit.x && lowLimit.y < highLimit.y;
+        return sound ? Box{{lowLimit.x, highLimit.x}, {lowLimit.y, highLimit.y}} : Box();
+    }
 };
+
+void readPlot(const GroupCursor& group, PlotSettings& settings) {
+    switch (group.code()) {
+    case 40: settings.left = group.asReal(); break;
+    case 41: settings.bottom = group.asReal(); break;
+    case 42: settings.right = group.asReal(); break;
+    case 43: settings.top = group.asReal(); break;
+    case 44: settings.width = group.asReal(); break;
+    case 45: settings.height = group.asReal(); break;
+    case 72: settings.units = group.asInteger(); break;
+    case 73: settings.quarterTurns = group.asInteger(); break;
+    case 142: settings.paperUnits = group.asReal(); break;
+    case 143: settings.drawingUnits = group.asReal(); break;
+    default: break;
+    }
+}
+
+void readLimits(const GroupCursor& group, PlotSettings& settings) {
+    switch (group.code()) {
+    case 10: settings.lowLimit.x = group.asReal(); break;
+    case 20: settings.lowLimit.y = group.asReal(); break;
+    case 11: settings.highLimit.x = group.asReal(); break;
+    case 21: settings.highLimit.y = group.asReal(); break;
+    default: break;
+    }
+}
 
 PlotSettings readSettings(HxDbStub& layout) {
     PlotSettings settings;
+    bool isPlot = true;
     const EntityGroups groups = entityGroups(layout);
     for (EntityCursor cursor(groups.groups, groups.format); cursor.next();) {
-        switch (cursor.code()) {
-        case 40: settings.left = cursor->asReal(); break;
-        case 41: settings.bottom = cursor->asReal(); break;
-        case 42: settings.right = cursor->asReal(); break;
-        case 43: settings.top = cursor->asReal(); break;
-        case 44: settings.width = cursor->asReal(); break;
-        case 45: settings.height = cursor->asReal(); break;
-        case 72: settings.units = cursor->asInteger(); break;
-        case 73: settings.quarterTurns = cursor->asInteger(); break;
-        case 142: settings.paperUnits = cursor->asReal(); break;
-        case 143: settings.drawingUnits = cursor->asReal(); break;
-        case 100:
-            if (cursor->raw() == "AcDbLayout") {
-                return settings;
-            }
-            break;
-        default: break;
+        if (cursor.code() == 100) {
+            isPlot = cursor->raw() != "AcDbLayout";
         }
+        isPlot ? readPlot(*cursor, settings) : readLimits(*cursor, settings);
     }
     return settings;
 }
 
-/// The origin of a layout is where the printable part of its sheet begins.
+/// The origin of a layout is where the printable part of its sheet begins. Turned sheets have their margins
+/// turned with them.
 Box sheetBox(PlotSettings s, double unitsPerMillimetre) {
     for (long long turn = 0; turn < (s.quarterTurns & 3); ++turn) {
         const double left = s.left;
-        s.left = s.bottom;
-        s.bottom = s.right;
-        s.right = s.top;
-        s.top = left;
+        s.left = s.top;
+        s.top = s.right;
+        s.right = s.bottom;
+        s.bottom = left;
         std::swap(s.width, s.height);
     }
     const Box box{{-s.left * unitsPerMillimetre, (s.width - s.left) * unitsPerMillimetre},
                   {-s.bottom * unitsPerMillimetre, (s.height - s.bottom) * unitsPerMillimetre}};
     return s.width > 0 && s.height > 0 && box.isBounded() ? box : Box();
+}
+
+bool isSameSize(const Box& a, const Box& b) {
+    const auto near = [](double x, double y) { return std::fabs(x - y) <= 0.005 * std::fabs(y); };
+    return near(a.x.size(), b.x.size()) && near(a.y.size(), b.y.size());
 }
 
 HxDbStub* layoutOf(HxDbStub& space) {
@@ -99,6 +124,11 @@ Sheet sheetOf(const HxDbDatabase& database, HxDbStub& paper) {
             (settings.units == 0 ? 1 / 25.4 : 1) * (std::isfinite(scale) && scale > 0 ? scale : 1);
         sheet.millimetres = 1 / perMillimetre;
         sheet.paper = sheetBox(settings, perMillimetre);
+        // The limits tell where the sheet lies; those that are not as large as it tell something else.
+        const Box limits = settings.limits();
+        if (sheet.paper.isEmpty() || isSameSize(limits, sheet.paper)) {
+            sheet.paper = limits;
+        }
     }
     if (sheet.paper.isEmpty()) {
         sheet.paper = limitsOfPaper(database);
