@@ -97,20 +97,6 @@ Shape faceShape(const EntityFields& fields) {
     return curves(std::move(path));
 }
 
-/// An image or a mask: its frame, from the insertion point along the vectors of one pixel.
-Shape imageShape(const EntityFields& fields) {
-    const HxGePoint3d origin = fields.point(10);
-    const HxGeVector3d width = fields.vector(11) * fields.point(13).x;
-    const HxGeVector3d height = fields.vector(12) * fields.point(13).y;
-    Path path;
-    path.moveTo(origin);
-    path.lineTo(origin + width);
-    path.lineTo(origin + width + height);
-    path.lineTo(origin + height);
-    path.close();
-    return curves(std::move(path));
-}
-
 Shape reference(BlockPlacement placement) {
     Shape shape;
     const bool usable = isUsable(placement.position) && isUsable(placement.scale) &&
@@ -243,8 +229,6 @@ constexpr FieldsReader kFieldsReaders[] = {
     {"ACAD_TABLE", tableShape},
     {"RAY", rayShape},
     {"XLINE", xlineShape},
-    {"IMAGE", imageShape},
-    {"WIPEOUT", imageShape},
     {"3DLINE", lineShape},
 };
 
@@ -253,8 +237,13 @@ struct GroupsReader {
     Shape (*read)(std::string_view groups, const GroupFormat& format);
 };
 constexpr GroupsReader kGroupsReaders[] = {
-    {"LWPOLYLINE", lightPolylineShape}, {"HATCH", hatchShape},   {"SPLINE", splineShape},
-    {"VIEWPORT", viewportShape},        {"LEADER", leaderShape},
+    {"LWPOLYLINE", lightPolylineShape},
+    {"HATCH", hatchShape},
+    {"SPLINE", splineShape},
+    {"VIEWPORT", viewportShape},
+    {"LEADER", leaderShape},
+    {"IMAGE", imageShape},
+    {"WIPEOUT", maskShape},
 };
 
 template <class Reader, std::size_t n>

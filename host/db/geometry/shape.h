@@ -87,6 +87,8 @@ struct Shape {
     Filling filling = Filling::none;
     /// An attribute definition: drawn where it stands, left out where its block is inserted.
     bool isTemplate = false;
+    /// A WIPEOUT: covers what was drawn before it; the path is its frame.
+    bool isMask = false;
     Path path;
     std::shared_ptr<const BlockPlacement> placement;
     std::shared_ptr<const ViewportWindow> window;

@@ -33,6 +33,10 @@ Shape polylineShape(std::string_view groups, const std::vector<EntityRecord>& ve
 /// The boundary of a HATCH; filled when it is a solid one.
 Shape hatchShape(std::string_view groups, const GroupFormat& format);
 
+/// IMAGE and WIPEOUT: the frame, or what it is clipped to.
+Shape imageShape(std::string_view groups, const GroupFormat& format);
+Shape maskShape(std::string_view groups, const GroupFormat& format);
+
 /// TEXT, ATTRIB, ATTDEF, MTEXT: boxes by the measure of an average font.
 Shape lineTextShape(const EntityFields& fields, std::string_view type);
 Shape paragraphShape(const EntityFields& fields);

@@ -168,8 +168,8 @@ TextAlong alongOf(int vertical) {
     }
 }
 
-/// Mirrored texts (group 71: 2 backwards, 4 upside down) run the other way from their anchor; those that fill a
-/// span stay in it.
+/// Mirrored texts (group 71: 2 backwards, 4 upside down) run the other way from their anchor; those that fill
+/// a span stay in it.
 HxGeMatrix3d generation(int flags, double span) {
     return HxGeMatrix3d::translation({flags & 2 ? span : 0, 0}) *
            HxGeMatrix3d::scaling(flags & 2 ? -1 : 1, flags & 4 ? -1 : 1, 1);

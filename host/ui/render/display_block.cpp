@@ -60,6 +60,9 @@ DisplayKind kindOf(const Shape& shape) {
     case Filling::any: return DisplayKind::band;
     case Filling::none: break;
     }
+    if (shape.isMask) {
+        return DisplayKind::mask;
+    }
     return isEndless(shape.path) ? DisplayKind::endless : DisplayKind::lines;
 }
 
@@ -114,10 +117,10 @@ void DisplayBlock::readReference(DisplayItem& item, HxDbStub& entity, const Shap
     const BlockPlacement& placement = *shape.placement;
     const ReferencedBlock block = referencedBlock(*entity.database, placement);
     reference.block = block.record;
-    reference.base = block.base;
     reference.firstCell = placement.cell(block.base, 0, 0);
     if (placement.rows > 1 || placement.columns > 1) {
-        reference.array = shape.placement;
+        reference.array =
+            std::make_unique<DisplayReference::Array>(DisplayReference::Array{shape.placement, block.base});
     }
     forEachSubEntity(entity, [&reference](HxDbStub&) { reference.hasAttributes = true; });
     item.kind = DisplayKind::reference;

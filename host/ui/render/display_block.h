@@ -18,6 +18,7 @@ enum class DisplayKind : std::uint8_t {
     lines,      ///< runs of points
     arc,        ///< one circular or elliptic arc in a plane of constant z
     area,       ///< runs that bound a filled area, by the odd-even rule
+    mask,       ///< runs that bound an area in the colour of the ground
     band,       ///< runs that each bound a filled area (polylines with width)
     dots,       ///< single points
     endless,    ///< rays and construction lines: their shape is made when it is drawn
@@ -41,11 +42,17 @@ struct DisplayItem {
 
 /// An INSERT, DIMENSION or table.
 struct DisplayReference {
+    /// A rectangle of cells.
+    struct Array {
+        std::shared_ptr<const BlockPlacement> placement;
+        HxGePoint3d base;
+
+        HxGeMatrix3d cell(int column, int row) const { return placement->cell(base, column, row); }
+    };
     HxDbStub* block = nullptr;  ///< the block record; null when the drawing has none of the name
-    HxGePoint3d base;
     HxGeMatrix3d firstCell;
+    std::unique_ptr<const Array> array;  ///< null for a single cell
     bool hasAttributes = false;
-    std::shared_ptr<const BlockPlacement> array;  ///< null for a single cell
 };
 
 class DisplayBlock {

@@ -132,11 +132,14 @@ void SceneWalk::fillRuns(const std::vector<Polyline2>& given, const DisplayItem&
         }
     }
     constexpr double kTiny = 2;
-    if (covered > kTiny) {
-        m_canvas.fill(runs, item.kind == DisplayKind::area);
-    }
     CanvasPen pen = m_canvas.pen();
-    if (pen.alpha == 255 || covered <= kTiny) {
+    if (covered > kTiny) {
+        if (item.kind == DisplayKind::mask) {
+            m_canvas.setPen({m_settings.ground, 255, 1, false});
+        }
+        m_canvas.fill(runs, item.kind != DisplayKind::band);
+    }
+    if (pen.alpha == 255 || covered <= kTiny || item.kind == DisplayKind::mask) {
         pen.width = m_settings.hairline;
         m_canvas.setPen(pen);
         for (Polyline2& run : runs) {
@@ -186,7 +189,7 @@ void SceneWalk::drawShape(const Place& place, HxDbStub& entity, const DisplayIte
     m_budget.left -= kShapeWork;
     m_runs.clear();
     flatten(shapeOf(entity).path, place.toDevice, kTolerance, m_window, m_runs);
-    if (item.kind == DisplayKind::area || item.kind == DisplayKind::band) {
+    if (item.kind == DisplayKind::area || item.kind == DisplayKind::band || item.kind == DisplayKind::mask) {
         fillRuns(m_runs, item);
         return;
     }
@@ -196,8 +199,49 @@ void SceneWalk::drawShape(const Place& place, HxDbStub& entity, const DisplayIte
 }
 
 void SceneWalk::drawDots(const Place& place, const DisplayItem& item) {
+    const double size =
+        m_settings.pointUnits > 0 ? m_settings.pointUnits * place.stretch : m_settings.pointSize;
     forEachRun(place.display.numbers(item), item, ToPlane(place.toDevice), m_points,
-               [&](const Polyline2& run) { m_canvas.dot(run.front()); });
+               [&](const Polyline2& run) { drawPoint(run.front(), std::min(size, 1e5)); });
+}
+
+/// As $PDMODE tells: 0 a dot, 1 nothing, 2 a plus, 3 a cross, 4 a tick; 32 a circle and 64 a square around
+/// it.
+void SceneWalk::drawPoint(Point2 at, double size) {
+    const int figure = m_settings.pointMode & 15;
+    const double half = size / 2;
+    const auto arm = [&](double x0, double y0, double x1, double y1) {
+        m_canvas.line({at.x + x0, at.y + y0}, {at.x + x1, at.y + y1});
+    };
+    switch (figure) {
+    case 1: break;
+    case 2:
+        arm(-size, 0, size, 0);
+        arm(0, -size, 0, size);
+        break;
+    case 3:
+        arm(-size, -size, size, size);
+        arm(-size, size, size, -size);
+        break;
+    case 4: arm(0, 0, 0, -half); break;
+    default: m_canvas.dot(at); break;
+    }
+    if (m_settings.pointMode & 32) {
+        constexpr int kSides = 16;
+        constexpr double kStep = 6.283185307179586 / kSides;
+        Polyline2 circle;
+        for (int i = 0; i <= kSides; ++i) {
+            circle.push_back({at.x + half * std::cos(kStep * i), at.y + half * std::sin(kStep * i)});
+        }
+        m_canvas.polyline(circle);
+    }
+    if (m_settings.pointMode & 64) {
+        m_canvas.polyline({{at.x - half, at.y - half},
+                           {at.x + half, at.y - half},
+                           {at.x + half, at.y + half},
+                           {at.x - half, at.y + half},
+                           {at.x - half, at.y - half}});
+    }
 }
 
 void SceneWalk::drawText(const Place& place, const TextRun& run) {

@@ -43,6 +43,8 @@ struct DeviceWindow {
         painter.drawImage(where, image, QRectF(image.rect()));
     }
 
+    void narrow(const QRect& part) { rect = rect.intersected(part.translated(rect.topLeft())); }
+
     QTransform toDevice;
     QRect rect;
     double scale = 1;
@@ -82,6 +84,8 @@ public:
         m_settings.hairline = std::max(1.0, std::floor(scale + 0.25));
         m_settings.linetypeScale = headerReal(m_database, L"$LTSCALE", 1);
         m_settings.pixelsPerMillimetre = style.lineweights ? style.pixelsPerMillimetre * scale : 0;
+        m_settings.ground = (m_isPaper ? style.paper : style.background).rgb();
+        readPointStyle(scale);
         if (m_isPaper) {
             m_sheet = sheetOf(m_database, m_space);
             const double stretch = std::hypot(toDevice.entry[0][0], toDevice.entry[1][0]);
@@ -131,6 +135,18 @@ public:
     }
 
 private:
+    /// Sizes that are relative to the screen are taken to be of a fixed one: the window may be a part of it.
+    void readPointStyle(double scale) {
+        constexpr double kUsual = 10;
+        constexpr double kScreen = 800;
+        m_settings.pointMode = static_cast<int>(headerInteger(m_database, L"$PDMODE", 0));
+        std::vector<HeaderGroup> groups;
+        const bool known = headerValue(m_database, L"$PDSIZE", groups) && !groups.empty();
+        const double size = known && std::isfinite(groups[0].real) ? groups[0].real : 0;
+        m_settings.pointUnits = std::max(size, 0.0);
+        m_settings.pointSize = scale * (size < 0 ? std::min(-size / 100 * kScreen, kScreen) : kUsual);
+    }
+
     void drawSheet() {
         if (m_sheet.paper.isEmpty()) {
             m_canvas.painter().fillRect(m_canvas.image().rect(), m_style.paper);
@@ -243,6 +259,47 @@ private:
     WorkBudget m_budget;
 };
 
+using StubPath = std::vector<HxDbStub*>;
+
+/// Those whose objects are all there.
+std::vector<StubPath> soundPaths(const std::vector<std::vector<HxDbObjectId>>& paths) {
+    std::vector<StubPath> all;
+    for (const std::vector<HxDbObjectId>& path : paths) {
+        StubPath stubs;
+        for (const HxDbObjectId& id : path) {
+            if (id.stub() && isAlive(*id.stub())) {
+                stubs.push_back(id.stub());
+            }
+        }
+        if (!stubs.empty() && stubs.size() == path.size()) {
+            all.push_back(std::move(stubs));
+        }
+    }
+    return all;
+}
+
+/// The pixels that the outermost objects cover; everything when they are not all of the space itself.
+QRect boundsOf(const std::vector<StubPath>& paths, HxDbStub& space, const HxGeMatrix3d& toDevice,
+               double scale) {
+    constexpr double kMost = 1e6;
+    const QRect everything = pixels(Box{{-kMost, kMost}, {-kMost, kMost}});
+    const std::vector<Box3d>& boxes = geometryCache().of(space).boxes;
+    Box covered;
+    for (const StubPath& path : paths) {
+        const HxDbStub& outermost = *path.back();
+        if (outermost.owner != &space || outermost.position >= boxes.size()) {
+            return everything;
+        }
+        const Box3d& box = boxes[outermost.position];
+        if (!box.isBounded()) {
+            return everything;
+        }
+        covered.add(box.inView(toDevice));
+    }
+    const int margin = static_cast<int>(std::ceil(32 * scale));
+    return covered.isEmpty() ? QRect() : pixels(covered).adjusted(-margin, -margin, margin, margin);
+}
+
 bool isDrawable(const SceneView& view) {
     const HxDbStub* space = view.space.stub();
     return view.database && space && space->database == view.database && space->contents && !space->erased;
@@ -277,23 +334,29 @@ void ScenePainter::paint(QPainter& painter, const QRectF& window, const SceneVie
 
 void ScenePainter::paintHighlighted(QPainter& painter, const QRectF& window, const SceneView& view,
                                     const SceneStyle& style, const std::vector<HxDbObjectId>& path) {
-    const DeviceWindow device(painter, window);
-    std::vector<HxDbStub*> stubs;
-    for (const HxDbObjectId& id : path) {
-        if (!id.stub() || !isAlive(*id.stub())) {
-            return;
-        }
-        stubs.push_back(id.stub());
-    }
-    if (stubs.empty() || device.rect.isEmpty() || !isDrawable(view)) {
+    paintHighlighted(painter, window, view, style, std::vector<std::vector<HxDbObjectId>>{path});
+}
+
+void ScenePainter::paintHighlighted(QPainter& painter, const QRectF& window, const SceneView& view,
+                                    const SceneStyle& style,
+                                    const std::vector<std::vector<HxDbObjectId>>& paths) {
+    DeviceWindow device(painter, window);
+    const std::vector<StubPath> all = soundPaths(paths);
+    if (all.empty() || device.rect.isEmpty() || !isDrawable(view)) {
         return;
     }
     geometryCache().refresh();
     m_imp->cache.refresh();
+    device.narrow(boundsOf(all, *view.space.stub(), device.matrix(view), device.scale));
+    if (device.rect.isEmpty()) {
+        return;
+    }
     m_imp->highlight.begin(device.rect.size(), 0);
-    ScenePicture(m_imp->highlight, m_imp->clipped, m_imp->cache, view, style, device.matrix(view),
-                 device.scale)
-        .drawHighlighted(stubs);
+    ScenePicture picture(m_imp->highlight, m_imp->clipped, m_imp->cache, view, style, device.matrix(view),
+                         device.scale);
+    for (const StubPath& path : all) {
+        picture.drawHighlighted(path);
+    }
     m_imp->highlight.end();
     device.show(painter, m_imp->highlight.image());
 }

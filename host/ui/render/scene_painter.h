@@ -58,6 +58,10 @@ public:
     void paintHighlighted(QPainter& painter, const QRectF& window, const SceneView& view,
                           const SceneStyle& style, const std::vector<HxDbObjectId>& path);
 
+    /// The same for many objects at once, which costs far less than one after the other.
+    void paintHighlighted(QPainter& painter, const QRectF& window, const SceneView& view,
+                          const SceneStyle& style, const std::vector<std::vector<HxDbObjectId>>& paths);
+
     /// False when the last paint left something out because the drawing holds too much for one paint.
     bool isComplete() const;
     /// Memory that is kept for the drawings.

@@ -55,10 +55,10 @@ bool isMost(const Box3d& part, const Box3d& whole) {
 SceneWalk::SceneWalk(Canvas& canvas, DisplayCache& cache, LookRules& rules, const WalkSettings& settings,
                      WorkBudget& budget)
     : m_canvas(canvas), m_cache(cache), m_rules(rules), m_settings(settings), m_budget(budget) {
-    constexpr double kMargin = 4;
+    const double margin = 4 + 2 * settings.pointSize;
     const QRect& clip = canvas.clip();
-    m_window = {{clip.left() - kMargin, clip.left() + clip.width() + kMargin},
-                {clip.top() - kMargin, clip.top() + clip.height() + kMargin}};
+    m_window = {{clip.left() - margin, clip.left() + clip.width() + margin},
+                {clip.top() - margin, clip.top() + clip.height() + margin}};
 }
 
 void SceneWalk::drawSpace(HxDbStub& space, const HxGeMatrix3d& toDevice) {
@@ -115,7 +115,7 @@ void SceneWalk::visit(const Place& place, std::size_t at, const Box3d& box) {
         (item.kind == DisplayKind::frame && !m_settings.drawsFrames)) {
         return;
     }
-    if (size < kPixel && item.kind != DisplayKind::reference) {
+    if (size < kPixel && item.kind != DisplayKind::reference && item.kind != DisplayKind::dots) {
         const ResolvedLook& look = m_rules.look(place.context, place.table, place.display, item.look);
         if (!look.isHidden) {
             usePen(look);
@@ -167,7 +167,7 @@ SceneWalk::Inside SceneWalk::enter(const Place& place, const DisplayReference& r
 
 void SceneWalk::drawReference(const Place& place, HxDbStub& entity, const DisplayItem& item,
                               const ResolvedLook& look, double size) {
-    const DisplayReference reference = place.display.reference(item);
+    const DisplayReference& reference = place.display.reference(item);
     const Inside inside = enter(place, reference, look);
     if (inside.contents && size < 2 * kPixel) {
         int looks = kTokenLooks;
@@ -194,13 +194,12 @@ void SceneWalk::drawCell(const Inside& inside, const HxGeMatrix3d& toDevice) {
 void SceneWalk::drawCells(const Place& place, const DisplayReference& reference, const Inside& inside) {
     const Box3d extents = geometryCache().of(*inside.contents).extents();
     const CellRange cells =
-        cellsTouching(*reference.array, reference.base, extents, place.toDevice, m_window);
+        cellsTouching(*reference.array->placement, reference.array->base, extents, place.toDevice, m_window);
     const HxGeMatrix3d first = place.toDevice * reference.firstCell;
     const double size = sizeOf(seen(extents, first));
     const auto stride = [&](int column, int row) {
         const HxGeVector3d step =
-            place.toDevice * (reference.array->cell(reference.base, column, row) * HxGePoint3d()) -
-            first * HxGePoint3d();
+            place.toDevice * (reference.array->cell(column, row) * HxGePoint3d()) - first * HxGePoint3d();
         const double length = std::hypot(step.x, step.y);
         return length > 0 && length < kPixel ? static_cast<int>(std::min(std::ceil(kPixel / length), 32767.0))
                                              : 1;
@@ -215,7 +214,7 @@ void SceneWalk::drawCells(const Place& place, const DisplayReference& reference,
             if (m_budget.isSpent()) {
                 return;
             }
-            const HxGeMatrix3d cell = place.toDevice * reference.array->cell(reference.base, column, row);
+            const HxGeMatrix3d cell = place.toDevice * reference.array->cell(column, row);
             if (size >= 2 * kPixel) {
                 drawCell(inside, cell);
             } else if (mark) {
@@ -312,7 +311,7 @@ void SceneWalk::drawPathIn(HxDbStub& contents, const std::vector<HxDbStub*>& pat
         return;
     }
     const ResolvedLook& look = m_rules.look(context, place.table, display, item.look);
-    const DisplayReference reference = display.reference(item);
+    const DisplayReference& reference = display.reference(item);
     if (path[at - 1]->subEntity && path[at - 1]->owner == &entity) {
         drawAttribute(place, *path[at - 1], m_rules.inside(context, look, nullptr));
         return;
@@ -321,11 +320,13 @@ void SceneWalk::drawPathIn(HxDbStub& contents, const std::vector<HxDbStub*>& pat
     if (!inside.contents) {
         return;
     }
-    const BlockPlacement* array = reference.array.get();
-    for (int row = 0; row < (array ? array->rows : 1); ++row) {
-        for (int column = 0; column < (array ? array->columns : 1) && !m_budget.isSpent(); ++column) {
+    const DisplayReference::Array* array = reference.array.get();
+    const int columns = array ? array->placement->columns : 1;
+    const int rows = array ? array->placement->rows : 1;
+    for (int row = 0; row < rows; ++row) {
+        for (int column = 0; column < columns && !m_budget.isSpent(); ++column) {
             m_budget.left -= kCellWork;
-            const HxGeMatrix3d cell = array ? array->cell(reference.base, column, row) : reference.firstCell;
+            const HxGeMatrix3d cell = array ? array->cell(column, row) : reference.firstCell;
             drawPathIn(*inside.contents, path, at - 1, toDevice * cell, *inside.context, inside.level);
         }
     }

@@ -19,7 +19,10 @@ struct WalkSettings {
     double hairline = 1;                   ///< device pixels of a line without weight
     double pixelsPerMillimetre = 0;        ///< device pixels, for lineweights; 0: all lines are hairlines
     double linetypeScale = 1;              ///< of all patterns
-    QRgb background = 0;                   ///< for marks in place of text that is too small
+    QRgb ground = 0;                       ///< what masks cover with
+    int pointMode = 0;                     ///< $PDMODE
+    double pointSize = 0;                  ///< of points in device pixels, or
+    double pointUnits = 0;                 ///< in drawing units, when above 0
     bool drawsFrames = false;              ///< of viewports: on paper
     const ResolvedLook* forced = nullptr;  ///< all is drawn with this look
     double extraWidth = 0;                 ///< device pixels added to every line
@@ -89,6 +92,7 @@ private:
     void drawArc(const Place& place, HxDbStub& entity, const DisplayItem& item, const ResolvedLook& look);
     void drawShape(const Place& place, HxDbStub& entity, const DisplayItem& item, const ResolvedLook& look);
     void drawDots(const Place& place, const DisplayItem& item);
+    void drawPoint(Point2 at, double size);
     void drawText(const Place& place, const TextRun& run);
     void drawTextLine(const TextRun::Line& line, const QTransform& plane, double height);
     void drawMark(const TextRun::Line& line, const QTransform& plane);
