@@ -1,6 +1,13 @@
 // Commands during which layers are not edited in the palette and the dialog.
 #include "blocking_commands.h"
 
+#include "palette_doc_reactor.h"
+
+#include "frame/module_state.h"
+#include "frame/resource_text.h"
+
+#include "hxdialog.h"
+
 #include <algorithm>
 #include <iterator>
 #include <string_view>
@@ -17,4 +24,14 @@ constexpr std::wstring_view kBlocking[] = {
 bool isNeedBlockCommand(const wchar_t* globalCommandName) {
     return globalCommandName &&
            std::find(std::begin(kBlocking), std::end(kBlocking), globalCommandName) != std::end(kBlocking);
+}
+
+bool isNeedBlockCmdRuning(CWnd* parent) {
+    const KvLayerPaletteDocReactor* const documents = paletteDocReactor();
+    HxApDocument* const document = curDoc();
+    if (!parent || !documents || !document || documents->blockingCommands(document) < 1) return false;
+    const ModuleResources resources;
+    parent->MessageBox(ResourceString(kStrBlockedMessage).c_str(), ResourceString(kStrBlockedCaption).c_str(),
+                       MB_ICONEXCLAMATION | MB_OK);
+    return true;
 }

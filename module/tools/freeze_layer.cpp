@@ -2,6 +2,7 @@
 #include "freeze_layer.h"
 
 #include "frame/resource_text.h"
+#include "frame/system_variable.h"
 #include "frame/text_utilities.h"
 #include "freeze_options.h"
 #include "keyword_question.h"
@@ -14,11 +15,6 @@
 namespace {
 
 constexpr int kNothingFrozen = -1;
-
-int shortVariable(const wchar_t* name, int fallback) {
-    resbuf value = {};
-    return hxedGetVar(name, &value) == RTNORM && value.restype == RTSHORT ? value.resval.rint : fallback;
-}
 
 CStdStr<wchar_t> currentLayerName() {
     resbuf value = {};

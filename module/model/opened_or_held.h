@@ -1,0 +1,36 @@
+// Opening an object that a transaction may hold already.
+#pragma once
+
+#include "hxdbdatabase.h"
+#include "hxdbtransaction.h"
+
+/// Opens in the constructor and closes in the destructor; what a transaction holds is got from the top
+/// transaction, and stays with it.
+template <class T>
+class OpenedOrHeld {
+public:
+    OpenedOrHeld(HxDbObjectId id, HxDb::OpenMode mode)
+        : m_opened(isHeld(id) ? HxDbObjectId() : id, mode), m_status(m_opened.openStatus()),
+          m_object(m_opened.object()) {
+        if (!isHeld(id)) return;
+        HxDbObject* held = nullptr;
+        m_status = id.database()->transactionManager()->getObject(held, id, mode);
+        m_object = T::cast(held);
+        if (held && !m_object) m_status = Hx::eWrongClass;
+    }
+
+    Hx::ErrorStatus openStatus() const { return m_status; }
+    T* object() const { return m_object; }
+    T* operator->() const { return m_object; }
+    explicit operator bool() const { return m_object != nullptr; }
+
+private:
+    static bool isHeld(HxDbObjectId id) {
+        const HxDbObject* const object = hxdbObjectPointer(id);
+        return object && object->isTransactionResident();
+    }
+
+    HxDbObjectPointer<T> m_opened;
+    Hx::ErrorStatus m_status;
+    T* m_object;
+};
