@@ -9,6 +9,7 @@
 #include "model/palette_editor_reactor.h"
 #include "sdk/hxconfig.h"
 #include "sdk/hxdbdict.h"
+#include "sdk/hxdialog.h"
 
 namespace korvex::test {
 namespace {
@@ -96,6 +97,28 @@ TEST_F(PaletteReactors, BlockWhileSomeCommandsRun) {
     run(L"INSERT\n");
     EXPECT_EQ(inside, 2);
     EXPECT_EQ(blocking(), 1);
+}
+
+TEST_F(PaletteReactors, RefuseEditsWithAMessageWhileACommandBlocksThem) {
+    setGlobalResInstance(LoadResourceDll(builtFile("KvLayerManagerRes.dll").c_str()));
+    QWidget window;
+    CWnd parent(&window);
+    bool blocked = false;
+    bool blockedWithoutParent = false;
+    define(L"INSERT", [&] {
+        blockedWithoutParent = isNeedBlockCmdRuning(nullptr);
+        blocked = isNeedBlockCmdRuning(&parent);
+    });
+    define(L"LINE", [&] { blocked = isNeedBlockCmdRuning(&parent); });
+    const std::wstring shown = run(L"INSERT\nOK\n");
+    EXPECT_TRUE(contains(shown, L"A command is running in this drawing.")) << shown;
+    EXPECT_TRUE(blocked);
+    EXPECT_FALSE(blockedWithoutParent);
+    EXPECT_FALSE(contains(run(L"LINE\n"), L"A command is running"));
+    EXPECT_FALSE(blocked);
+    EXPECT_EQ(failures, Lines());
+    hxFreeResourceDll(globalResInstance());
+    setGlobalResInstance(nullptr);
 }
 
 TEST_F(PaletteReactors, CountCommandsForTheDocumentThatTheyBeganIn) {
