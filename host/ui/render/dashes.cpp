@@ -7,7 +7,7 @@ namespace korvex {
 
 namespace {
 
-constexpr double kFinest = 3;  ///< pixels of one repetition
+constexpr double kFinest = 3;  ///< pixels of one repetition, that of a dash and a gap
 
 void narrow(Range& t, double start, double step, const Range& within) {
     if (step == 0) {
@@ -21,10 +21,19 @@ void narrow(Range& t, double start, double step, const Range& within) {
     t.high = std::min(t.high, inside.high);
 }
 
+/// A line takes in the pixels of both of its ends, a dash those that it covers at least by half.
+void trim(Point2& end, Point2 inner) {
+    constexpr double kHalf = 0.499;
+    const double length = std::hypot(inner.x - end.x, inner.y - end.y);
+    const double part = length > 2 * kHalf ? kHalf / length : kHalf;
+    end = {end.x + (inner.x - end.x) * part, end.y + (inner.y - end.y) * part};
+}
+
 }  // namespace
 
 bool DashWalker::isTooFine(const DashPattern& pattern, double scale) {
-    return !(pattern.length * scale >= kFinest);
+    const double needed = std::max(kFinest, 0.5 * static_cast<double>(pattern.dashes.size()));
+    return !(pattern.length * scale >= needed);
 }
 
 DashWalker::DashWalker(Canvas& canvas, const DashPattern& pattern, double scale)
@@ -105,6 +114,8 @@ void DashWalker::skip(double distance) {
 
 void DashWalker::finish() {
     if (m_run.size() > 1) {
+        trim(m_run[0], m_run[1]);
+        trim(m_run[m_run.size() - 1], m_run[m_run.size() - 2]);
         m_canvas.polyline(m_run);
     }
     m_run.clear();

@@ -10,7 +10,7 @@ namespace korvex {
 /// What one paint may do before it stops, in units of about a line: blocks that hold each other many times
 /// over would take for ever otherwise.
 struct WorkBudget {
-    long long left = 8000000;
+    long long left = 4000000;
     bool isSpent() const { return left < 0; }
 };
 
