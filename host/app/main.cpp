@@ -16,9 +16,11 @@ bool hasNoDisplay() {
            qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
-/// Qt's own messages; that a bare machine has no folder for session files is none that a user can use.
+/// Qt's own messages. Users have no use for those about a bare machine without a folder for session files,
+/// and about what windows cannot do that are not on a screen.
 void showQtMessage(QtMsgType type, const QMessageLogContext&, const QString& message) {
-    if (type != QtDebugMsg && !message.startsWith("QStandardPaths: XDG_RUNTIME_DIR")) {
+    if (type != QtDebugMsg && !message.startsWith("QStandardPaths: XDG_RUNTIME_DIR") &&
+        !message.startsWith("This plugin does not support")) {
         korvex::printError(message);
     }
 }

@@ -4,6 +4,8 @@
 #include "tests/editor/editor_fixture.h"
 #include "tests/module/small_drawing.h"
 
+#include "host/ui/script/ui_commands.h"
+
 #include "sdk/hxconfig.h"
 #include "sdk/hxmodule.h"
 
@@ -33,6 +35,7 @@ inline void needApplication() {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     static const QApplication* const application = new QApplication(count, arguments);
     Q_UNUSED(application);
+    startUiCommands();
 }
 
 class ModuleTest : public EditorTest {

@@ -13,9 +13,8 @@
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QPushButton>
-#include <QStyle>
+#include <QSvgWidget>
 
 namespace korvex {
 
@@ -57,14 +56,13 @@ std::size_t defaultPosition(unsigned type) {
     return (type & MB_DEFBUTTON3) ? 2 : (type & MB_DEFBUTTON2) ? 1 : 0;
 }
 
-/// Null for none.
-QIcon iconOf(unsigned type) {
-    const QStyle* const style = QApplication::style();
+/// The picture's resource; empty for none.
+QString iconOf(unsigned type) {
     switch (type & kIconBits) {
-    case MB_ICONERROR: return style->standardIcon(QStyle::SP_MessageBoxCritical);
-    case MB_ICONQUESTION: return style->standardIcon(QStyle::SP_MessageBoxQuestion);
-    case MB_ICONEXCLAMATION: return style->standardIcon(QStyle::SP_MessageBoxWarning);
-    case MB_ICONINFORMATION: return style->standardIcon(QStyle::SP_MessageBoxInformation);
+    case MB_ICONERROR: return ":/korvex/messages/error.svg";
+    case MB_ICONQUESTION: return ":/korvex/messages/question.svg";
+    case MB_ICONEXCLAMATION: return ":/korvex/messages/warning.svg";
+    case MB_ICONINFORMATION: return ":/korvex/messages/information.svg";
     default: return {};
     }
 }
@@ -96,26 +94,23 @@ MessageBox::MessageBox(QWidget* parent, const BoxRequest& request) : QDialog(par
     grid->setHorizontalSpacing(gap);
     grid->setVerticalSpacing(gap);
     grid->setSizeConstraint(QLayout::SetFixedSize);
-    addIcon();
     auto* const text = new MessageText(request.text, this);
     text->setAccessibleName(request.text);
-    grid->addWidget(text, 0, 1, Qt::AlignLeft | Qt::AlignVCenter);
-    grid->setColumnStretch(1, 1);
+    const int textColumn = addIcon() ? 1 : 0;
+    grid->addWidget(text, 0, textColumn, 1, 2 - textColumn, Qt::AlignLeft | Qt::AlignVCenter);
     addButtons();
 }
 
-void MessageBox::addIcon() {
-    const QIcon icon = iconOf(m_request.type);
-    if (icon.isNull()) {
-        return;
+bool MessageBox::addIcon() {
+    const QString icon = iconOf(m_request.type);
+    if (!icon.isEmpty()) {
+        auto* const picture = new QSvgWidget(icon, this);
+        const int size = fontMetrics().height() * 5 / 2;
+        picture->setFixedSize(size, size);
+        picture->setObjectName("MessageIcon");
+        static_cast<QGridLayout*>(layout())->addWidget(picture, 0, 0, Qt::AlignTop);
     }
-    const int size = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
-    QPixmap picture = icon.pixmap(QSize(size, size) * devicePixelRatioF());
-    picture.setDevicePixelRatio(picture.width() / double(size));
-    auto* const label = new QLabel(this);
-    label->setObjectName("MessageIcon");
-    label->setPixmap(picture);
-    static_cast<QGridLayout*>(layout())->addWidget(label, 0, 0, Qt::AlignTop);
+    return !icon.isEmpty();
 }
 
 void MessageBox::addButtons() {
@@ -145,6 +140,8 @@ QString MessageBox::wordOf(const QPushButton* button) const {
     }
     return {};
 }
+
+QString MessageBox::escapeWord() const { return rowOf(m_escapeResult).word; }
 
 QString MessageBox::choices() const {
     QStringList words;

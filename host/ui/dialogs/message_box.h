@@ -31,8 +31,8 @@ public:
     /// The button that an answer means: its word, the beginning of it, or what is written on it; the default
     /// one for an empty answer. Null when none or more than one fits.
     QPushButton* buttonFor(const QString& answer) const;
-    /// What Esc and the close button give.
-    int escapeResult() const { return m_escapeResult; }
+    /// The word of the button whose result Esc and the close button give.
+    QString escapeWord() const;
     void reject() override { done(m_escapeResult); }
 
 protected:
@@ -44,7 +44,7 @@ private:
         QPushButton* button = nullptr;
     };
 
-    void addIcon();
+    bool addIcon();
     void addButtons();
     QString wordOf(const QPushButton* button) const;
 

@@ -13,7 +13,27 @@ namespace korvex {
 namespace {
 
 constexpr int kWidestInCharacters = 64;
+constexpr int kGapBeforeScrollBar = 6;
 constexpr double kHighestPartOfScreen = 0.6;
+
+QTextOption wrapping() {
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    return option;
+}
+
+/// The room that a text needs when no line is to be wider than `widest`.
+QSize sizeOf(const QString& text, const QFont& font, int widest) {
+    QTextDocument document;
+    document.setDefaultFont(font);
+    document.setDocumentMargin(0);
+    document.setDefaultTextOption(wrapping());
+    document.setPlainText(text);
+    document.setTextWidth(widest);
+    const int width = static_cast<int>(std::ceil(document.idealWidth())) + 1;
+    document.setTextWidth(width);
+    return {width, static_cast<int>(std::ceil(document.size().height()))};
+}
 
 }  // namespace
 
@@ -23,22 +43,21 @@ MessageText::MessageText(const QString& text, QWidget* parent) : QTextEdit(paren
     setReadOnly(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setFrameShape(QFrame::NoFrame);
-    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    setWordWrapMode(wrapping().wrapMode());
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setAutoFillBackground(false);
     document()->setDocumentMargin(0);
     setPlainText(text);
 
-    const int widest = fontMetrics().averageCharWidth() * kWidestInCharacters;
-    document()->setTextWidth(-1);
-    const int width = std::min(static_cast<int>(std::ceil(document()->idealWidth())) + 1, widest);
-    document()->setTextWidth(width);
-    const int height = static_cast<int>(std::ceil(document()->size().height()));
+    const QSize size = sizeOf(text, font(), fontMetrics().averageCharWidth() * kWidestInCharacters);
+    const int width = size.width();
+    const int height = size.height();
     const QScreen* const screen = QGuiApplication::primaryScreen();
     const int highest =
         screen ? static_cast<int>(screen->availableGeometry().height() * kHighestPartOfScreen) : height;
     const bool scrolls = height > highest;
-    m_size = {width + (scrolls ? verticalScrollBar()->sizeHint().width() : 0), std::min(height, highest)};
+    m_size = {width + (scrolls ? verticalScrollBar()->sizeHint().width() + kGapBeforeScrollBar : 0),
+              std::min(height, highest)};
     setVerticalScrollBarPolicy(scrolls ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
     // Tab stops only where there is something to scroll.
     setFocusPolicy(scrolls ? Qt::StrongFocus : Qt::ClickFocus);

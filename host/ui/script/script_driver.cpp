@@ -147,6 +147,13 @@ private:
         }
     }
 
+    static std::wstring called(const QWidget& window) {
+        if (qobject_cast<const QMenu*>(&window)) {
+            return L"a menu";
+        }
+        return L"the dialog \"" + toWide(windowLabel(window)) + L"\"";
+    }
+
     /// A message is shown in full once.
     std::wstring promptOf(const QWidget& window, const MessageBox* box) const {
         if (box) {
@@ -170,8 +177,8 @@ private:
         if (toQString(token.text).trimmed().isEmpty()) {
             return {};
         }
-        result.trouble = L"\"" + token.text + L"\" is nothing that can be done while " +
-                         toWide(windowLabel(window)) + L" is open. Use one of " + actionNames() + L".";
+        result.trouble = L"\"" + token.text + L"\" is nothing that can be done while " + called(window) +
+                         L" is open. Use one of " + actionNames() + L".";
         return result;
     }
 
@@ -200,8 +207,11 @@ private:
         if (box && m_last != &window) {
             editor().console().message(toWide(box->question()));
         }
-        editor().processor().fail(L"The script ended while " + toWide(windowLabel(window)) +
-                                  L" was open: it is closed as by Esc. Add lines that answer it.");
+        editor().processor().fail(
+            box ? L"The script ended before the message was answered: " + toWide(box->escapeWord()) +
+                      L" is taken, as by Esc. Add a line with the answer."
+                : L"The script ended while " + called(window) +
+                      L" was open: it is closed as by Esc. Add lines that work in it and close it.");
         closeAsByEsc(window);
         if (open && open->isVisible()) {  // it refuses; nobody is there to see why
             if (auto* const dialog = qobject_cast<QDialog*>(open.data())) {

@@ -114,7 +114,7 @@ TEST_F(ScriptedBoxTest, AsksAgainAfterAWrongAnswer) {
 TEST_F(ScriptedBoxTest, FailsWithTheAnswerOfEscWhenTheScriptEnds) {
     EXPECT_EQ(ask(MB_YESNO, L""), IDNO);
     ASSERT_EQ(failures.size(), 1U);
-    EXPECT_TRUE(contains(failures[0], L"The script ended while KORVEX was open"));
+    EXPECT_TRUE(contains(failures[0], L"before the message was answered: No is taken"));
     EXPECT_TRUE(contains(shown, L"Overwrite \"Plan A\"?"));
 }
 

@@ -197,8 +197,8 @@ TEST_F(DialogScriptTest, ClosesWhatIsOpenWhenTheScriptEnds) {
     runDialog(dialog, L"CLICK IDC_NESTED\n");
     EXPECT_EQ(result, IDCANCEL);
     ASSERT_EQ(failures.size(), 2U);
-    EXPECT_TRUE(contains(failures[0], L"while KORVEX was open"));
-    EXPECT_TRUE(contains(failures[1], L"while Trial Layers was open"));
+    EXPECT_TRUE(contains(failures[0], L"No is taken"));
+    EXPECT_TRUE(contains(failures[1], L"while the dialog \"Trial Layers\" was open"));
 
     class Stubborn : public TrialDialog {
         void OnCancel() override {}
@@ -240,8 +240,8 @@ TEST_F(DialogScriptTest, TellsWhatCannotBeDone) {
         {L"PICTURE /nowhere/a.png", L"cannot be written"},
         {L"DELAY soon", L"is no time to wait"},
         {L"END soon", L"is no result"},
-        {L"LINE 0,0 1,1",
-         L"\"LINE 0,0 1,1\" is nothing that can be done while Trial Layers is open. Use one of PICTURE"},
+        {L"LINE 0,0 1,1", L"\"LINE 0,0 1,1\" is nothing that can be done while the dialog \"Trial Layers\" "
+                          L"is open. Use one of PICTURE"},
     };
     for (const auto& [line, part] : cases) {
         runDialog(dialog, std::wstring(line) + L"\nEND\n");
