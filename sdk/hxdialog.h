@@ -118,7 +118,7 @@ HXSDK_API void DDX_Check(CDataExchange* exchange, const char* id, int& value);
 class HXSDK_API HxUiBaseDialog : public QDialog, public CWnd {
     Q_OBJECT
 public:
-    /// Null layout: none. Null parent: the open dialog or the main window, when there is one.
+    /// Null layout: none. Null parent: the main window, when there is one.
     explicit HxUiBaseDialog(const char* layout, QWidget* parent = nullptr);
     ~HxUiBaseDialog() override;
     using QWidget::window;

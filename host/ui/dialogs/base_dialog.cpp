@@ -5,6 +5,7 @@
 #include "host/ui/dialogs/dialog_parent.h"
 #include "host/ui/dialogs/layout.h"
 #include "host/ui/script/script_driver.h"
+#include "host/ui/workbench/main_window.h"
 #include "sdk/hxdialog.h"
 
 #include <QApplication>
@@ -59,7 +60,8 @@ void report(const QWidget& dialog, const char* what) {
 
 }  // namespace
 
-HxUiBaseDialog::HxUiBaseDialog(const char* layout, QWidget* parent) : QDialog(korvex::dialogParent(parent)) {
+HxUiBaseDialog::HxUiBaseDialog(const char* layout, QWidget* parent)
+    : QDialog(parent ? parent : korvex::existingMainWindow()) {
     setWindow(this);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     if (layout) {
@@ -128,6 +130,7 @@ int HxUiBaseDialog::runLoop() {
     if (self) {
         bindStandardButtons();
         if (!m_hasEnded) {
+            korvex::stackAboveOpenDialog(*this);
             exec();
         }
     }
@@ -184,7 +187,11 @@ bool HxUiBaseDialog::eventFilter(QObject* receiver, QEvent* event) {
     return QDialog::eventFilter(receiver, event);
 }
 
-void HxUiBaseDialog::reject() { OnCancel(); }
+void HxUiBaseDialog::reject() {
+    if (isWindow()) {  // Esc does not take the content out of a palette
+        OnCancel();
+    }
+}
 
 void HxUiBaseDialog::OnOK() {
     UpdateData(true);

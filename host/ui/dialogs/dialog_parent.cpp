@@ -4,19 +4,31 @@
 #include "host/ui/workbench/main_window.h"
 
 #include <QApplication>
+#include <QLayout>
 #include <QScreen>
 #include <QWidget>
+#include <QWindow>
 
 namespace korvex {
 
-QWidget* dialogParent(QWidget* parent) {
+QWidget* boxParent(QWidget* parent) {
     QWidget* const modal = QApplication::activeModalWidget();
     return parent ? parent : modal ? modal : existingMainWindow();
+}
+
+void stackAboveOpenDialog(QWidget& dialog) {
+    const QWidget* const modal = QApplication::activeModalWidget();
+    if (modal && modal->windowHandle()) {
+        dialog.winId();  // makes its window
+        dialog.windowHandle()->setTransientParent(modal->windowHandle());
+    }
 }
 
 void centerWindow(QWidget& window) {
     if (!window.testAttribute(Qt::WA_Resized)) {
         window.adjustSize();
+    } else if (window.layout()) {
+        window.layout()->activate();  // it may need more room than was given
     }
     const QWidget* const parent = window.parentWidget() ? window.parentWidget()->window() : nullptr;
     const bool isOverParent = parent && parent->isVisible() && !parent->isMinimized();

@@ -77,7 +77,7 @@ bool startsWith(const QString& word, const QString& start) {
 int showBox(QWidget* parent, const BoxRequest& request, const link_map* caller) {
     watchModalLoops();
     const ModalUse use(caller, request.caption);
-    MessageBox box(dialogParent(parent), request);
+    MessageBox box(boxParent(parent), request);
     return box.exec();
 }
 

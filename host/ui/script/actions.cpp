@@ -6,6 +6,7 @@
 #include "host/ui/script/action_parts.h"
 #include "host/ui/script/widget_names.h"
 #include "sdk/hxdialog.h"
+#include "sdk/hxui.h"
 
 #include <QDeadlineTimer>
 #include <QFileInfo>
@@ -119,6 +120,9 @@ QString pictureAction(Words words) {
         return "The name of the picture file is missing.";
     }
     const QString name = words.restAsWord();
+    if (!topmostWindow() && hxuiMainWindow()) {
+        hxuiMainWindow()->show();  // a run without a display shows it when it is to be seen
+    }
     const NamedObject found = name.isEmpty() ? NamedObject{topmostWindow(), nullptr, {}} : findNamed(name);
     if (!found.widget) {
         return found.trouble.isEmpty() ? "No window is open that a picture could be taken of."

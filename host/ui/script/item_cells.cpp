@@ -51,17 +51,18 @@ public:
         if (!m_view.model() || m_columns.empty()) {
             return {};
         }
+        const int comma = where.lastIndexOf(',');
+        const int column = comma < 0 ? -1 : columnOf(where.mid(comma + 1).trimmed());
+        const QModelIndex row = column < 0 ? QModelIndex() : rowOf(where.left(comma).trimmed());
+        if (row.isValid()) {
+            return row.sibling(row.row(), column);
+        }
         const QModelIndex byText = cellWithText(where);
         if (byText.isValid()) {
             return byText;
         }
-        const int comma = where.lastIndexOf(',');
-        const QModelIndex row = rowOf(comma < 0 ? where : where.left(comma));
-        if (row.isValid() && comma >= 0) {
-            const int column = columnOf(where.mid(comma + 1).trimmed());
-            return column < 0 ? QModelIndex() : row.sibling(row.row(), column);
-        }
-        return row.isValid() ? row : byPath(where);
+        const QModelIndex byNumber = rowOf(where);
+        return byNumber.isValid() ? byNumber : byPath(where);
     }
 
 private:
@@ -72,9 +73,10 @@ private:
         return m_rows;
     }
 
+    /// Column by column: names, which are looked for most, stand in one of the first.
     QModelIndex cellWithText(const QString& text) {
-        for (const QModelIndex& row : rows()) {
-            for (const int column : m_columns) {
+        for (const int column : m_columns) {
+            for (const QModelIndex& row : rows()) {
                 const QModelIndex index = row.sibling(row.row(), column);
                 if (isText(index.data().toString(), text)) {
                     return index;
@@ -86,7 +88,7 @@ private:
 
     QModelIndex rowOf(const QString& text) {
         const int position = positionOf(text, rows().size());
-        return position >= 0 ? rows()[static_cast<std::size_t>(position)] : cellWithText(text.trimmed());
+        return position >= 0 ? rows()[static_cast<std::size_t>(position)] : cellWithText(text);
     }
 
     int columnOf(const QString& text) const {

@@ -137,6 +137,15 @@ TEST_F(BaseDialogTest, HeedsEscEnterAndHelp) {
     EXPECT_TRUE(failures.empty());
 }
 
+TEST_F(BaseDialogTest, StaysWhenItIsTheContentOfAnotherWindow) {
+    QWidget palette;
+    auto* const content = new TrialDialog("IDD_TRIAL", &palette);
+    content->setWindowFlags(Qt::Widget);
+    palette.show();
+    press(content->GetDlgItem("IDC_NAME"), Qt::Key_Escape);
+    EXPECT_TRUE(content->isVisible());
+}
+
 TEST_F(BaseDialogTest, SeesMessagesBeforeItsWidgets) {
     TrialDialog dialog;
     QStringList seen;
