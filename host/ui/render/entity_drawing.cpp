@@ -198,11 +198,13 @@ void SceneWalk::drawShape(const Place& place, HxDbStub& entity, const DisplayIte
     }
 }
 
-void SceneWalk::drawDots(const Place& place, const DisplayItem& item) {
+void SceneWalk::drawDots(const Place& place, const DisplayItem& item, const ResolvedLook& look) {
     const double size =
         m_settings.pointUnits > 0 ? m_settings.pointUnits * place.stretch : m_settings.pointSize;
     forEachRun(place.display.numbers(item), item, ToPlane(place.toDevice), m_points,
-               [&](const Polyline2& run) { drawPoint(run.front(), std::min(size, 1e5)); });
+               [&](const Polyline2& run) {
+                   look.isDefpoints ? m_canvas.dot(run.front()) : drawPoint(run.front(), std::min(size, 1e5));
+               });
 }
 
 /// As $PDMODE tells: 0 a dot, 1 nothing, 2 a plus, 3 a cross, 4 a tick; 32 a circle and 64 a square around

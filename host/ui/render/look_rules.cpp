@@ -2,6 +2,7 @@
 #include "host/ui/render/look_rules.h"
 
 #include "host/db/kernel/object_imp.h"
+#include "host/db/kernel/text_fold.h"
 #include "sdk/hxdbsymtb.h"
 
 namespace korvex {
@@ -67,6 +68,7 @@ const LookRules::LayerLook& LookRules::layerLook(HxDbStub* layer) {
             weightOr(record->lineWeight(m_viewport, isOverride), kDefaultWeight, kDefaultWeight);
         look.alpha = record->transparency(m_viewport, isOverride).alpha();
         look.isLocked = record->isLocked();
+        look.isDefpoints = equalNames(record->name(), L"DEFPOINTS");
     }
     return look;
 }
@@ -132,6 +134,7 @@ void LookRules::resolve(LookContext& context, LookTable& table, const DisplayBlo
     const LayerLook& layer = layerLook(look.layer);
     look.isHidden = m_rules.isHidden(look.layer);
     look.isFrozen = m_rules.isFrozen(look.layer);
+    look.isDefpoints = layer.isDefpoints;
     const HxCmColor color = colorOf(own.color);
     look.inherited = color.isByLayer() ? layer.color : color.isByBlock() ? context.color : rgb(color);
     look.color = layer.isLocked ? faded(look.inherited) : look.inherited;

@@ -21,6 +21,7 @@ struct ResolvedLook {
     std::uint8_t alpha = 255;
     bool isHidden = false;                 ///< not to be drawn
     bool isFrozen = false;                 ///< neither what a reference holds
+    bool isDefpoints = false;              ///< on the layer of dimensions' points, which are dots always
     std::int16_t lineweight = 0;           ///< hundredths of a millimetre
     float linetypeScale = 1;               ///< of the entity alone
     const DashPattern* pattern = nullptr;  ///< null: solid
@@ -75,6 +76,7 @@ private:
         std::int16_t lineweight = 0;
         std::uint8_t alpha = 255;
         bool isLocked = false;
+        bool isDefpoints = false;
     };
     using ContextKey = std::tuple<const Nesting*, HxDbStub*, QRgb, HxDbStub*, std::int16_t, std::uint8_t>;
 

@@ -140,7 +140,7 @@ void SceneWalk::drawItem(const Place& place, HxDbStub& entity, const DisplayItem
     usePen(look);
     switch (item.kind) {
     case DisplayKind::arc: drawArc(place, entity, item, look); break;
-    case DisplayKind::dots: drawDots(place, item); break;
+    case DisplayKind::dots: drawDots(place, item, look); break;
     case DisplayKind::text: drawText(place, place.display.text(item)); break;
     case DisplayKind::endless: drawShape(place, entity, item, look); break;
     default:

@@ -91,7 +91,7 @@ private:
     void drawRuns(const Place& place, const DisplayItem& item, const ResolvedLook& look);
     void drawArc(const Place& place, HxDbStub& entity, const DisplayItem& item, const ResolvedLook& look);
     void drawShape(const Place& place, HxDbStub& entity, const DisplayItem& item, const ResolvedLook& look);
-    void drawDots(const Place& place, const DisplayItem& item);
+    void drawDots(const Place& place, const DisplayItem& item, const ResolvedLook& look);
     void drawPoint(Point2 at, double size);
     void drawText(const Place& place, const TextRun& run);
     void drawTextLine(const TextRun::Line& line, const QTransform& plane, double height);

@@ -36,6 +36,10 @@ public:
         m_header += " | " + values;
         return *this;
     }
+    SceneText& blockRecords(const std::string& records) {
+        m_blockRecords += records + "\n";
+        return *this;
+    }
     SceneText& objects(const std::string& records) {
         m_objects += records + "\n";
         return *this;
@@ -50,6 +54,7 @@ public:
             "0 SECTION | 2 HEADER | 9 $ACADVER | 1 AC1018 | 9 $TILEMODE | 70 1" + m_header +
             " | 0 ENDSEC\n0 SECTION | 2 TABLES\n0 TABLE | 2 LTYPE | 5 5 | 70 9\n" + m_linetypes +
             "0 ENDTAB\n0 TABLE | 2 LAYER | 5 2 | 70 9\n" + standard + m_layers +
+            "0 ENDTAB\n0 TABLE | 2 BLOCK_RECORD | 5 1 | 70 9\n" + m_blockRecords +
             "0 ENDTAB | 0 ENDSEC\n0 SECTION | 2 BLOCKS\n" +
             "0 BLOCK | 5 20 | 8 0 | 2 *Model_Space | 70 0 | 10 0 | 20 0 | 0 ENDBLK | 5 21 | 8 0\n"
             "0 BLOCK | 5 22 | 8 0 | 2 *Paper_Space | 70 0 | 10 0 | 20 0 | 0 ENDBLK | 5 23 | 8 0\n" +
@@ -65,7 +70,7 @@ private:
         return buffer;
     }
 
-    std::string m_header, m_linetypes, m_layers, m_blocks, m_entities, m_objects;
+    std::string m_header, m_linetypes, m_layers, m_blocks, m_entities, m_blockRecords, m_objects;
     unsigned m_next = 0xF000;
 };
 

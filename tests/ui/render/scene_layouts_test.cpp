@@ -101,5 +101,37 @@ TEST_F(SceneTest, SheetsLieOnADesk) {
     EXPECT_EQ(kBlue, at(20, 50));
 }
 
+/// A sheet of 100 by 60 millimetres with margins of 1, 2, 3 and 4 from the left on, counter-clockwise.
+SceneText plotted(const std::string& settings, const std::string& limits) {
+    return SceneText()
+        .blockRecords(
+            "0 BLOCK_RECORD | 5 24 | 2 *Model_Space\n0 BLOCK_RECORD | 5 25 | 2 *Paper_Space | 340 30")
+        .objects("0 DICTIONARY | 5 C | 330 0 | 100 AcDbDictionary | 3 ACAD_LAYOUT | 350 1A\n"
+                 "0 DICTIONARY | 5 1A | 330 C | 100 AcDbDictionary | 3 Sheet | 350 30\n"
+                 "0 LAYOUT | 5 30 | 330 1A | 100 AcDbPlotSettings | 1 | 40 1 | 41 2 | 42 3 | 43 4 | 44 100 | "
+                 "45 60 | "
+                 "142 1 | 143 1 | " +
+                 settings + " | 100 AcDbLayout | 1 Sheet | 70 1 | 71 1 | " + limits + " | 330 25");
+}
+
+TEST_F(SceneTest, SheetsHaveTheSizeAndMarginsOfTheirLayout) {
+    const auto sheet = [&](const std::string& settings, const std::string& limits) {
+        load(plotted(settings, limits));
+        SceneView view = paper();
+        view.toView = HxGeMatrix3d::translation({20, -20}) * view.toView;
+        paint(view);
+        return std::vector<int>{
+            count(style.paper.rgb(), 0, 50, kSize, 51), count(style.paper.rgb(), 50, 0, 51, kSize),
+            count(style.paper.rgb(), 0, 50, 20, 51), count(style.paper.rgb(), 50, 0, 51, 20)};
+    };
+    const std::string noLimits = "10 0 | 20 0 | 11 12 | 21 9";
+    EXPECT_EQ((std::vector<int>{100, 60, 1, 2}), sheet("72 1 | 73 0", noLimits))
+        << "width, height, left, bottom";
+    EXPECT_EQ((std::vector<int>{60, 100, 4, 1}), sheet("72 1 | 73 1", noLimits)) << "a quarter turned";
+    EXPECT_EQ((std::vector<int>{100, 60, 0, 0}), sheet("72 1 | 73 0", "10 0 | 20 0 | 11 100 | 21 60"))
+        << "its limits tell where it lies";
+    EXPECT_EQ(style.desk.rgb(), at(150, 100));
+}
+
 }  // namespace
 }  // namespace korvex::test

@@ -140,6 +140,18 @@ TEST_F(SceneTest, EndlessLinesCrossTheWindow) {
     EXPECT_EQ(kBlack, at(100.5, 90));
 }
 
+TEST_F(SceneTest, PointsLookAsTheDrawingAsksButThoseOfDimensions) {
+    load(SceneText()
+             .layer("Defpoints", "70 0 | 62 1")
+             .header("9 $PDMODE | 70 2 | 9 $PDSIZE | 40 8.0")
+             .add("0 POINT | 8 GREEN | 10 50.5 | 20 50.5\n0 POINT | 8 DEFPOINTS | 10 100.5 | 20 50.5"));
+    paint();
+    EXPECT_EQ(kGreen, at(57.5, 50.5));
+    EXPECT_EQ(kGreen, at(50.5, 43.5));
+    EXPECT_EQ(kBlack, at(53.5, 53.5));
+    EXPECT_EQ(1, count(kRed, 0, 0, kSize, kSize));
+}
+
 TEST_F(SceneTest, SampleDrawingsShowSomething) {
     const QDir folder(QStringLiteral(KORVEX_SOURCE_DIR "/samples/small"));
     const QStringList files = folder.entryList({QStringLiteral("*.dxf")});
