@@ -1,6 +1,8 @@
 // Colours from groups and to groups.
 #include "host/db/values/color_groups.h"
 
+#include <algorithm>
+#include <climits>
 #include <cstdlib>
 
 namespace korvex {
@@ -20,7 +22,7 @@ void ColorGroups::clear() {
 
 bool ColorGroups::read(const GroupCursor& group) {
     switch (group.code()) {
-    case kIndexCode: m_index = group.asInteger(); return true;
+    case kIndexCode: m_index = std::max(group.asInteger(), -LLONG_MAX); return true;  // it will be negated
     case kTrueColorCode: m_trueColor = group.asInteger() & 0xFFFFFF; return true;
     case kBookCode: m_bookKey = group.asText(); return true;
     default: return false;

@@ -281,6 +281,16 @@ void Canvas::text(const QString& text, const QFont& font, const QTransform& toDe
     m_painter.resetTransform();
 }
 
+void Canvas::textOutlines(const QString& text, const QFont& font, const QTransform& toDevice) {
+    QPainterPath outlines;
+    outlines.addText(QPointF(), font, text);
+    QColor color(m_pen.color);
+    color.setAlpha(m_pen.alpha);
+    m_hasStroke = false;
+    m_painter.setRenderHint(QPainter::Antialiasing, true);
+    m_painter.fillPath(toDevice.map(outlines), color);
+}
+
 void cutToBox(Polyline2& loop, const Box& box) {
     const auto cutAt = [&loop](auto inside, auto crossing) {
         Polyline2 out;

@@ -47,6 +47,8 @@ public:
     void fill(const std::vector<Polyline2>& loops, bool evenOdd);
     /// `toDevice` takes the font's pixels, y down, with the base line's start at the origin.
     void text(const QString& text, const QFont& font, const QTransform& toDevice);
+    /// The same by the outlines of its letters: for sizes at which their pictures would be too large.
+    void textOutlines(const QString& text, const QFont& font, const QTransform& toDevice);
 
     QPainter& painter() { return m_painter; }
 

@@ -258,7 +258,7 @@ void SceneWalk::drawText(const Place& place, const TextRun& run) {
     const QTransform plane(across.x(), across.y(), up.x(), up.y(), origin.x, origin.y);
     const double length = std::hypot(across.x(), across.y());
     const double height = length > 0 ? std::fabs(plane.determinant()) / length : 0;
-    if (!(height > 0) || !(height < 1e6) || !(length < 1e6)) {
+    if (!(height > 0) || !std::isfinite(length + origin.x + origin.y)) {
         return;
     }
     for (const TextRun::Line& line : run.lines) {
@@ -273,21 +273,29 @@ void SceneWalk::drawText(const Place& place, const TextRun& run) {
 }
 
 void SceneWalk::drawTextLine(const TextRun::Line& line, const QTransform& plane, double height) {
-    if (height < kReadable) {
+    constexpr double kNarrowest = 0.5, kLargestPicture = 128, kLargest = 30000;
+    constexpr int kOutlinePixels = 64;
+    const double across = std::hypot(plane.m11(), plane.m12());
+    const double reach = std::max(across, std::hypot(plane.m21(), plane.m22()));
+    if (reach > kLargest) {
+        return;
+    }
+    if (height < kReadable || across < kNarrowest) {
         drawMark(line, plane);
         return;
     }
     m_budget.left -= kTextWork;
-    constexpr double kLargestFont = 256;
-    const double fontSize = height / capitalHeight();
-    const int pixels = static_cast<int>(std::min(std::max(std::round(fontSize), 4.0), kLargestFont));
+    const bool byOutlines = reach > kLargestPicture;
+    const double wanted = byOutlines ? kOutlinePixels : std::max(std::round(height / capitalHeight()), 4.0);
+    const int pixels = static_cast<int>(wanted);
     const double unit = 1 / (pixels * capitalHeight());
     const QTransform toPlane(unit, 0, 0, -unit, static_cast<double>(line.left),
                              static_cast<double>(line.base));
     if (m_font.pixelSize() != pixels) {
         m_font = textFont(pixels);
     }
-    m_canvas.text(line.text, m_font, toPlane * plane);
+    byOutlines ? m_canvas.textOutlines(line.text, m_font, toPlane * plane)
+               : m_canvas.text(line.text, m_font, toPlane * plane);
 }
 
 /// A faint line half way up, as long as the text.

@@ -94,6 +94,19 @@ TEST_F(SceneTest, TextStandsWhereItsAlignmentPutsIt) {
     EXPECT_GT(ink(0, 0, 20, 20), 3) << "too small to read: a mark";
 }
 
+TEST_F(SceneTest, TextMayBeStretchedBeyondAllMeasure) {
+    load(SceneText()
+             .add("0 TEXT | 8 RED | 40 12 | 41 5e4 | 1 HHHH | 10 0.5 | 20 10")
+             .add("0 TEXT | 8 GREEN | 40 12 | 41 1e-9 | 1 HHHH | 10 100.5 | 20 50")
+             .add("0 TEXT | 8 BLUE | 40 12 | 51 89.9999 | 1 HHHH | 10 0.5 | 20 100")
+             .add("0 TEXT | 8 RED | 40 150 | 1 HHHH | 10 0.5 | 20 50"));
+    for (const double scale : {0.001, 0.2, 1.0, 4.0, 100.0, 1e5}) {
+        paint(model(scale));
+    }
+    paint();
+    EXPECT_GT(count(kRed, 0, 60, kSize, kSize), 2000) << "letters larger than the picture";
+}
+
 TEST_F(SceneTest, AttributesFollowTheirReferenceAndTemplatesAreLeftOut) {
     load(SceneText()
              .block("TAG", line("0", 0, 0.5, 20, 0.5) +
