@@ -125,6 +125,18 @@ const Command* CommandStack::find(std::wstring_view typed) const {
     return nullptr;
 }
 
+std::vector<std::wstring> CommandStack::names() const {
+    std::vector<std::wstring> names;
+    for (const Group& g : m_groups) {
+        for (const Command& command : g.commands) {
+            names.push_back(command.local);
+        }
+    }
+    std::sort(names.begin(), names.end());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
+    return names;
+}
+
 std::wstring CommandStack::suggestion(std::wstring_view typed) const {
     if (typed.size() > 64) {
         return {};

@@ -44,6 +44,8 @@ public:
     /// The command that a typed name means, with its prefixes "_" and "."; null when there is none. Valid
     /// until commands are added or removed.
     const Command* find(std::wstring_view typed) const;
+    /// The names that users type, one for each command, in alphabetical order.
+    std::vector<std::wstring> names() const;
     /// The command whose name looks most like it, for a hint; empty when none does.
     std::wstring suggestion(std::wstring_view typed) const;
 

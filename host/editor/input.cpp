@@ -68,7 +68,6 @@ void Input::stopScripts() {
                                    [](const auto& source) { return source->isInteractive(); });
     if (user != m_sources.end()) {
         m_sources.erase(m_sources.begin(), user);
-        m_sent.clear();
     }
 }
 

@@ -38,7 +38,7 @@ public:
     /// Forgets what was sent to a document that is going.
     void forget(const HxApDocument* document);
 
-    /// Drops all scripts, and what was sent, before the user's own source; without one nothing.
+    /// Drops all scripts before the user's own source; without one nothing. What was sent stays.
     void stopScripts();
 
     /// The next answer with its prompt shown; false when all sources are dry. Throws InputExhausted when that
