@@ -17,6 +17,10 @@ constexpr int kPatience = 1000;
 /// The command that a text begins with may run inside of another one.
 bool runsInside(const QString& text) { return text.startsWith('\''); }
 
+void pushLines(const QString& text) {
+    editor().input().push(std::make_unique<ScriptSource>(text.toStdWString(), ScriptOptions()));
+}
+
 }  // namespace
 
 struct Dialogue::Wait {
@@ -38,6 +42,12 @@ bool Dialogue::wait(const InputRequest& request, Token& token) {
             throw InputExhausted();
         }
         token.cancels = true;
+        return true;
+    }
+    if (!m_ahead.isEmpty()) {
+        pushLines(m_ahead);
+        m_ahead.clear();
+        token.interrupted = true;
         return true;
     }
     const QPointer<Dialogue> self(this);
@@ -124,6 +134,7 @@ void Dialogue::answer(const HxGePoint3d& point) {
 
 void Dialogue::cancel() {
     if (!open()) {
+        m_ahead.clear();
         editor().input().stopScripts();
         return;
     }
@@ -133,7 +144,11 @@ void Dialogue::cancel() {
 }
 
 void Dialogue::type(const QString& text) {
-    editor().input().push(std::make_unique<ScriptSource>(text.toStdWString(), ScriptOptions()));
+    if (open()) {
+        pushLines(text);
+    } else {
+        m_ahead += text;
+    }
 }
 
 void Dialogue::run(const QString& text, HxApDocument* document) {

@@ -37,7 +37,7 @@ public:
     void answer(const HxGePoint3d& point);
     /// Esc: gives up the waiting prompt, and a script that runs.
     void cancel();
-    /// Lines as a script would hold them, each ended by a line end.
+    /// Lines as a script would hold them, each ended by a line end; they come before all other input.
     void type(const QString& text);
     /// Runs a command, given with the answers to its first prompts and its ending blank or line end. One that
     /// begins with "'" runs inside of what runs now, before any other what runs now is cancelled. `document`
@@ -59,6 +59,7 @@ private:
         0;                ///< the command (CommandProcessor::commandCount) all of whose prompts are cancelled
     int m_cancelled = 0;  ///< how many of them were
     bool m_ended = false;
+    QString m_ahead;  ///< lines typed while no prompt waits
 };
 
 }  // namespace korvex
