@@ -1,7 +1,6 @@
 // The program korvex.
 #include "host/app/session.h"
-
-#include <QApplication>
+#include "host/ui/workbench/host_application.h"
 
 #include <clocale>
 #include <cstdio>
@@ -44,16 +43,21 @@ int main(int argc, char** argv) {
         std::fputs(text.toUtf8().constData(), stdout);
         return 0;
     }
-    if (options.headless || hasNoDisplay()) {
+    if (!options.headless && hasNoDisplay()) {
+        korvex::printError("there is no display: running without windows (--headless)");
+        options.headless = true;
+    }
+    if (options.headless) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    } else {
+        QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+        QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     }
     qInstallMessageHandler(showQtMessage);
-    QApplication application(argc, argv);
+    korvex::HostApplication application(argc, argv);
     QApplication::setApplicationName("korvex");
+    QApplication::setApplicationVersion(kVersion);
     // Numbers are written with a point, whatever the user's language.
     std::setlocale(LC_NUMERIC, "C");
-    if (!options.headless) {
-        korvex::printError("this build has no workbench window: running without one (--headless)");
-    }
     return korvex::runSession(options);
 }

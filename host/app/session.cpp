@@ -1,13 +1,13 @@
 // Runs the program's work from the first module to the last drawing.
 #include "host/app/session.h"
 
+#include "host/app/window_run.h"
 #include "host/base/dynamic_linker.h"
 #include "host/base/log.h"
 #include "host/editor/command_processor.h"
 #include "host/editor/documents.h"
 #include "host/editor/editor.h"
-#include "host/ui/script/script_driver.h"
-#include "host/ui/script/ui_commands.h"
+#include "host/ui/docking/idle_notifier.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -47,46 +47,47 @@ QString layerModule() {
     return {};
 }
 
-bool loadModule(const QString& path) {
+bool loadModule(const QString& path, WindowRun& windows) {
     CStdStr<wchar_t> error;
     if (linker().loadModule(path.toStdWString().c_str(), &error) == Hx::eOk) {
         return true;
     }
     printError(toQt(error));
+    windows.tell(toQt(error));
     return false;
 }
 
-bool loadModules(const Options& options) {
+bool loadModules(const Options& options, WindowRun& windows) {
     bool good = true;
     const QString layers = layerModule();
     if (layers.isEmpty()) {
         printError(QString("%1 is neither beside the program nor in ../module: LAYER and its kin are missing")
                        .arg(kLayerModule));
     } else {
-        good = loadModule(layers);
+        good = loadModule(layers, windows);
     }
     for (const QString& path : options.modules) {
-        good = loadModule(path) && good;
+        good = loadModule(path, windows) && good;
     }
     return good;
 }
 
-bool openFiles(const QStringList& files) {
+bool openFiles(const QStringList& files, WindowRun& windows) {
     bool good = true;
     DocumentManager& documents = editor().documents();
-    if (files.isEmpty()) {
-        documents.newDocument();
-    }
     for (const QString& file : files) {
         HxApDocument* document = nullptr;
         CStdStr<wchar_t> error;
         if (documents.openDocument(file.toStdWString().c_str(), document, &error) != Hx::eOk) {
             printError(file + ": " + toQt(error));
+            windows.tell(file + ": " + toQt(error));
             good = false;
         }
     }
-    if (good && !files.isEmpty()) {
+    if (documents.documentCount() > 0) {
         documents.activateDocument(documents.all().front());
+    } else if (files.isEmpty() || !windows.isHeadless()) {
+        documents.newDocument();
     }
     return good;
 }
@@ -109,7 +110,7 @@ std::unique_ptr<ScriptSource> sourceOf(const ScriptToRun& script, int number, st
     return std::make_unique<ScriptSource>(text.toStdWString(), options);
 }
 
-bool queueScripts(const std::vector<ScriptToRun>& scripts) {
+bool queueScripts(const std::vector<ScriptToRun>& scripts, WindowRun& windows) {
     bool good = true;
     int strings = 0;
     for (const ScriptToRun& script : scripts) {
@@ -119,6 +120,7 @@ bool queueScripts(const std::vector<ScriptToRun>& scripts) {
             editor().input().append(std::move(source));
         } else {
             printError(script.text + ": the script can not be read: " + toQt(error));
+            windows.tell(script.text + ": the script can not be read: " + toQt(error));
             good = false;
         }
     }
@@ -145,23 +147,44 @@ void takeDown() {
 
 void printError(const QString& text) { printText(stderr, "korvex: " + text + "\n"); }
 
-int runSession(const Options& options) {
-    Editor& host = editor();
-    host.console().setWriter([](std::wstring_view text) { printText(stdout, toQt(text)); });
-    host.console().setFailureWriter([](std::wstring_view text) { printError(toQt(text)); });
+namespace {
+
+/// Where the dialogue, failures and the log go. In a window the dialogue has its place there.
+void prepare(Editor& host, bool headless) {
+    if (headless) {
+        host.console().setWriter([](std::wstring_view text) { printText(stdout, toQt(text)); });
+    }
+    host.console().setFailureWriter([&host](std::wstring_view text) {
+        if (!host.input().isInteractive()) {
+            printError(toQt(text));
+        }
+    });
     setLogHook([](Severity severity, const std::wstring& message) {
         printError((severity == Severity::Note ? "note: " : "") + toQt(message));
     });
-    host.setIdleHandler([] { QCoreApplication::processEvents(); });
-    startUiCommands();
-    setUnattended(true);
-    bool good = loadModules(options);
-    if (good && openFiles(options.files) && queueScripts(options.scripts)) {
+    host.setIdleHandler([&host] {
+        if (!host.input().isInteractive()) {
+            QCoreApplication::processEvents();
+            IdleNotifier::notifyAll();
+        }
+    });
+}
+
+}  // namespace
+
+int runSession(const Options& options) {
+    Editor& host = editor();
+    prepare(host, options.headless);
+    WindowRun windows(options.headless);
+    // A window stays for the user, whatever went wrong; headless nothing is run on half a start.
+    bool good = loadModules(options, windows);
+    good = (good || !options.headless) && openFiles(options.files, windows) && good;
+    good = (good || !options.headless) && queueScripts(options.scripts, windows) && good;
+    if (good || !options.headless) {
+        windows.letUserAnswer();
         host.processor().runAll();
-        good = host.console().failures() == 0;
-    } else {
-        good = false;
     }
+    good = good && (!options.headless || host.console().failures() == 0);
     takeDown();
     return good ? 0 : 1;
 }

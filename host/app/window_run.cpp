@@ -1,0 +1,53 @@
+// Makes the workbench and takes it down.
+#include "host/app/window_run.h"
+
+#include "host/editor/editor.h"
+#include "host/ui/script/script_driver.h"
+#include "host/ui/script/ui_commands.h"
+#include "host/ui/workbench/main_window.h"
+#include "host/ui/workbench/workbench.h"
+#include "sdk/hxdialog.h"
+
+#include <QCoreApplication>
+
+namespace korvex {
+
+WindowRun::WindowRun(bool headless) : m_headless(headless) {
+    startUiCommands();
+    setUnattended(headless);
+    setMainWindowMaker([this] { return make(); });
+    if (!headless) {
+        make()->show();
+        setMainWindowMaker([this] { return m_workbench.get(); });
+    }
+}
+
+WindowRun::~WindowRun() {
+    if (m_workbench) {
+        m_workbench->keepPlacement();
+    }
+    setMainWindowMaker(nullptr);
+}
+
+Workbench* WindowRun::make() {
+    m_workbench =
+        std::make_unique<Workbench>(m_headless ? Workbench::Placement::fixed : Workbench::Placement::kept);
+    if (m_headless) {
+        m_workbench->show();
+    }
+    return m_workbench.get();
+}
+
+void WindowRun::letUserAnswer() {
+    if (!m_headless) {
+        editor().input().append(m_workbench->makeSource());
+    }
+}
+
+void WindowRun::tell(const QString& trouble) {
+    if (!m_headless) {
+        hxuiMessageBox(m_workbench.get(), trouble.toStdWString().c_str(), nullptr, MB_OK | MB_ICONWARNING);
+    }
+}
+
+}  // namespace korvex

@@ -1,0 +1,34 @@
+// The workbench of a run: shown from the start, or made when something first needs a window.
+#pragma once
+
+#include <memory>
+
+class QString;
+
+namespace korvex {
+
+class Workbench;
+
+class WindowRun {
+public:
+    /// `headless`: the workbench is made when it is first asked for, in a size of its own, and nobody sits
+    /// before it. Otherwise it is shown now.
+    explicit WindowRun(bool headless);
+    ~WindowRun();
+    WindowRun(const WindowRun&) = delete;
+    WindowRun& operator=(const WindowRun&) = delete;
+
+    /// Lets the user answer what the scripts leave open, until they quit. Headless nothing.
+    void letUserAnswer();
+    /// Something at the start went wrong: a box where somebody sits before the window.
+    void tell(const QString& trouble);
+    bool isHeadless() const { return m_headless; }
+
+private:
+    Workbench* make();
+
+    bool m_headless;
+    std::unique_ptr<Workbench> m_workbench;
+};
+
+}  // namespace korvex
