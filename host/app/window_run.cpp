@@ -34,6 +34,8 @@ Workbench* WindowRun::make() {
         std::make_unique<Workbench>(m_headless ? Workbench::Placement::fixed : Workbench::Placement::kept);
     if (m_headless) {
         m_workbench->show();
+        // Whoever asked may take a picture at once.
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
     return m_workbench.get();
 }

@@ -18,6 +18,7 @@ namespace {
 
 constexpr int kCompactLines = 3;
 constexpr int kMargin = 4;
+constexpr int kLeastWidth = 200;
 constexpr double kMostPrompt = 0.7;  ///< of the width
 
 /// Comes to a keyword at once when it is reached by Tab.
@@ -121,6 +122,8 @@ void CommandLine::changeEvent(QEvent* event) {
         showRequest();  // links take their colour when the text is set
     }
 }
+
+QSize CommandLine::minimumSizeHint() const { return {kLeastWidth, QWidget::minimumSizeHint().height()}; }
 
 int CommandLine::compactHeight() const {
     return m_row->sizeHint().height() + m_history->heightOf(kCompactLines);

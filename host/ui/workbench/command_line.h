@@ -25,6 +25,8 @@ public:
     QWidget* edit() const;
     /// Height with a few lines of history.
     int compactHeight() const;
+    /// Long prompts wrap: they keep no window wide.
+    QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
     void enlargeAsked();

@@ -43,6 +43,7 @@ void CompletionList::offer(const std::vector<Completion>& completions) {
     }
     place();
     show();
+    scrollToTop();
     raise();
 }
 

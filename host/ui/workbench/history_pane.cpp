@@ -2,6 +2,7 @@
 #include "host/ui/workbench/history_pane.h"
 
 #include <QScrollBar>
+#include <QtMath>
 
 namespace korvex {
 
@@ -29,7 +30,9 @@ bool HistoryPane::isAtEnd() const {
 void HistoryPane::goToEnd() { verticalScrollBar()->setValue(verticalScrollBar()->maximum()); }
 
 int HistoryPane::heightOf(int lines) const {
-    return lines * fontMetrics().lineSpacing() + 2 * static_cast<int>(document()->documentMargin());
+    const QFontMetricsF metrics(font());
+    const int line = qCeil(metrics.ascent()) + qCeil(metrics.descent()) + qCeil(metrics.leading());
+    return lines * line + 2 * qCeil(document()->documentMargin());
 }
 
 void HistoryPane::append(const QString& text) {

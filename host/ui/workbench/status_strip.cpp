@@ -22,6 +22,7 @@ namespace {
 
 constexpr int kHintMilliseconds = 6000;
 constexpr int kSwatch = 12;
+constexpr int kGap = 8;
 constexpr int kMostLayerCharacters = 32;
 
 QColor colorOf(const HxCmColor& color) {
@@ -67,7 +68,8 @@ StatusStrip::StatusStrip(Dialogue& dialogue, QWidget* parent)
     m_coordinates->setAccessibleName(tr("Coordinates of the cursor"));
     m_coordinates->setToolTip(tr("Where the cursor is, in the current space"));
     m_coordinates->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    m_coordinates->setMinimumWidth(fontMetrics().horizontalAdvance("-0000000.0000, -0000000.0000"));
+    m_coordinates->setContentsMargins(0, 0, kGap, 0);
+    m_coordinates->setMinimumWidth(kGap + fontMetrics().horizontalAdvance("-0000000.0000, -0000000.0000"));
     m_layer->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_layer->setIconSize(QSize(kSwatch, kSwatch));
     addWidget(m_command, 1);

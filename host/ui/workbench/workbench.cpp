@@ -106,6 +106,7 @@ Workbench::Workbench(Placement placement, QWidget* parent)
     editor().console().setPane([this](std::wstring_view text) {
         m_commandLine->append(QString::fromWCharArray(text.data(), static_cast<int>(text.size())));
     });
+    m_view->setDark(isDark());
     refresh();
     m_commandLine->setFocus();
 }
@@ -262,7 +263,6 @@ void Workbench::enlargeCommandLine() {
 
 void Workbench::restorePlacement() {
     resize(kFirstSize);
-    m_splitter->setSizes({kFirstSize.height(), m_commandLine->compactHeight()});
     if (m_placement == Placement::fixed) {
         return;
     }
@@ -271,7 +271,7 @@ void Workbench::restorePlacement() {
     // A window whose screen is gone comes back on one that is there.
     restoreGeometry(uiBytes(kGeometry));
     restoreState(uiBytes(kPanels), kStateVersion);
-    m_splitter->restoreState(uiBytes(kSplitter));
+    m_isDivided = m_splitter->restoreState(uiBytes(kSplitter));
 }
 
 void Workbench::keepPlacement() const {
@@ -279,6 +279,23 @@ void Workbench::keepPlacement() const {
         keepUiBytes(kGeometry, saveGeometry());
         keepUiBytes(kPanels, saveState(kStateVersion));
         keepUiBytes(kSplitter, m_splitter->saveState());
+    }
+}
+
+/// Before the first time there is no height to divide.
+void Workbench::showEvent(QShowEvent* event) {
+    HxUiDockFrameWindow::showEvent(event);
+    if (!m_isDivided) {
+        m_isDivided = true;
+        const int compact = m_commandLine->compactHeight();
+        m_splitter->setSizes({m_splitter->height() - compact, compact});
+    }
+}
+
+void Workbench::changeEvent(QEvent* event) {
+    HxUiDockFrameWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && m_view) {
+        m_view->setDark(isDark());
     }
 }
 

@@ -45,6 +45,8 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -81,6 +83,7 @@ private:
     WorkbenchActions* m_actions = nullptr;
     std::unique_ptr<Watcher> m_watcher;
     bool m_refreshPending = false;
+    bool m_isDivided = false;  ///< drawing and command line have their heights
 };
 
 }  // namespace korvex

@@ -140,6 +140,21 @@ TEST_F(CommandLineTest, KeywordsAreClickedAndReachedByKeys) {
     user->work();
 }
 
+TEST_F(CommandLineTest, LongPromptsKeepNoWindowWide) {
+    user->then([this] { window->resize(1200, 700); });
+    user->enters("-layer");
+    user->then([this] {
+        window->resize(620, 500);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(window->width(), 620);
+        const auto& label = widget<QLabel>("CommandPrompt");
+        EXPECT_GE(label.height(), label.heightForWidth(label.width()));
+        EXPECT_GT(edit().width(), 100);
+    });
+    user->presses(Qt::Key_Escape);
+    user->work();
+}
+
 TEST_F(CommandLineTest, TypingAnywhereReachesIt) {
     user->then([this] {
         window->view().setFocus();

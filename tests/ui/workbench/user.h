@@ -91,7 +91,8 @@ private:
     }
 
     void tick() {
-        if (m_isBeginning) {
+        const bool isFree = !QApplication::activeModalWidget() && !QApplication::activePopupWidget();
+        if (m_isBeginning || (m_depth > 0 && isFree)) {  // a step that waits itself
             return;
         }
         if (m_steps.empty()) {
@@ -121,7 +122,9 @@ private:
             this,
             [this, step] {
                 m_isBeginning = false;
+                ++m_depth;
                 step();
+                --m_depth;
             },
             Qt::QueuedConnection);
     }
@@ -149,6 +152,7 @@ private:
     QElapsedTimer m_quiet;
     std::deque<Waiting> m_steps;
     bool m_isBeginning = false;
+    int m_depth = 0;  ///< steps that have not ended
 };
 
 }  // namespace korvex::test
