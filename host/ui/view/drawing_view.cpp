@@ -277,7 +277,8 @@ void DrawingView::Imp::zoomExtents(const QPointF& pixel) {
 void DrawingView::Imp::wheel(const QWheelEvent& event) {
     const QPointF at = event.position();
     const bool goesOn = m_lastTurn.isValid() && m_lastTurn.elapsed() < kGesturePause &&
-                        m_navigation.isOf(*document()) && (at - m_turnedAt).manhattanLength() < 4;
+                        (at - m_turnedAt).manhattanLength() < 4 &&
+                        m_navigation.goesOn(*document(), contents.frame().map, at);
     if (!goesOn) {
         beginGesture(at);
         m_turnedAt = at;
@@ -304,7 +305,7 @@ void DrawingView::Imp::pinch(const QPinchGesture& pinch) {
     if (pinch.state() == Qt::GestureStarted) {
         beginGesture(at);
     }
-    if (!m_navigation.isOf(*document())) {
+    if (!m_navigation.isOn()) {
         return;
     }
     if (pinch.changeFlags() & QPinchGesture::CenterPointChanged) {
@@ -350,7 +351,7 @@ void DrawingView::Imp::leftPress(const QMouseEvent& event) {
 void DrawingView::Imp::move(const QMouseEvent& event) {
     m_inside = true;
     m_cursor = event.localPos();
-    if (m_panFrom && m_navigation.isOf(*document())) {
+    if (m_panFrom && m_navigation.isOn()) {
         pan(*m_panFrom, m_cursor);
         m_panFrom = m_cursor;
     }

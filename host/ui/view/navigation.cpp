@@ -9,6 +9,9 @@
 
 namespace korvex {
 
+namespace {
+
+/// A viewport's view may be locked against zooming and panning.
 bool isViewLocked(HxDbObjectId viewport) {
     constexpr int kStatusBits = 90;
     constexpr int kLocked = 0x4000;
@@ -22,18 +25,30 @@ bool isViewLocked(HxDbObjectId viewport) {
     return locked;
 }
 
+/// The viewport that is worked in, if it is there and its view can be moved.
+HxDbObjectId viewportAt(const HxDbDatabase& database, Point2 sheet) {
+    const FloatingWindow floating = currentFloatingWindow(database);
+    const HxDbObjectId viewport(floating.viewport);
+    return floating && showsAt(database, *floating.window, sheet) && !isViewLocked(viewport) ? viewport
+                                                                                             : HxDbObjectId();
+}
+
+}  // namespace
+
 void Navigation::begin(Document& document, const ScreenMap& map, const QPointF& pixel) {
     m_document = &document;
     m_last = {};
-    const FloatingWindow floating = currentFloatingWindow(*document.database());
-    m_inViewport = floating && showsAt(*document.database(), *floating.window, map.toSheet(pixel)) &&
-                   !isViewLocked(HxDbObjectId(floating.viewport));
+    m_viewport = viewportAt(*document.database(), map.toSheet(pixel));
+}
+
+bool Navigation::goesOn(const Document& document, const ScreenMap& map, const QPointF& pixel) const {
+    return m_document == &document && m_viewport == viewportAt(*document.database(), map.toSheet(pixel));
 }
 
 void Navigation::zoom(const ScreenMap& map, const QPointF& pixel, double factor) {
     HxDbDatabase& database = *m_document->database();
-    const FloatingWindow floating = currentFloatingWindow(database);
-    if (!m_inViewport || !floating) {
+    const FloatingWindow floating = moving(database);
+    if (!floating) {
         setScreenView(database, map.zoomedAbout(pixel, factor));
         return;
     }
@@ -46,8 +61,8 @@ void Navigation::zoom(const ScreenMap& map, const QPointF& pixel, double factor)
 
 void Navigation::pan(const ScreenMap& map, const QPointF& from, const QPointF& to) {
     HxDbDatabase& database = *m_document->database();
-    const FloatingWindow floating = currentFloatingWindow(database);
-    if (!m_inViewport || !floating) {
+    const FloatingWindow floating = moving(database);
+    if (!floating) {
         setScreenView(database, map.movedBy(to - from));
         return;
     }
@@ -59,12 +74,23 @@ void Navigation::pan(const ScreenMap& map, const QPointF& from, const QPointF& t
 
 void Navigation::zoomExtents() {
     HxDbDatabase& database = *m_document->database();
-    View view = m_inViewport ? currentView(database) : screenView(database);
-    if (m_inViewport && extentsView(database, view)) {
-        keep(view, L"ZOOM");
-    } else if (!m_inViewport && screenExtents(database, view)) {
+    if (moving(database)) {
+        View view = currentView(database);
+        if (extentsView(database, view)) {
+            keep(view, L"ZOOM");
+        }
+        return;
+    }
+    View view = screenView(database);
+    if (screenExtents(database, view)) {
         setScreenView(database, view);
     }
+}
+
+/// The viewport of the gesture, as long as it is the one that is worked in.
+FloatingWindow Navigation::moving(const HxDbDatabase& database) const {
+    const FloatingWindow floating = currentFloatingWindow(database);
+    return floating && HxDbObjectId(floating.viewport) == m_viewport ? floating : FloatingWindow();
 }
 
 Navigation::Step Navigation::now() const {
@@ -86,7 +112,7 @@ void Navigation::keep(const View& view, const wchar_t* name) {
     documents.unlockDocument(m_document);
     m_last = now();
     if (status != Hx::eOk) {
-        m_inViewport = false;  // its view cannot be changed: the window's is from now on
+        m_viewport = {};  // its view cannot be changed: the window's is from now on
     }
 }
 

@@ -9,12 +9,14 @@ namespace korvex {
 class Document;
 
 /// Changes what a document's window shows. Where the cursor is over the floating viewport that is worked in,
-/// that viewport's own view changes, which is a change of the drawing: one undo step for all movements of a
-/// gesture.
+/// that viewport's own view changes, if it is not locked. That is a change of the drawing: one undo step for
+/// all movements of a gesture.
 class Navigation {
 public:
     /// A new gesture begins: at this point of the window.
     void begin(Document& document, const ScreenMap& map, const QPointF& pixel);
+    /// A gesture at this point would move what the last one has moved.
+    bool goesOn(const Document& document, const ScreenMap& map, const QPointF& pixel) const;
     /// What is under `pixel` stays there and becomes `factor` times as large.
     void zoom(const ScreenMap& map, const QPointF& pixel, double factor);
     /// What is under `from` comes to lie under `to`.
@@ -22,7 +24,7 @@ public:
     void zoomExtents();
     /// The document goes, or a gesture is over.
     void end() { m_document = nullptr; }
-    bool isOf(const Document& document) const { return m_document == &document; }
+    bool isOn() const { return m_document != nullptr; }
 
 private:
     /// Where the journal stood after the last movement.
@@ -33,15 +35,13 @@ private:
             return count == o.count && size == o.size && segment == o.segment;
         }
     };
+    FloatingWindow moving(const HxDbDatabase& database) const;
     Step now() const;
     void keep(const View& view, const wchar_t* name);
 
     Document* m_document = nullptr;
-    bool m_inViewport = false;
+    HxDbObjectId m_viewport;  ///< whose view moves; null: the window's
     Step m_last;
 };
-
-/// True for a viewport whose view is locked against zooming and panning.
-bool isViewLocked(HxDbObjectId viewport);
 
 }  // namespace korvex

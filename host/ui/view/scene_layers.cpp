@@ -1,12 +1,9 @@
 // Which layer is out of date when.
 #include "host/ui/view/scene_layers.h"
 
-#include "host/db/kernel/entity_access.h"
 #include "sdk/hxdbentity.h"
 
 #include <QPainter>
-
-#include <algorithm>
 
 namespace korvex {
 
@@ -22,11 +19,6 @@ SceneView sceneView(HxDbDatabase& database, const Frame& frame) {
     view.viewport = database.cvport() > 1 ? hxdbGetCurVportId(&database) : HxDbObjectId();
     view.toView = frame.map.sheetToPixels();
     return view;
-}
-
-bool isThere(const ObjectPath& path) {
-    return !path.empty() &&
-           std::none_of(path.begin(), path.end(), [](const HxDbObjectId& id) { return id.isErased(); });
 }
 
 }  // namespace
@@ -95,11 +87,7 @@ void SceneLayers::drawOver(BackBuffer& buffer, QPainter& painter, const SceneVie
     }
     if (!hastily) {
         buffer.update(frame, [&](QPainter& on, const QRectF& part) {
-            for (const ObjectPath& path : paths) {
-                if (isThere(path)) {
-                    m_painter.paintHighlighted(on, part, view, m_style, path);
-                }
-            }
+            m_painter.paintHighlighted(on, part, view, m_style, paths);
         });
     }
     buffer.draw(painter, frame);

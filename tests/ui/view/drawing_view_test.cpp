@@ -25,7 +25,7 @@ TEST_F(ViewTest, RepaintsOnceAfterChanges) {
     run(L"U U U");
     settle();
     EXPECT_EQ(before, view->grab().toImage());
-    freeze(L"0");
+    turnOff(L"0");
     settle();
     EXPECT_NE(before.pixel(pixel(200, 150)), view->grab().toImage().pixel(pixel(200, 150)));
 }

@@ -65,7 +65,9 @@ TEST_F(ViewTest, TheDrawingIsLeftAsItIs) {
 }
 
 TEST_F(ViewTest, TheViewOfTheDrawingComesBackWhenCommandsChangeIt) {
-    open(kLine);
+    view->setDocument(editor().documents().current());
+    view->show();
+    settle();
     run(L"ZOOM 0,0 40,30");
     const double kept = screenView(database()).height;
     EXPECT_NEAR(30 * 1.05, kept, 1e-9);

@@ -105,6 +105,10 @@ protected:
         const HxDbObjectPointer<HxDbLayerTableRecord> record(layer(name), HxDb::kForWrite);
         EXPECT_EQ(Hx::eOk, record->setIsFrozen(frozen));
     }
+    void turnOff(const wchar_t* name) {
+        const HxDbObjectPointer<HxDbLayerTableRecord> record(layer(name), HxDb::kForWrite);
+        record->setIsOff(true);
+    }
     /// The point of the drawing under a pixel, as the view tells it.
     HxGePoint3d pointAt(const QPoint& at) {
         HxGePoint3d point;
