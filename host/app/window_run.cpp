@@ -9,6 +9,7 @@
 #include "sdk/hxdialog.h"
 
 #include <QCoreApplication>
+#include <QTimer>
 
 namespace korvex {
 
@@ -41,14 +42,22 @@ Workbench* WindowRun::make() {
 }
 
 void WindowRun::letUserAnswer() {
-    if (!m_headless) {
-        editor().input().append(m_workbench->makeSource());
+    if (m_headless) {
+        return;
     }
+    editor().input().append(m_workbench->makeSource());
+    QObject::connect(&m_workbench->dialogue(), &Dialogue::asked, m_workbench.get(), [this] {
+        if (m_workbench->dialogue().request() && !m_troubles.isEmpty()) {
+            QTimer::singleShot(0, m_workbench.get(), [this] { showTroubles(); });
+        }
+    });
 }
 
-void WindowRun::tell(const QString& trouble) {
-    if (!m_headless) {
-        hxuiMessageBox(m_workbench.get(), trouble.toStdWString().c_str(), nullptr, MB_OK | MB_ICONWARNING);
+void WindowRun::showTroubles() {
+    const QString text = m_troubles.join("\n\n");
+    m_troubles.clear();
+    if (!text.isEmpty()) {
+        hxuiMessageBox(m_workbench.get(), text.toStdWString().c_str(), nullptr, MB_OK | MB_ICONWARNING);
     }
 }
 

@@ -1,9 +1,9 @@
 // The workbench of a run: shown from the start, or made when something first needs a window.
 #pragma once
 
-#include <memory>
+#include <QStringList>
 
-class QString;
+#include <memory>
 
 namespace korvex {
 
@@ -20,15 +20,17 @@ public:
 
     /// Lets the user answer what the scripts leave open, until they quit. Headless nothing.
     void letUserAnswer();
-    /// Something at the start went wrong: a box where somebody sits before the window.
-    void tell(const QString& trouble);
+    /// Something at the start went wrong: a box tells it when the scripts are done and the user is asked.
+    void tell(const QString& trouble) { m_troubles << trouble; }
     bool isHeadless() const { return m_headless; }
 
 private:
     Workbench* make();
+    void showTroubles();
 
     bool m_headless;
     std::unique_ptr<Workbench> m_workbench;
+    QStringList m_troubles;
 };
 
 }  // namespace korvex

@@ -29,26 +29,10 @@ class KorvexTest : public ::testing::Test {
 protected:
     /// Runs the program headless.
     ProgramRun korvex(const QStringList& arguments, const QByteArray& input = {}) {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("KORVEX_PROFILE_DIR", m_folder.filePath("profile"));
-        environment.remove("DISPLAY");
-        process.setProcessEnvironment(environment);
-        process.setWorkingDirectory(m_folder.path());
-        process.start(QString(KORVEX_BINARY_DIR) + "/host/korvex", QStringList("--headless") + arguments);
-        process.write(input);
-        process.closeWriteChannel();
-        ProgramRun run;
-        if (process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit) {
-            run.status = process.exitCode();
-        } else {
-            process.kill();
-            process.waitForFinished();
-        }
-        run.out = QString::fromUtf8(process.readAllStandardOutput());
-        run.err = QString::fromUtf8(process.readAllStandardError());
-        return run;
+        return start(QStringList("--headless") + arguments, input);
     }
+    /// Runs it with a window, on a screen that nobody sees.
+    ProgramRun windowed(const QStringList& arguments) { return start(arguments, {}); }
     /// Each command string as a -c option.
     ProgramRun commands(const QStringList& files, const QStringList& strings) {
         QStringList arguments = files;
@@ -78,6 +62,29 @@ protected:
     }
 
 private:
+    ProgramRun start(const QStringList& arguments, const QByteArray& input) {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("KORVEX_PROFILE_DIR", m_folder.filePath("profile"));
+        environment.remove("DISPLAY");
+        environment.insert("QT_QPA_PLATFORM", "offscreen");
+        process.setProcessEnvironment(environment);
+        process.setWorkingDirectory(m_folder.path());
+        process.start(QString(KORVEX_BINARY_DIR) + "/host/korvex", arguments);
+        process.write(input);
+        process.closeWriteChannel();
+        ProgramRun run;
+        if (process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit) {
+            run.status = process.exitCode();
+        } else {
+            process.kill();
+            process.waitForFinished();
+        }
+        run.out = QString::fromUtf8(process.readAllStandardOutput());
+        run.err = QString::fromUtf8(process.readAllStandardError());
+        return run;
+    }
+
     QTemporaryDir m_folder;
 };
 

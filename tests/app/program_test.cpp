@@ -1,6 +1,9 @@
 // The program from its command line to its exit status.
 #include "tests/app/korvex_run.h"
 
+#include <QImage>
+#include <QSet>
+
 #include "sdk/hxdbsymtb.h"
 
 namespace korvex::test {
@@ -63,6 +66,44 @@ TEST_F(Program, TellsOfChangesThatAreLost) {
 TEST_F(Program, HelpsAndNamesItsVersion) {
     EXPECT_TRUE(korvex({"--help"}).says("--script"));
     EXPECT_EQ(korvex({"--version"}).out, "korvex 1.0\n");
+}
+
+TEST_F(Program, AWindowRunsScriptsFirstAndStaysUntilQuit) {
+    write("two.scr", "LINE 0,0 1,1 \nSAVEAS b.dxf\n");
+    const ProgramRun run =
+        windowed({"--script", "two.scr", "-c", "NOSUCH", "-c", "PICTURE window.png", "-c", "QUIT"});
+    EXPECT_EQ(run.status, 0) << run.err.toStdString();
+    EXPECT_TRUE(run.out.isEmpty()) << "the dialogue is in the window";
+    EXPECT_TRUE(run.complains("Unknown command \"NOSUCH\""));
+    EXPECT_TRUE(read("b.dxf").contains("LINE"));
+    EXPECT_FALSE(QImage(path("window.png")).isNull());
+}
+
+TEST_F(Program, AWindowOpensOnADrawingThatCannotBeRead) {
+    // The box about it would come after the scripts, which find a new drawing.
+    write("bad.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n 10\nabc\n  0\nENDSEC\n  0\nEOF\n");
+    const ProgramRun run = windowed({"bad.dxf", "-c", "SAVEAS new.dxf", "-c", "QUIT"});
+    EXPECT_TRUE(run.complains("line 8, group 10")) << run.err.toStdString();
+    EXPECT_EQ(run.status, 1);
+    EXPECT_FALSE(read("new.dxf").isEmpty());
+}
+
+TEST_F(Program, MakesAWindowForAPictureWithoutADisplay) {
+    const ProgramRun run = commands({KORVEX_SOURCE_DIR "/samples/office-floor.dxf"},
+                                    {"ZOOM E", "PICTURE shot.png", "PICTURE tabs.png DocumentTabs"});
+    EXPECT_EQ(run.status, 0) << run.err.toStdString();
+    const QImage shot(path("shot.png"));
+    EXPECT_EQ(shot.size(), QSize(1280, 800));
+    // The drawing has many colours, the window has few.
+    QSet<QRgb> colors;
+    for (int y = 100; y < 600; y += 2) {
+        for (int x = 0; x < shot.width(); x += 2) {
+            colors.insert(shot.pixel(x, y));
+        }
+    }
+    EXPECT_GT(colors.size(), 8);
+    EXPECT_FALSE(QImage(path("tabs.png")).isNull());
+    EXPECT_TRUE(run.says("Command: PICTURE"));
 }
 
 TEST_F(Program, OpensSeveralDrawings) {
