@@ -29,6 +29,9 @@ inline HxRxDynamicLinker& linker() {
 /// Widgets need it; one for the process, which it outlives: the offscreen platform leaks its screen when it
 /// is taken down.
 inline void needApplication() {
+    if (QCoreApplication::instance()) {
+        return;
+    }
     static int count = 1;
     static char name[] = "module_test";
     static char* arguments[] = {name, nullptr};

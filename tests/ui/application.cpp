@@ -1,5 +1,5 @@
 // The application object that every test of the user interface runs in.
-#include <QApplication>
+#include "host/ui/workbench/host_application.h"
 
 #include <cstdio>
 #include <gtest/gtest.h>
@@ -19,7 +19,7 @@ public:
     void SetUp() override {
         qInstallMessageHandler(showMessage);
         QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-        m_application = std::make_unique<QApplication>(m_count, m_arguments);
+        m_application = std::make_unique<korvex::HostApplication>(m_count, m_arguments);
     }
     void TearDown() override { m_application.reset(); }
 

@@ -159,6 +159,8 @@ void Dialogue::run(const QString& text, HxApDocument* document) {
         m_unwanted = processor.commandCount();
         m_cancelled = 0;
         editor().input().stopScripts();
+    } else if (!runsInside(text) && isAsking()) {
+        cancel();  // a palette asks
     }
     editor().input().send(text.toStdWString(), options);
 }

@@ -9,6 +9,7 @@ namespace korvex {
 namespace {
 
 constexpr int kMostLines = 5000;
+constexpr int kRounding = 3;  // lines are laid out in fractions of pixels
 
 }  // namespace
 
@@ -32,7 +33,7 @@ void HistoryPane::goToEnd() { verticalScrollBar()->setValue(verticalScrollBar()-
 int HistoryPane::heightOf(int lines) const {
     const QFontMetricsF metrics(font());
     const int line = qCeil(metrics.ascent()) + qCeil(metrics.descent()) + qCeil(metrics.leading());
-    return lines * line + 2 * qCeil(document()->documentMargin());
+    return lines * line + 2 * qCeil(document()->documentMargin()) + kRounding;
 }
 
 void HistoryPane::append(const QString& text) {

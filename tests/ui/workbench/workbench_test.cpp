@@ -119,6 +119,52 @@ TEST_F(WholeWindowTest, MayBeDeletedWhileAPromptWaits) {
     EXPECT_EQ(window, nullptr);
 }
 
+/// Fails in an event handler, as a palette of a module may.
+class Faulty : public QObject {
+public:
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::User) {
+            throw std::runtime_error("a fault in a handler");
+        }
+        return QObject::event(event);
+    }
+};
+
+TEST_F(WholeWindowTest, FaultsInHandlersEndInAMessage) {
+    Faulty faulty;
+    user->enters("CIRCLE");
+    user->then([&faulty] { QCoreApplication::postEvent(&faulty, new QEvent(QEvent::User)); });
+    user->when([this] { return !failures.empty(); }, [] {});
+    user->enters("5,5");
+    user->enters("1");
+    user->work();
+    ASSERT_EQ(failures.size(), 1U);
+    EXPECT_TRUE(contains(failures[0], L"a fault in a handler"));
+    EXPECT_TRUE(history().contains("a fault in a handler"));
+}
+
+/// Goes on asking whatever the user says.
+void askForEver() {
+    while (true) {
+        askKeyword({L"Again?", L"No"});
+    }
+}
+
+TEST_F(WholeWindowTest, ACommandThatNeverStopsAskingCanBeLeft) {
+    define(L"FOREVER", askForEver);
+    user->enters("FOREVER");
+    user->presses(Qt::Key_Escape);
+    user->then([this] {
+        EXPECT_TRUE(window->dialogue().isAsking());
+        window->findChild<QAction*>("ActionRedraw")->trigger();  // transparent: nothing is given up
+    });
+    user->then([this] { window->findChild<QAction*>("ActionRegen")->trigger(); });
+    user->atCommandPrompt([] {});
+    user->work();
+    ASSERT_EQ(failures.size(), 1U);
+    EXPECT_TRUE(contains(failures[0], L"FOREVER was stopped"));
+}
+
 TEST_F(WholeWindowTest, EveryControlHasANameAndAToolTip) {
     for (const char* name : {"CommandLine", "DrawingView", "DocumentTabs", "LayoutTabs", "StatusCoordinates",
                              "StatusLayer", "StatusSpace", "CommandHistory"}) {
