@@ -152,7 +152,7 @@ void Workbench::connectParts() {
     connect(m_commandLine, &CommandLine::cancelledIdle, this, &Workbench::deselect);
     connect(this, &HxUiDockFrameWindow::OnIdle, this, [this] {
         m_documents->refresh();
-        m_actions->refresh();
+        m_actions->refreshState();
         refreshTitle();
     });
     const auto onKeys = [this](const char* keys, const std::function<void()>& handler) {

@@ -275,6 +275,10 @@ void WorkbenchActions::refresh() {
     for (const auto& [row, made] : m_rows) {
         made->setEnabled(isAvailable(*row));
     }
+    refreshState();
+}
+
+void WorkbenchActions::refreshState() {
     refreshUndo();
     action(isDark() ? "ActionThemeDark" : "ActionThemeLight")->setChecked(true);
     action("ActionLayerPalette")->setChecked(hxuiMainAppService()->isLayerPaletteVisible());

@@ -24,8 +24,10 @@ public:
     /// Fills the window's menu bar and makes its toolbar.
     WorkbenchActions(QMainWindow& window, Dialogue& dialogue);
 
-    /// Names of undo steps, what needs a drawing, ticks.
+    /// What there is a drawing and a command for; ticks, names of undo steps.
     void refresh();
+    /// Ticks and undo steps alone, which may change at any time.
+    void refreshState();
     /// The action of an object name ("ActionOpen"); null when there is none.
     QAction* action(const QString& name) const;
     /// What an action of the window does when it is triggered.
