@@ -11,11 +11,14 @@
 #include <QMouseEvent>
 #include <QToolButton>
 
+#include <algorithm>
+
 namespace korvex {
 
 namespace {
 
 constexpr int kCloseIcon = 12;
+constexpr int kLeastTitle = 20;  ///< characters of a title that is cut, its close button included
 
 DocumentManager& documents() { return editor().documents(); }
 
@@ -126,6 +129,11 @@ void DocumentTabs::closeTab(int index) {
         return;
     }
     m_dialogue.run("_.CLOSE\n", document);
+}
+
+QSize DocumentTabs::minimumTabSizeHint(int index) const {
+    const QSize whole = tabSizeHint(index);
+    return {std::min(whole.width(), kLeastTitle * fontMetrics().averageCharWidth()), whole.height()};
 }
 
 void DocumentTabs::mouseReleaseEvent(QMouseEvent* event) {

@@ -24,6 +24,8 @@ Q_SIGNALS:
     void refused(const QString& why);
 
 protected:
+    /// Many tabs are scrolled before their titles are cut to nothing.
+    QSize minimumTabSizeHint(int index) const override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
