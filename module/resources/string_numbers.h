@@ -40,7 +40,7 @@ enum KvString : std::uint32_t {
     kStrPaletteTitle = 10121,
     kStrBlockedCaption = 10122,  ///< caption of 10123
     kStrBlockedMessage = 10123,  ///< refusal of edits while a command runs that layers must stay for
-    kStrHeaderStatus = 10200,  ///< column headers of the layer grid, 10200 to 10218
+    kStrHeaderStatus = 10200,    ///< column headers of the layer grid, 10200 to 10218
     kStrHeaderName = 10201,
     kStrHeaderOn = 10202,
     kStrHeaderFreeze = 10203,
