@@ -234,7 +234,7 @@ TEST_F(ModuleDialogTest, KeepsTheModuleWhileItsDialogsAreOpen) {
         QTimer::singleShot(0, [&] { status = dynamicLinker().unloadModule(kName, &error); });
         run(std::wstring(command) + L"\nDELAY 20\nEND 7\n");
         EXPECT_EQ(status, Hx::eRefused);
-        EXPECT_TRUE(contains(error, L"is open")) << error.c_str();
+        EXPECT_TRUE(contains(error, L"is in use: its ")) << error.c_str();
     }
     EXPECT_EQ(dynamicLinker().unloadModule(kName, nullptr), Hx::eOk);
 }
