@@ -1,6 +1,7 @@
 // Scripts that work in dialogs, as a user would with mouse and keyboard.
 #include "tests/ui/dialogs/trial_dialog.h"
 
+#include <QFileDialog>
 #include <QHeaderView>
 #include <QTimer>
 
@@ -271,6 +272,22 @@ TEST_F(DialogScriptTest, TakesPictures) {
     EXPECT_TRUE(hasContent(table));
     EXPECT_CONTAINS(shown, L"Trial Layers\n");
     EXPECT_CONTAINS(shown, L"  IDC_NAME_LABEL: \"&Name:\"\n");
+}
+
+TEST_F(DialogScriptTest, WorksInDialogsThatAreNotTheHosts) {
+    QStringList files;
+    define(L"SHOW", [&] {
+        QFileDialog chooser(nullptr, "Import", QString::fromStdWString(path("")));
+        chooser.setOption(QFileDialog::DontUseNativeDialog);
+        chooser.setFileMode(QFileDialog::AnyFile);
+        files = chooser.exec() ? chooser.selectedFiles() : QStringList();
+    });
+    run(L"SHOW\nTYPE fileNameEdit plan.las\nCLICK Open\n");
+    EXPECT_TRUE(failures.empty());
+    ASSERT_EQ(files.size(), 1);
+    EXPECT_TRUE(files[0].endsWith("/plan.las"));
+    run(L"SHOW\nCLICK Cancel\n");
+    EXPECT_TRUE(files.isEmpty());
 }
 
 TEST_F(DialogScriptTest, LeavesDialogsToAUserWhoSitsThere) {
