@@ -99,18 +99,18 @@ public:
     /// System filters come first in the root, the others in stored order.
     const HxArray<HxLyLayerFilter*>& getNestedFilters() const;
     /// Appends a user's filter, which this one owns from now on. eInvalidInput for null, a system filter, one
-    /// without name, one that has a parent or is an ancestor; eRefused when allowNested() is false;
-    /// eDuplicateKey when a filter of the tree has the name of it or of one nested in it. On failure it stays
-    /// the caller's.
+    /// without name, one that has a parent or is an ancestor, a group with layers of another drawing;
+    /// eRefused when allowNested() is false; eDuplicateKey when a filter of the tree has the name of it or of
+    /// one nested in it. On failure it stays the caller's.
     Hx::ErrorStatus addNested(HxLyLayerFilter* filter);
     /// Takes a filter out, which is the caller's then, with what is nested in it. It may be added elsewhere,
     /// which moves it. eInvalidInput for one that is not nested here; eRefused when its allowDelete() is
     /// false.
     Hx::ErrorStatus removeNested(HxLyLayerFilter* filter);
     /// Brings the dynamic filters up to date with the drawing: in "<XrefRoot" one for each attached external
-    /// reference, by name; in the root "<ViewportOverrides", which is there while the active viewport has
-    /// overrides, and what hangs below. Those that stay keep their addresses, those whose ground is gone are
-    /// deleted. eNotApplicable for filters that have no dynamic ones.
+    /// reference, with its name; in the root "<ViewportOverrides", which is there while a layer has overrides
+    /// in the active viewport, and those of "<XrefRoot". Filters that stay keep their addresses, those whose
+    /// ground is gone are deleted. eNotApplicable for filters that have no dynamic ones.
     Hx::ErrorStatus generateNested();
 
     class Imp;

@@ -1,7 +1,7 @@
 // Finds the layers that a list of names means.
 #include "host/editor/layer_names.h"
 
-#include "host/editor/wildcard.h"
+#include "host/db/values/wildcard.h"
 #include "sdk/hxdbsymtb.h"
 
 #include <memory>

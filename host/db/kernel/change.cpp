@@ -41,6 +41,7 @@ Hx::ErrorStatus prepareChange(HxDbStub& stub) {
     db.journal.recordChange(stub);
     stub.implicit = false;
     db.modified = true;
+    ++db.changes;
     return Hx::eOk;
 }
 
@@ -106,6 +107,7 @@ HxDbStub& addToDatabase(HxDbDatabase& database, HxDbObject* object, HxDbStub* ow
     imp.appendedAt = db.journal.size() + 1;
     db.journal.recordAppend(stub);
     db.modified = true;
+    ++db.changes;
     imp.added(database);
     ++stub.notifying;
     notifyAll(db.reactors, [&](HxDbDatabaseReactor& r) { r.objectAppended(&database, object); });

@@ -18,7 +18,8 @@ HxDbDatabase* g_working = nullptr;
 
 }  // namespace
 
-HxDbDatabase::Imp::Imp(HxDbDatabase& database) : self(database), journal(database), transactions(&database) {}
+HxDbDatabase::Imp::Imp(HxDbDatabase& database)
+    : self(database), journal(database), transactions(&database), filters(&database) {}
 
 HxDbDatabase::Imp::~Imp() {
     for (HxDbStub& stub : stubs) {
@@ -149,6 +150,7 @@ Hx::ErrorStatus HxDbDatabase::setCvport(std::int16_t number) {
         return Hx::eInvalidInput;
     }
     m_imp->cvport = number;
+    ++m_imp->changes;
     return Hx::eOk;
 }
 
@@ -160,6 +162,7 @@ Hx::ErrorStatus HxDbDatabase::getHxDbObjectId(HxDbObjectId& id, bool, const HxDb
 }
 
 HxDbTransactionManager* HxDbDatabase::transactionManager() const { return &m_imp->transactions; }
+HxLyLayerFilterManager* HxDbDatabase::layerFilterManager() const { return &m_imp->filters; }
 
 void HxDbDatabase::addReactor(HxDbDatabaseReactor* reactor) const { addOnce(m_imp->reactors, reactor); }
 void HxDbDatabase::removeReactor(HxDbDatabaseReactor* reactor) const { removeFrom(m_imp->reactors, reactor); }

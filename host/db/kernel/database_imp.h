@@ -7,6 +7,7 @@
 #include "host/db/kernel/name_log.h"
 #include "host/db/kernel/object_imp.h"
 #include "sdk/hxdbtransaction.h"
+#include "sdk/hxlyfilter.h"
 
 #include <array>
 #include <deque>
@@ -76,7 +77,8 @@ public:
     std::wstring error;
     bool writesHandles = true;
     bool modified = false;
-    bool hasErased = false;  ///< something was erased since the drawing was read
+    std::uint64_t changes = 0;  ///< moves with every change of an object or header value, for caches
+    bool hasErased = false;     ///< something was erased since the drawing was read
     std::int16_t cvport = 1;
 
     std::deque<HxDbStub> stubs;
@@ -89,6 +91,7 @@ public:
     std::vector<korvex::FileItem> layout;
     korvex::Journal journal;
     HxDbTransactionManager transactions;
+    HxLyLayerFilterManager filters;
     std::vector<HxDbDatabaseReactor*> reactors;
     std::map<HxDbStub*, std::unique_ptr<HxDbDatabase>> xrefs;  ///< loaded drawings by block record
     std::vector<std::unique_ptr<HxDbDatabase>> formerXrefs;    ///< whose place another has taken

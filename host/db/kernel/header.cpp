@@ -129,6 +129,7 @@ void setHeaderValue(HxDbDatabase& database, const std::wstring& name,
     }
     value->groups = Blob(out.take(), db.names.size());
     db.modified = true;
+    ++db.changes;
     db.currentLayer = nullptr;
     notifyAll(db.reactors,
               [&](HxDbDatabaseReactor& r) { r.headerSysVarChanged(&database, bare.c_str(), true); });

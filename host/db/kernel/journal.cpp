@@ -296,6 +296,7 @@ void Journal::restoreObject(const Entry& entry) {
         stub.layer = nullptr;
         readObject(stub);
     }
+    ++m_database.imp()->changes;
     tellRestored(stub, wasErased, wasUnappended);
     stub.undoing = false;
 }
@@ -314,6 +315,7 @@ void Journal::restoreHeader(const Entry& entry) {
         db.header.values.push_back({entry.headerName, entry.blob});
     }
     db.currentLayer = nullptr;
+    ++db.changes;
     notifyAll(db.reactors,
               [&](HxDbDatabaseReactor& r) { r.headerSysVarChanged(&m_database, name.c_str(), true); });
 }

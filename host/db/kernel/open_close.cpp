@@ -123,6 +123,7 @@ void revertChange(HxDbStub& stub) {
     stub.implicit = before.implicit;
     stub.changed = false;
     stub.layer = nullptr;
+    ++stub.database->imp()->changes;
     if (before.blob.empty()) {
         stub.unappended = true;  // it was added in this open: nothing was there before
         currentBlob(stub);

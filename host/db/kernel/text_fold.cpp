@@ -4,21 +4,18 @@
 #include <QChar>
 
 namespace korvex {
-namespace {
 
-wchar_t fold(wchar_t c) {
+wchar_t foldCharacter(wchar_t c) {
     if (c < 128) {
         return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + 32) : c;
     }
     return static_cast<wchar_t>(QChar::toCaseFolded(static_cast<uint>(c)));
 }
 
-}  // namespace
-
 std::wstring foldName(std::wstring_view name) {
     std::wstring out(name);
     for (wchar_t& c : out) {
-        c = fold(c);
+        c = foldCharacter(c);
     }
     return out;
 }
@@ -28,7 +25,7 @@ bool equalNames(std::wstring_view a, std::wstring_view b) {
         return false;
     }
     for (std::size_t i = 0; i < a.size(); ++i) {
-        if (a[i] != b[i] && fold(a[i]) != fold(b[i])) {
+        if (a[i] != b[i] && foldCharacter(a[i]) != foldCharacter(b[i])) {
             return false;
         }
     }

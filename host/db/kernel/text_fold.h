@@ -6,6 +6,8 @@
 
 namespace korvex {
 
+/// A character with case taken out.
+wchar_t foldCharacter(wchar_t c);
 /// The name with case taken out; equal names fold to equal texts.
 std::wstring foldName(std::wstring_view name);
 bool equalNames(std::wstring_view a, std::wstring_view b);

@@ -1,10 +1,10 @@
 // -LAYER: makes layers and sets their properties from the command line.
+#include "host/db/values/wildcard.h"
 #include "host/editor/commands/command_support.h"
 #include "host/editor/commands/host_commands.h"
 #include "host/editor/commands/layer_values.h"
 #include "host/editor/layer_names.h"
 #include "host/editor/system_variables.h"
-#include "host/editor/wildcard.h"
 #include "sdk/hxdbdict.h"
 #include "sdk/hxdbentity.h"
 

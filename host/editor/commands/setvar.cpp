@@ -1,10 +1,10 @@
 // SETVAR: lists, shows and sets system variables.
 #include "host/editor/commands/setvar.h"
 
+#include "host/db/values/wildcard.h"
 #include "host/editor/command_processor.h"
 #include "host/editor/commands/host_commands.h"
 #include "host/editor/editor.h"
-#include "host/editor/wildcard.h"
 
 namespace korvex {
 

@@ -1,4 +1,5 @@
 // XREF: attaches other drawings, lets them go, reads them again.
+#include "host/db/values/wildcard.h"
 #include "host/editor/commands/command_support.h"
 #include "host/editor/commands/host_commands.h"
 #include "host/editor/commands/place_block.h"
@@ -6,7 +7,6 @@
 #include "host/editor/editor.h"
 #include "host/editor/editor_notices.h"
 #include "host/editor/layer_names.h"
-#include "host/editor/wildcard.h"
 #include "host/editor/xrefs.h"
 #include "sdk/hxdbentity.h"
 

@@ -1,6 +1,7 @@
-// Name patterns of the command line: "A-*,~*DIM*,L##".
+// Name patterns of commands and layer filters: "A-*,~*DIM*,L##".
 #pragma once
 
+#include <initializer_list>
 #include <memory>
 #include <string_view>
 
@@ -21,6 +22,8 @@ public:
     Pattern(const Pattern&) = delete;
     Pattern& operator=(const Pattern&) = delete;
     bool matches(std::wstring_view name) const;
+    /// Of a thing with several names: one of them fits, or with ~ in front none of them.
+    bool matchesAny(std::initializer_list<std::wstring_view> names) const;
 
 private:
     struct Alternative;

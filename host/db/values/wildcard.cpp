@@ -1,10 +1,11 @@
 // Matches names with patterns, going back to the last "*" only.
-#include "host/editor/wildcard.h"
+#include "host/db/values/wildcard.h"
 
 #include "host/db/kernel/text_fold.h"
 
 #include <QChar>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -96,7 +97,7 @@ bool matchesPlaces(std::wstring_view name, const std::vector<Place>& places) {
         if (p < places.size() && places[p].kind == Place::run) {
             afterRun = ++p;
             tried = n;
-        } else if (p < places.size() && places[p].takes(name[n])) {
+        } else if (p < places.size() && places[p].takes(foldCharacter(name[n]))) {
             ++n;
             ++p;
         } else if (afterRun != std::wstring_view::npos) {
@@ -137,14 +138,16 @@ Pattern::Pattern(std::wstring_view pattern) : m_parts(std::make_unique<Parts>())
 
 Pattern::~Pattern() = default;
 
-bool Pattern::matches(std::wstring_view name) const {
-    const std::wstring folded = foldName(name);
-    for (const Alternative& alternative : m_parts->alternatives) {
-        if (matchesPlaces(folded, alternative.places) != alternative.negated) {
-            return true;
-        }
-    }
-    return false;
+bool Pattern::matches(std::wstring_view name) const { return matchesAny({name}); }
+
+bool Pattern::matchesAny(std::initializer_list<std::wstring_view> names) const {
+    const std::vector<Alternative>& all = m_parts->alternatives;
+    return std::any_of(all.begin(), all.end(), [&](const Alternative& alternative) {
+        const bool fits = std::any_of(names.begin(), names.end(), [&](std::wstring_view name) {
+            return matchesPlaces(name, alternative.places);
+        });
+        return fits != alternative.negated;
+    });
 }
 
 bool matchesPattern(std::wstring_view name, std::wstring_view pattern) {

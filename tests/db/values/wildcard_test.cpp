@@ -1,5 +1,5 @@
 // Name patterns.
-#include "host/editor/wildcard.h"
+#include "host/db/values/wildcard.h"
 
 #include <gtest/gtest.h>
 
