@@ -19,8 +19,8 @@ bool equalFolded(std::wstring_view a, std::wstring_view b) {
 }  // namespace
 
 bool KvLayerData::fillData(const HxDbLayerTableRecord* record, const HxDbDatabase* /*database*/) {
-    CStdStr<wchar_t> name;
-    if (!record || record->getName(name) != Hx::eOk || equalFolded(name, kConstraintLayer)) return false;
+    const wchar_t* const name = record ? record->name() : nullptr;
+    if (!name || equalFolded(name, kConstraintLayer)) return false;
     m_record = const_cast<HxDbLayerTableRecord*>(record);
     m_id = record->objectId();
     return true;
