@@ -89,6 +89,9 @@ public:
         }
     }
 
+    /// The content is there already.
+    void keepContent() { m_hasContent = true; }
+
 private:
     const HxLyLayerFilter& m_filter;
     GroupWriter& m_out;
@@ -108,12 +111,12 @@ HxDbStub* filterDictionaryOf(HxDbStub& holder, const wchar_t* name) {
     return object ? dictionaryEntry(object->extensionDictionary().stub(), name) : nullptr;
 }
 
-FilterRecord readFilterRecord(HxDbStub& record) {
+namespace {
+
+FilterRecord readGroups(std::string_view groups, const HxDbDatabase& database) {
     FilterRecord read;
-    const std::string* groups = xrecordGroups(record);
-    const HxDbDatabase& database = *record.database;
     bool hasKind = false;
-    GroupCursor cursor(groups ? std::string_view(*groups) : std::string_view(), database.imp()->format);
+    GroupCursor cursor(groups, database.imp()->format);
     while (cursor.next()) {
         switch (cursor.code()) {
         case kTextCode:
@@ -133,6 +136,13 @@ FilterRecord readFilterRecord(HxDbStub& record) {
         }
     }
     return read;
+}
+
+}  // namespace
+
+FilterRecord readFilterRecord(HxDbStub& record) {
+    const std::string* groups = xrecordGroups(record);
+    return readGroups(groups ? std::string_view(*groups) : std::string_view(), *record.database);
 }
 
 FilterRecord readOlderFilterRecord(HxDbStub& record) {
@@ -158,14 +168,20 @@ FilterRecord readOlderFilterRecord(HxDbStub& record) {
     return read;
 }
 
+/// Layers that did not change keep their groups, those that name nothing among them.
 std::string filterGroups(const HxLyLayerFilter& filter, std::string_view old, const GroupFormat& format) {
     GroupWriter out(format);
     FilterGroups fresh(filter, out);
+    const bool keepsLayers = filter.isIdFilter() && !old.empty() &&
+                             readGroups(old, *filter.imp()->treeDatabase()).layers == filter.imp()->layers;
     const int contentCode = filter.isIdFilter() ? kLayerCode : kExpressionCode;
     GroupCursor cursor(old, format);
     while (cursor.next()) {
         if (cursor.code() == kNameCode) {
             fresh.name();
+        } else if (cursor.code() == contentCode && keepsLayers) {
+            fresh.keepContent();
+            out.copy(cursor);
         } else if (cursor.code() == contentCode) {
             fresh.content();
         } else {

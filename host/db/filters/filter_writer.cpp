@@ -28,18 +28,6 @@ bool isEntry(HxDbStub* dictionary, const HxDbStub* record) {
     return dictionary && record && !record->erased && entryName(*dictionary, *record, name);
 }
 
-/// The record says something else than the filter.
-bool differs(const Filter& filter) {
-    const Filter::Imp& imp = *filter.imp();
-    if (filter.isProxy()) {
-        return false;
-    }
-    const FilterRecord stored =
-        imp.isOlder ? readOlderFilterRecord(*imp.record) : readFilterRecord(*imp.record);
-    return stored.name != imp.name || stored.kind != imp.kind || stored.expression != imp.expressionText ||
-           (filter.isIdFilter() && stored.layers != imp.layers);
-}
-
 Hx::ErrorStatus setGroups(HxDbStub& record, std::string groups) {
     const WriteAccess open(record);
     Hx::ErrorStatus status = open.status();
@@ -77,6 +65,7 @@ private:
         return filterDictionaryOf(holderOf(parent), kFilterDictionary);
     }
     bool isInPlace(const Filter& filter) const;
+    bool differs(const Filter& filter) const;
     Hx::ErrorStatus makePlace(const Filter& parent, HxDbStub*& dictionary);
     Hx::ErrorStatus writeNested(Filter& parent);
     Hx::ErrorStatus writeFilter(Filter& filter);
@@ -119,6 +108,21 @@ bool FilterWriter::isInPlace(const Filter& filter) const {
     const bool isTop = imp.parent == &m_root;
     return imp.isOlder ? isTop && isEntry(filterDictionaryOf(m_table, kOlderFilterDictionary), imp.record)
                        : isEntry(placeIn(*imp.parent), imp.record);
+}
+
+/// The record says something else than the filter. A record without a name has that of its entry.
+bool FilterWriter::differs(const Filter& filter) const {
+    const Filter::Imp& imp = *filter.imp();
+    if (filter.isProxy()) {
+        return false;
+    }
+    FilterRecord stored = imp.isOlder ? readOlderFilterRecord(*imp.record) : readFilterRecord(*imp.record);
+    std::wstring entry;
+    if (stored.name.empty() && !imp.isOlder && entryName(*placeIn(*imp.parent), *imp.record, entry)) {
+        stored.name = entry;
+    }
+    return stored.name != imp.name || stored.kind != imp.kind || stored.expression != imp.expressionText ||
+           (filter.isIdFilter() && stored.layers != imp.layers);
 }
 
 Hx::ErrorStatus FilterWriter::makePlace(const Filter& parent, HxDbStub*& dictionary) {

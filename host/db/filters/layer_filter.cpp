@@ -177,7 +177,10 @@ Hx::ErrorStatus HxLyLayerFilter::addNested(HxLyLayerFilter* filter) {
     if (isTaken) {
         return Hx::eDuplicateKey;
     }
-    m_imp->append(std::unique_ptr<HxLyLayerFilter>(filter));
+    // Behind those of the tree's records, as it will be read again.
+    const auto older = std::find_if(m_imp->nested.begin(), m_imp->nested.end(),
+                                    [](const HxLyLayerFilter* one) { return one->m_imp->isOlder; });
+    m_imp->insert(std::unique_ptr<HxLyLayerFilter>(filter), static_cast<int>(older - m_imp->nested.begin()));
     return Hx::eOk;
 }
 

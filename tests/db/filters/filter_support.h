@@ -20,7 +20,7 @@ inline std::string filterDrawing() {
 0 DICTIONARY | 5 A0 | 330 2 | 100 AcDbDictionary | 280 1 | 281 1 | 3 ACAD_LAYERFILTERS | 360 A1 | 3 ACLYDICTIONARY | 360 A2
 0 DICTIONARY | 5 A1 | 102 {ACAD_REACTORS | 330 A0 | 102 } | 330 A0 | 100 AcDbDictionary | 281 1 | 3 Red | 350 A7 | 3 Thick walls | 350 A8 | 3 Thawed | 350 A9
 0 DICTIONARY | 5 A2 | 102 {ACAD_REACTORS | 330 A0 | 102 } | 330 A0 | 100 AcDbDictionary | 281 1 | 3 *A1 | 350 A3 | 3 *A2 | 350 A4 | 3 *A3 | 350 A5 | 1001 ACAD | 1000 <All
-0 XRECORD | 5 A3 | 102 {ACAD_REACTORS | 330 A2 | 102 } | 102 {ACAD_XDICTIONARY | 360 B0 | 102 } | 330 A2 | 100 AcDbXrecord | 280     1 | 1 AcLyLayerFilter | 90        1 | 300 Red | 301 COLOR=="1" AND NAME=="*" | 1070     3
+0 XRECORD | 5 A3 | 102 {ACAD_REACTORS | 330 A2 | 102 } | 102 {ACAD_XDICTIONARY | 360 B0 | 102 } | 330 A2 | 100 AcDbXrecord | 280     1 | 1 AcLyLayerFilter | 90        1 | 300 Red | 301 COLOR=="1" AND NAME=="*" | 62     3
 0 XRECORD | 5 A4 | 330 A2 | 100 AcDbXrecord | 280     1 | 1 AcLyLayerGroup | 90        1 | 300 Doors | 330 12 | 330 FE | 330 15
 0 XRECORD | 5 A5 | 330 A2 | 100 AcDbXrecord | 280     1 | 1 OtherMakersFilter | 90        7 | 300 Other | 40 1.50 | 310 00FF
 0 DICTIONARY | 5 B0 | 330 A3 | 100 AcDbDictionary | 280 1 | 281 1 | 3 ACLYDICTIONARY | 360 B1
