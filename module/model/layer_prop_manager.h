@@ -70,6 +70,11 @@ public:
     HxArray<KvLayerData*> GetFilteredLayers(const HxArray<KvLayerData*>& layers,
                                             const HxLyLayerFilter* filter, int flag = 0) const;
 
+    /// The entry of a layer; null when it is not listed.
+    KvLayerData* FindLayer(HxDbObjectId layer) const;
+    /// Entries that may be used, of layers that are not erased.
+    int validLayerCount() const;
+
     /// Makes a layer with default properties and puts it at the end of the list; null for the next free
     /// default name. False without a drawing, when the layer table or the name cannot be had.
     bool AddNewLayer(const wchar_t* name);

@@ -94,8 +94,18 @@ void KvLayerPropManager::listRecord(const HxDbLayerTableRecord* record) {
 }
 
 KvLayerData* KvLayerPropManager::entryOf(const HxDbLayerTableRecord* record) const {
-    const auto found = record ? m_entries.find(record->objectId()) : m_entries.end();
+    return record ? FindLayer(record->objectId()) : nullptr;
+}
+
+KvLayerData* KvLayerPropManager::FindLayer(HxDbObjectId layer) const {
+    const auto found = m_entries.find(layer);
     return found == m_entries.end() ? nullptr : found->second;
+}
+
+int KvLayerPropManager::validLayerCount() const {
+    return static_cast<int>(std::count_if(m_layers.begin(), m_layers.end(), [](const KvLayerData* data) {
+        return data->isValid() && !data->layerId().isErased();
+    }));
 }
 
 void KvLayerPropManager::AddLayerData(KvLayerData* data) {

@@ -1,0 +1,61 @@
+// What the cells of one layer's row show.
+#pragma once
+
+#include "frame/column_settings.h"
+
+#include "hxcm.h"
+#include "hxdbsymtb.h"
+
+#include <QMetaType>
+#include <QString>
+
+#include <array>
+
+class HxDbViewport;
+
+/// Payload of a colour cell: the swatch.
+struct LayerListColorItemData {
+    HxCmColor color;
+};
+Q_DECLARE_METATYPE(LayerListColorItemData)
+
+/// Payload of a lineweight cell: the line sample.
+struct LayerListLineweightItemData {
+    int lineweight = 0;
+};
+Q_DECLARE_METATYPE(LayerListLineweightItemData)
+
+/// One cell. Colour and lineweight cells have their payload beside.
+struct KvLayerCell {
+    QString text;
+    int icon = -1;            ///< KvLayerIcon; -1 none
+    bool enabled = true;      ///< greyed when false
+    bool overridden = false;  ///< highlighted as an override of the active viewport
+    HxCmColor color;          ///< of colour cells
+    int lineweight = 0;       ///< of lineweight cells
+};
+
+using KvLayerCells = std::array<KvLayerCell, kColumnCount>;
+
+/// What all rows of a grid depend on besides their layers; read from the drawing and the host once for many
+/// rows.
+struct KvLayerCellContext {
+    /// Null: an empty context.
+    explicit KvLayerCellContext(HxDbDatabase* database);
+
+    HxDbDatabase* database = nullptr;
+    HxDbObjectId currentLayer;
+    bool isLayout = false;
+    bool highlightsOverrides = false;
+    bool usesNamedPlotStyles = false;
+    HxDbObjectId viewport;  ///< the active viewport of a layout; null in model space
+};
+
+/// The cells of a layer whose record is open; viewport cells are made in a layout only.
+KvLayerCells makeLayerCells(const HxDbLayerTableRecord& layer, const KvLayerCellContext& context);
+
+/// The icon of the status cell.
+int layerStatusIcon(const HxDbLayerTableRecord& layer, const KvLayerCellContext& context);
+
+/// "0" for opaque to "100": the part of the alpha that is missing, in whole per cent.
+unsigned long long transparencyPercent(const HxCmTransparency& transparency);

@@ -1,0 +1,34 @@
+// The icons of the layer grid's cells.
+#pragma once
+
+#include <QIcon>
+
+#include <array>
+
+/// Places in the grid's icon list; cells refer to icons by them.
+enum KvLayerIcon : int {
+    kIconLocked,
+    kIconUnlocked,
+    kIconOn,
+    kIconOff,
+    kIconFrozen,
+    kIconThawed,
+    kIconPlot,
+    kIconNoPlot,
+    kIconCurrent,
+    kIconUsed,
+    kIconUnused,
+    kIconUsedOverride,
+    kIconUnusedOverride,
+    kIconVpFrozen,
+    kIconVpThawed,
+    kIconVpUsed,
+    kIconVpUnused,
+    kIconVpCurrent,
+    kIconCount,
+};
+
+using KvLayerIcons = std::array<QIcon, kIconCount>;
+
+/// The set for the light or the dark theme.
+KvLayerIcons loadLayerIcons(bool light);

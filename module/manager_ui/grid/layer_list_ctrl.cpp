@@ -1,0 +1,403 @@
+// The layer grid: its columns, rows, selection and sort.
+#include "layer_list_ctrl.h"
+
+#include "layer_column.h"
+#include "layer_list_delegate.h"
+#include "layer_list_model.h"
+#include "layer_sort.h"
+
+#include "frame/resource_text.h"
+#include "frame/text_utilities.h"
+#include "model/auto_layer_record.h"
+#include "model/layer_data.h"
+#include "model/layer_prop_manager.h"
+
+#include "hxdbdatabase.h"
+#include "hxui.h"
+
+#include <QDateTime>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPaintEvent>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace {
+
+/// Between the outermost cell rows and their text.
+constexpr int kRowPadding = 5;
+
+QString toQt(const CStdStr<wchar_t>& text) {
+    return QString::fromWCharArray(text.c_str(), static_cast<int>(text.size()));
+}
+
+QString nameOf(HxDbTransactionManager* transactions, KvLayerData* layer) {
+    const KvAutoLayerRecordPtr record(transactions, layer, true);
+    return record.object() ? QString::fromWCharArray(record->name()) : QString();
+}
+
+}  // namespace
+
+KvLayerListCtrl::KvLayerListCtrl(QWidget* parent) : QTableView(parent), m_model(new KvLayerListModel(this)) {
+    setObjectName("IDC_LIST_LAYERS_LIST");
+    setModel(m_model);
+    setItemDelegate(new KvLayerListCtrlItemDelegate(this));
+    m_model->setFiller([this](KvLayerData* layer, KvLayerCells& cells) { return fill(layer, cells); });
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setTabKeyNavigation(false);
+    setShowGrid(false);
+    setWordWrap(false);
+    setAlternatingRowColors(true);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    QHeaderView* const header = horizontalHeader();
+    header->setSectionsMovable(true);
+    header->setSectionsClickable(true);
+    header->setHighlightSections(false);
+    header->setMinimumSectionSize(16);
+    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    header->setSortIndicatorShown(true);
+    header->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(header, &QHeaderView::sectionClicked, this,
+            [this, header](int column) { OnHdnItemclick(header->visualIndex(column)); });
+    connect(header, &QHeaderView::customContextMenuRequested, this, &KvLayerListCtrl::showHeaderMenu);
+}
+
+KvLayerListCtrl::~KvLayerListCtrl() = default;
+
+void KvLayerListCtrl::InitImageList(bool light) { m_model->setIcons(loadLayerIcons(light)); }
+
+void KvLayerListCtrl::InitList(KvLayerPropManager* manager, const std::vector<tagKvLayerListInfo>& columns,
+                               int rowHeight) {
+    m_manager = manager;
+    verticalHeader()->setDefaultSectionSize(rowHeight > 0 ? rowHeight : fontMetrics().height() + kRowPadding);
+    setColumns(columns);
+    ShowLayers(manager ? manager->GetAllLayers() : HxArray<KvLayerData*>(), false);
+}
+
+void KvLayerListCtrl::setColumns(const std::vector<tagKvLayerListInfo>& columns) {
+    std::vector<QString> headers(columns.size());
+    for (const tagKvLayerListInfo& column : columns) {
+        headers[static_cast<std::size_t>(columnOf(column))] = toQt(column.header);
+    }
+    m_model->setHeaders(headers);
+    QHeaderView* const header = horizontalHeader();
+    for (std::size_t position = 0; position < columns.size(); ++position) {
+        const int column = columnOf(columns[position]);
+        header->moveSection(header->visualIndex(column), static_cast<int>(position));
+        header->setSectionHidden(column, columns[position].width <= 0 && column != kColName);
+        if (!header->isSectionHidden(column)) {
+            header->resizeSection(column, std::max(columns[position].width, header->minimumSectionSize()));
+        }
+    }
+    showSortMark();
+}
+
+std::vector<tagKvLayerListInfo> KvLayerListCtrl::columns() const {
+    const bool isModel = m_model->columnCount() <= static_cast<int>(kModelColumnCount);
+    std::vector<tagKvLayerListInfo> all =
+        defaultColumns(isModel ? KvColumnSet::modelSpace : KvColumnSet::layout);
+    const int shown = std::min(m_model->columnCount(), static_cast<int>(all.size()));
+    for (int column = 0; column < shown; ++column) {
+        tagKvLayerListInfo& info = all[static_cast<std::size_t>(column)];
+        info.index = horizontalHeader()->visualIndex(column);
+        info.width = horizontalHeader()->sectionSize(column);
+    }
+    return all;
+}
+
+// ---- rows ----
+
+bool KvLayerListCtrl::fill(KvLayerData* layer, KvLayerCells& cells) {
+    const KvAutoLayerRecordPtr record(transactions(), layer, true);
+    if (!record.object()) return false;
+    cells = makeLayerCells(*record.object(),
+                           m_paintContext ? *m_paintContext : KvLayerCellContext(GetDatabase()));
+    return true;
+}
+
+void KvLayerListCtrl::paintEvent(QPaintEvent* event) {
+    const ModuleResources resources;
+    const KvLayerCellContext context(GetDatabase());
+    m_paintContext = &context;
+    QTableView::paintEvent(event);
+    m_paintContext = nullptr;
+}
+
+void KvLayerListCtrl::SetRowItemData(int row, KvLayerData* layer) {
+    if (m_model->layerAt(row) == layer) m_model->refresh(row);
+}
+
+void KvLayerListCtrl::refreshLayer(HxDbObjectId layer) { m_model->refresh(m_model->rowOf(layer)); }
+
+void KvLayerListCtrl::refreshRows() { m_model->refreshAll(); }
+
+void KvLayerListCtrl::AddLayerData(KvLayerData* layer) {
+    if (layer && FindLayerData(layer) < 0) m_model->append(layer);
+}
+
+void KvLayerListCtrl::RemoveLayerData(KvLayerData* layer) { m_model->removeRowAt(FindLayerData(layer)); }
+
+int KvLayerListCtrl::FindLayerData(const KvLayerData* layer) const { return m_model->rowOf(layer); }
+
+void KvLayerListCtrl::ShowLayers(const HxArray<KvLayerData*>& layers, bool keepSelection) {
+    const KvLayerGridView before = keepSelection ? view() : KvLayerGridView();
+    m_model->setLayers(sortedLayers({layers.begin(), layers.end()}));
+    m_currentLayer = GetDatabase() ? GetDatabase()->clayer() : HxDbObjectId();
+    if (keepSelection) restoreView(before);
+}
+
+KvLayerGridView KvLayerListCtrl::view() const {
+    KvLayerGridView view;
+    view.selected = selectedIds();
+    if (const KvLayerData* const layer = m_model->layerAt(currentIndex().row()))
+        view.current = layer->layerId();
+    view.top = verticalScrollBar()->value();
+    return view;
+}
+
+KvLayerGridView KvLayerListCtrl::takeView() {
+    const KvLayerGridView taken = view();
+    m_model->setLayers({});
+    return taken;
+}
+
+void KvLayerListCtrl::restoreView(const KvLayerGridView& view) {
+    const int row = m_model->rowOf(view.current);
+    if (row >= 0) {
+        selectionModel()->setCurrentIndex(m_model->index(row, kColName), QItemSelectionModel::NoUpdate);
+    }
+    selectRows(view.selected);
+    verticalScrollBar()->setValue(view.top);
+}
+
+/// A row that stands right stays; its neighbours tell.
+void KvLayerListCtrl::placeRow(KvLayerData* layer, bool shown) {
+    const int row = m_model->rowOf(layer);
+    if (!layer || (row < 0 && !shown)) return;
+    if (!shown) {
+        m_model->removeRowAt(row);
+        return;
+    }
+    const MyComp comparison = order();
+    const KvLayerSortKey key = comparison.keyOf(layer);
+    const auto isBefore = [&](int other) {
+        return comparison.lessthan(comparison.keyOf(m_model->layerAt(other)), key);
+    };
+    const int rows = m_model->rowCount();
+    if (row >= 0) {
+        m_model->refresh(row);
+        const bool belowRight = row == 0 || isBefore(row - 1);
+        const bool aboveRight = row + 1 == rows || !isBefore(row + 1);
+        if (belowRight && aboveRight) return;
+    }
+    // Ranks count the rows without this one.
+    const auto rowOfRank = [row](int rank) { return row >= 0 && rank >= row ? rank + 1 : rank; };
+    int rank = 0;
+    for (int count = row >= 0 ? rows - 1 : rows; count > 0;) {
+        const int half = count / 2;
+        const bool isAbove = isBefore(rowOfRank(rank + half));
+        rank += isAbove ? half + 1 : 0;
+        count = isAbove ? count - half - 1 : half;
+    }
+    if (row < 0) {
+        m_model->insert(rank, layer);
+    } else {
+        m_model->moveRow(row, rowOfRank(rank));
+    }
+}
+
+// ---- the current layer ----
+
+void KvLayerListCtrl::updateCLayerItemData() {
+    const HxDbObjectId before = m_currentLayer;
+    m_currentLayer = GetDatabase() ? GetDatabase()->clayer() : HxDbObjectId();
+    refreshLayer(before);
+    refreshLayer(m_currentLayer);
+}
+
+KvLayerData* KvLayerListCtrl::getCurrentCLayerData(int& row) const {
+    row = GetDatabase() ? m_model->rowOf(GetDatabase()->clayer()) : -1;
+    return m_model->layerAt(row);
+}
+
+void KvLayerListCtrl::SetCurLayerSelected() {
+    int row = -1;
+    if (!getCurrentCLayerData(row)) return;
+    selectionModel()->setCurrentIndex(m_model->index(row, kColName),
+                                      QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    scrollTo(m_model->index(row, kColName));
+}
+
+// ---- selection ----
+
+bool KvLayerListCtrl::ItemIsSelected(int row) const {
+    return m_model->layerAt(row) && selectionModel()->isSelected(m_model->index(row, kColName));
+}
+
+void KvLayerListCtrl::SelectedLayers(HxArray<KvLayerData*>& layers, HxArray<int>& rows) const {
+    std::vector<int> selected;
+    for (const QItemSelectionRange& range : selectionModel()->selection()) {
+        if (range.left() > kColName || range.right() < kColName) continue;
+        for (int row = range.top(); row <= range.bottom(); ++row) {
+            selected.push_back(row);
+        }
+    }
+    std::sort(selected.begin(), selected.end());
+    selected.erase(std::unique(selected.begin(), selected.end()), selected.end());
+    for (const int row : selected) {
+        layers.append(m_model->layerAt(row));
+        rows.append(row);
+    }
+}
+
+std::vector<HxDbObjectId> KvLayerListCtrl::selectedIds() const {
+    HxArray<KvLayerData*> layers;
+    HxArray<int> rows;
+    SelectedLayers(layers, rows);
+    std::vector<HxDbObjectId> ids;
+    for (const KvLayerData* layer : layers) {
+        ids.push_back(layer->layerId());
+    }
+    return ids;
+}
+
+/// Whole rows, neighbours in one range each.
+void KvLayerListCtrl::selectRows(const std::vector<HxDbObjectId>& ids) {
+    std::vector<int> rows;
+    for (const HxDbObjectId id : ids) {
+        const int row = m_model->rowOf(id);
+        if (row >= 0) rows.push_back(row);
+    }
+    std::sort(rows.begin(), rows.end());
+    QItemSelection selection;
+    const int last = m_model->columnCount() - 1;
+    for (std::size_t first = 0; first < rows.size();) {
+        std::size_t end = first + 1;
+        while (end < rows.size() && rows[end] == rows[end - 1] + 1) {
+            ++end;
+        }
+        selection.select(m_model->index(rows[first], 0), m_model->index(rows[end - 1], last));
+        first = end;
+    }
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+}
+
+int KvLayerListCtrl::FindItem(const wchar_t* name, int start) const {
+    if (!name) return -1;
+    for (int row = std::max(start, 0); row < m_model->rowCount(); ++row) {
+        const KvAutoLayerRecordPtr record(transactions(), m_model->layerAt(row), true);
+        if (record.object() && strings_i_compare(record->name(), name) == 0) return row;
+    }
+    return -1;
+}
+
+// ---- where the layers come from ----
+
+HxDbDatabase* KvLayerListCtrl::GetDatabase() const { return m_manager ? m_manager->GetDatabase() : nullptr; }
+
+HxDbTransactionManager* KvLayerListCtrl::transactions() const {
+    HxDbDatabase* const database = GetDatabase();
+    return database && !m_manager->isPaletteMode() ? database->transactionManager() : nullptr;
+}
+
+// ---- order ----
+
+MyComp KvLayerListCtrl::order() const {
+    const int column = horizontalHeader()->logicalIndex(m_sortColumn);
+    return MyComp(column < 0 ? m_sortColumn : column, m_ascending, this);
+}
+
+std::vector<KvLayerData*> KvLayerListCtrl::sortedLayers(std::vector<KvLayerData*> layers) const {
+    if (layers.size() > 1 && GetDatabase()) sortLayers(layers, order());
+    return layers;
+}
+
+void KvLayerListCtrl::setSortInfo(int column, bool ascending) {
+    m_sortColumn = column;
+    m_ascending = ascending;
+    showSortMark();
+}
+
+void KvLayerListCtrl::showSortMark() {
+    const int column = horizontalHeader()->logicalIndex(m_sortColumn);
+    horizontalHeader()->setSortIndicator(column, m_ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+}
+
+void KvLayerListCtrl::OnHdnItemclick(int column) {
+    if (!m_manager || column < 0 || column >= horizontalHeader()->count()) return;
+    const ModuleResources resources;
+    const bool ascending = column == m_sortColumn ? !m_ascending : true;
+    Sort(column, ascending);
+    emit sorted(column, !ascending);
+}
+
+void KvLayerListCtrl::Sort(int column, bool ascending) {
+    if (!GetDatabase()) return;
+    const std::vector<HxDbObjectId> selected = selectedIds();
+    setSortInfo(column, ascending);
+    selectionModel()->clearSelection();
+    m_model->reorder(sortedLayers(m_model->layers()));
+    selectRows(selected);
+}
+
+// ---- keyboard ----
+
+void KvLayerListCtrl::goToRow(int row, bool extend) {
+    if (!m_model->layerAt(row)) return;
+    const QModelIndex to = m_model->index(row, currentIndex().isValid() ? currentIndex().column() : kColName);
+    if (extend) {
+        const int from = std::max(currentIndex().row(), 0);
+        const int last = m_model->columnCount() - 1;
+        const QItemSelection range(m_model->index(std::min(from, row), 0),
+                                   m_model->index(std::max(from, row), last));
+        selectionModel()->select(range, QItemSelectionModel::Select);
+        selectionModel()->setCurrentIndex(to, QItemSelectionModel::NoUpdate);
+    } else {
+        selectionModel()->setCurrentIndex(to,
+                                          QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    }
+    scrollTo(to);
+}
+
+void KvLayerListCtrl::keyPressEvent(QKeyEvent* event) {
+    const bool extend = event->modifiers() & Qt::ShiftModifier;
+    switch (event->key()) {
+    case Qt::Key_Home: goToRow(0, extend); break;
+    case Qt::Key_End: goToRow(m_model->rowCount() - 1, extend); break;
+    default: QTableView::keyPressEvent(event); break;
+    }
+}
+
+/// The next layer whose name begins with what was typed without a pause; one letter again and again goes
+/// through those that begin with it. Names are read from the records: the cells of rows in between are not
+/// made.
+void KvLayerListCtrl::keyboardSearch(const QString& typed) {
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    constexpr qint64 kPause = 1000;
+    const bool goesOn = !m_typed.isEmpty() && now - m_typedAt < kPause;
+    const bool repeats = goesOn && m_typed == typed;
+    m_typed = goesOn && !repeats ? m_typed + typed : typed;
+    m_typedAt = now;
+    const int rows = m_model->rowCount();
+    const int from = std::max(currentIndex().row(), 0) + (goesOn && !repeats ? 0 : 1);
+    for (int step = 0; step < rows; ++step) {
+        const int row = (from + step) % rows;
+        if (nameOf(transactions(), m_model->layerAt(row)).startsWith(m_typed, Qt::CaseInsensitive)) {
+            goToRow(row, false);
+            return;
+        }
+    }
+}
+
+void KvLayerListCtrl::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange) {
+        verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
+    }
+}

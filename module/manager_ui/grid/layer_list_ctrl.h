@@ -1,0 +1,128 @@
+// The layer grid.
+#pragma once
+
+#include "layer_cells.h"
+#include "layer_icons.h"
+
+#include "hxdbid.h"
+#include "hxstring.h"
+
+#include <QTableView>
+
+#include <vector>
+
+class HxDbTransactionManager;
+class KvLayerData;
+class KvLayerListModel;
+class KvLayerPropManager;
+
+/// What the user sees of a grid's rows: found again by the layers' ids after a reload.
+struct KvLayerGridView {
+    std::vector<HxDbObjectId> selected;
+    HxDbObjectId current;  ///< the row with the focus
+    int top = 0;
+};
+
+/// One row a layer, one column a property, for a palette or a dialog. The layers are the manager's: before it
+/// lets go of one, the row must go (RemoveLayerData, ShowLayers).
+class KvLayerListCtrl : public QTableView {
+    Q_OBJECT
+public:
+    explicit KvLayerListCtrl(QWidget* parent = nullptr);
+    ~KvLayerListCtrl() override;
+
+    /// Loads the icons of the light or the dark theme.
+    void InitImageList(bool light);
+    /// Columns in display order, with headers and widths, and a row for each of the manager's layers. A row
+    /// height of 0 is that of the font. A null manager empties the grid.
+    void InitList(KvLayerPropManager* manager, const std::vector<tagKvLayerListInfo>& columns,
+                  int rowHeight = 0);
+    void setManager(KvLayerPropManager* manager) { m_manager = manager; }
+    /// The columns alone, when the space changes.
+    void setColumns(const std::vector<tagKvLayerListInfo>& columns);
+    /// Positions and widths as the user left them, in the order of identities.
+    std::vector<tagKvLayerListInfo> columns() const;
+
+    /// The row's cells are made anew from its layer.
+    void SetRowItemData(int row, KvLayerData* layer);
+    void refreshLayer(HxDbObjectId layer);
+    void refreshRows();
+    void AddLayerData(KvLayerData* layer);
+    void RemoveLayerData(KvLayerData* layer);
+    /// -1 when it has no row.
+    int FindLayerData(const KvLayerData* layer) const;
+    /// Replaces the rows, in the order of the last sort; `keepSelection` selects again those that stay.
+    void ShowLayers(const HxArray<KvLayerData*>& layers, bool keepSelection);
+
+    /// Gives the layer its row at its place in the order, filled anew, or takes the row away. Null is fine.
+    void placeRow(KvLayerData* layer, bool shown);
+
+    KvLayerGridView view() const;
+    /// The view, and no rows.
+    KvLayerGridView takeView();
+    void restoreView(const KvLayerGridView& view);
+
+    /// The current layer of the drawing changed: its mark moves.
+    void updateCLayerItemData();
+    /// Selects the current layer's row alone and scrolls to it.
+    void SetCurLayerSelected();
+    /// Null, and row -1, when the current layer has no row.
+    KvLayerData* getCurrentCLayerData(int& row) const;
+
+    bool ItemIsSelected(int row) const;
+    /// In row order.
+    void SelectedLayers(HxArray<KvLayerData*>& layers, HxArray<int>& rows) const;
+    /// The row of the first layer from `start` whose name matches (case ignored); -1 for none.
+    int FindItem(const wchar_t* name, int start) const;
+
+    /// Null without a manager or drawing.
+    HxDbDatabase* GetDatabase() const;
+    /// Where records are opened: null for a palette, which opens them itself.
+    HxDbTransactionManager* transactions() const;
+    KvLayerListModel& rows() const { return *m_model; }
+    KvLayerPropManager* manager() const { return m_manager; }
+
+    /// Sorts by the column at a display position, keeping the selection.
+    void Sort(int column, bool ascending);
+    int sortColumn() const { return m_sortColumn; }
+    bool isSortAscending() const { return m_ascending; }
+    /// The order of rows that are shown from now on.
+    void setSortInfo(int column, bool ascending);
+
+    void keyboardSearch(const QString& typed) override;
+
+Q_SIGNALS:
+    /// The user sorted by a column.
+    void sorted(int column, bool descending);
+    /// The user wants the columns as they are by default.
+    void columnsReset();
+
+public Q_SLOTS:
+    /// A header was clicked, by display position.
+    void OnHdnItemclick(int column);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    bool fill(KvLayerData* layer, KvLayerCells& cells);
+    class MyComp order() const;
+    std::vector<KvLayerData*> sortedLayers(std::vector<KvLayerData*> layers) const;
+    std::vector<HxDbObjectId> selectedIds() const;
+    void selectRows(const std::vector<HxDbObjectId>& ids);
+    void showHeaderMenu(const QPoint& at);
+    void showColumn(int column, bool show);
+    void showSortMark();
+    void goToRow(int row, bool extend);
+
+    KvLayerListModel* m_model;
+    KvLayerPropManager* m_manager = nullptr;
+    HxDbObjectId m_currentLayer;
+    int m_sortColumn = 1;
+    bool m_ascending = true;
+    QString m_typed;
+    qint64 m_typedAt = 0;
+    const KvLayerCellContext* m_paintContext = nullptr;  ///< while it paints
+};

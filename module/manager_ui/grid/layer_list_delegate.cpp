@@ -1,0 +1,104 @@
+// Paints the cells of the layer grid.
+#include "layer_list_delegate.h"
+
+#include "layer_list_model.h"
+#include "lineweight_text.h"
+
+#include <QApplication>
+#include <QPainter>
+
+namespace {
+
+constexpr int kIconSize = 16;
+constexpr int kMargin = 4;
+constexpr int kSwatchSize = 12;
+constexpr int kSampleWidth = 22;
+
+/// Bylayer and the like have no colour of their own: shown as the index that stands in for them.
+QColor swatchColor(const HxCmColor& color) {
+    if (color.isByColor()) return {color.red(), color.green(), color.blue()};
+    return QColor(static_cast<QRgb>(hxedGetRGB(color.colorIndex())));
+}
+
+void drawSwatch(QPainter& painter, const QRect& cell, const HxCmColor& color, const QColor& frame) {
+    QRect swatch(cell.left() + kMargin, cell.center().y() - kSwatchSize / 2 + 1, kSwatchSize, kSwatchSize);
+    painter.setPen(frame);
+    painter.setBrush(swatchColor(color));
+    painter.drawRect(swatch.adjusted(0, 0, -1, -1));
+}
+
+void drawSample(QPainter& painter, const QRect& cell, int lineweight, const QColor& ink) {
+    const int thickness = getThicknessFromLineweight(lineweight);
+    const int top = cell.center().y() - (thickness - 1) / 2;
+    painter.fillRect(cell.left() + kMargin, top, kSampleWidth, thickness, ink);
+}
+
+/// Where the text begins: behind the swatch or the sample.
+int drawPayload(QPainter& painter, const QRect& cell, const QVariant& payload, const QColor& ink) {
+    if (payload.canConvert<LayerListColorItemData>()) {
+        drawSwatch(painter, cell, payload.value<LayerListColorItemData>().color, ink);
+        return 2 * kMargin + kSwatchSize;
+    }
+    if (payload.canConvert<LayerListLineweightItemData>()) {
+        drawSample(painter, cell, payload.value<LayerListLineweightItemData>().lineweight, ink);
+        return 2 * kMargin + kSampleWidth;
+    }
+    return kMargin;
+}
+
+QColor inkOf(const QStyleOptionViewItem& option, bool overridden, bool greyed) {
+    if (greyed) return option.palette.color(QPalette::Disabled, QPalette::Text);
+    if (overridden) return Qt::black;
+    const bool selected = option.state & QStyle::State_Selected;
+    const QPalette::ColorGroup group =
+        option.state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
+    return option.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text);
+}
+
+}  // namespace
+
+void KvLayerListCtrlItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& given,
+                                        const QModelIndex& index) const {
+    QStyleOptionViewItem option = given;
+    const bool overridden = index.data(kRoleOverridden).toBool();
+    const bool greyed = index.data(kRoleGreyed).toBool();
+    const QStyle& style = option.widget ? *option.widget->style() : *QApplication::style();
+    painter->save();
+    style.drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
+    if (overridden) {
+        painter->fillRect(option.rect.adjusted(1, 1, -1, -1), index.data(Qt::BackgroundRole).value<QColor>());
+    }
+    const QVariant icon = index.data(Qt::DecorationRole);
+    if (icon.isValid()) {
+        icon.value<QIcon>().paint(painter, option.rect, Qt::AlignCenter,
+                                  greyed ? QIcon::Disabled : QIcon::Normal);
+    } else {
+        const QColor ink = inkOf(option, overridden, greyed);
+        const int begin = drawPayload(*painter, option.rect, index.data(kRolePayload), ink);
+        const QRect room = option.rect.adjusted(begin, 0, -kMargin, 0);
+        const QString text = index.data(Qt::DisplayRole).toString();
+        painter->setPen(ink);
+        painter->setFont(option.font);
+        painter->drawText(room, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
+                          option.fontMetrics.elidedText(text, Qt::ElideRight, room.width()));
+    }
+    if (option.state & QStyle::State_HasFocus) {
+        QStyleOptionFocusRect focus;
+        focus.QStyleOption::operator=(option);
+        focus.rect = option.rect;
+        style.drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, option.widget);
+    }
+    painter->restore();
+}
+
+QSize KvLayerListCtrlItemDelegate::sizeHint(const QStyleOptionViewItem& option,
+                                            const QModelIndex& index) const {
+    const int height = std::max(kIconSize, option.fontMetrics.height()) + kMargin;
+    if (index.data(Qt::DecorationRole).isValid()) return {kIconSize + 2 * kMargin, height};
+    const QVariant payload = index.data(kRolePayload);
+    int width =
+        option.fontMetrics.horizontalAdvance(index.data(Qt::DisplayRole).toString()) + 2 * kMargin + 2;
+    if (payload.canConvert<LayerListColorItemData>()) width += kSwatchSize + kMargin;
+    if (payload.canConvert<LayerListLineweightItemData>()) width += kSampleWidth + kMargin;
+    return {width, height};
+}

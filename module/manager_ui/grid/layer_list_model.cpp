@@ -1,0 +1,230 @@
+// The rows of the layer grid.
+#include "layer_list_model.h"
+
+#include "layer_column.h"
+#include "lineweight_text.h"
+
+#include "frame/resource_text.h"
+#include "model/layer_data.h"
+
+#include <algorithm>
+
+namespace {
+
+/// What an icon says to those who can not see it.
+constexpr std::array<KvString, kIconCount> kIconTexts = {
+    kStrStateLocked,         kStrStateUnlocked,       kStrStateOn,       kStrStateOff,
+    kStrStateFrozen,         kStrStateThawed,         kStrStatePlots,    kStrStateNoPlot,
+    kStrStateCurrent,        kStrStateUsed,           kStrStateUnused,   kStrStateUsedOverride,
+    kStrStateUnusedOverride, kStrStateVpFrozen,       kStrStateVpThawed, kStrStateUsedOverride,
+    kStrStateUnusedOverride, kStrStateCurrentOverride};
+
+QString textOf(const KvLayerCell& cell) {
+    if (cell.icon < 0) return cell.text;
+    const ModuleResources resources;
+    return resourceText(kIconTexts[static_cast<std::size_t>(cell.icon)]);
+}
+
+bool isColorColumn(int column) { return column == kColColor || column == kColVpColor; }
+bool isLineweightColumn(int column) { return column == kColLineweight || column == kColVpLineweight; }
+
+QVariant payloadOf(const KvLayerCell& cell, int column) {
+    if (isColorColumn(column)) return QVariant::fromValue(LayerListColorItemData{cell.color});
+    if (isLineweightColumn(column)) return QVariant::fromValue(LayerListLineweightItemData{cell.lineweight});
+    return {};
+}
+
+}  // namespace
+
+KvLayerListModel::KvLayerListModel(QObject* parent) : QAbstractTableModel(parent) {
+    qRegisterMetaType<LayerListColorItemData>("LayerListColorItemData");
+    qRegisterMetaType<LayerListLineweightItemData>("LayerListLineweightItemData");
+    qRegisterMetaType<KvLayerData*>("KvLayerData*");
+}
+
+KvLayerListModel::~KvLayerListModel() = default;
+
+void KvLayerListModel::setIcons(const KvLayerIcons& icons) {
+    m_icons = icons;
+    if (!m_layers.empty()) {
+        emit dataChanged(createIndex(0, 0), createIndex(rowCount() - 1, columnCount() - 1));
+    }
+}
+
+void KvLayerListModel::setHeaders(const std::vector<QString>& headers) {
+    beginResetModel();
+    m_headers = headers;
+    m_cells.clear();
+    m_cells.resize(m_layers.size());
+    m_filled = 0;
+    endResetModel();
+}
+
+/// From a row on; from the first everything anew.
+void KvLayerListModel::indexRows(int first) {
+    if (first == 0) m_rows.clear();
+    m_rows.reserve(m_layers.size());
+    for (std::size_t row = static_cast<std::size_t>(first); row < m_layers.size(); ++row) {
+        m_rows[m_layers[row]->layerId()] = static_cast<int>(row);
+    }
+}
+
+void KvLayerListModel::setLayers(std::vector<KvLayerData*> layers) {
+    beginResetModel();
+    m_layers = std::move(layers);
+    m_cells.clear();
+    m_cells.resize(m_layers.size());
+    m_filled = 0;
+    indexRows();
+    endResetModel();
+}
+
+void KvLayerListModel::reorder(const std::vector<KvLayerData*>& layers) {
+    emit layoutAboutToBeChanged();
+    std::vector<std::unique_ptr<KvLayerCells>> cells(layers.size());
+    std::vector<int> newRows(m_layers.size(), -1);
+    for (std::size_t row = 0; row < layers.size(); ++row) {
+        const int before = rowOf(layers[row]);
+        newRows[static_cast<std::size_t>(before)] = static_cast<int>(row);
+        cells[row] = std::move(m_cells[static_cast<std::size_t>(before)]);
+    }
+    m_layers = layers;
+    m_cells = std::move(cells);
+    indexRows();
+    const QModelIndexList before = persistentIndexList();
+    QModelIndexList after;
+    after.reserve(before.size());
+    for (const QModelIndex& at : before) {
+        after << createIndex(newRows[static_cast<std::size_t>(at.row())], at.column());
+    }
+    changePersistentIndexList(before, after);
+    emit layoutChanged();
+}
+
+KvLayerData* KvLayerListModel::layerAt(int row) const {
+    return row >= 0 && row < rowCount() ? m_layers[static_cast<std::size_t>(row)] : nullptr;
+}
+
+int KvLayerListModel::rowOf(HxDbObjectId layer) const {
+    const auto found = m_rows.find(layer);
+    return found == m_rows.end() ? -1 : found->second;
+}
+
+int KvLayerListModel::rowOf(const KvLayerData* layer) const {
+    const int row = layer ? rowOf(layer->layerId()) : -1;
+    return layerAt(row) == layer ? row : -1;
+}
+
+void KvLayerListModel::insert(int row, KvLayerData* layer) {
+    beginInsertRows({}, row, row);
+    m_layers.insert(m_layers.begin() + row, layer);
+    m_cells.insert(m_cells.begin() + row, nullptr);
+    indexRows(row);
+    endInsertRows();
+}
+
+void KvLayerListModel::moveRow(int from, int to) {
+    if (!beginMoveRows({}, from, from, {}, to)) return;
+    const int at = to > from ? to - 1 : to;
+    const auto rotateTo = [from, at](auto first) {
+        if (at > from)
+            std::rotate(first + from, first + from + 1, first + at + 1);
+        else
+            std::rotate(first + at, first + from, first + from + 1);
+    };
+    rotateTo(m_layers.begin());
+    rotateTo(m_cells.begin());
+    indexRows(std::min(from, at));
+    endMoveRows();
+}
+
+void KvLayerListModel::removeRowAt(int row) {
+    if (!layerAt(row)) return;
+    beginRemoveRows({}, row, row);
+    const auto at = static_cast<std::ptrdiff_t>(row);
+    if (m_cells[static_cast<std::size_t>(row)]) --m_filled;
+    m_rows.erase(m_layers[static_cast<std::size_t>(row)]->layerId());
+    m_layers.erase(m_layers.begin() + at);
+    m_cells.erase(m_cells.begin() + at);
+    indexRows(row);
+    endRemoveRows();
+}
+
+void KvLayerListModel::refresh(int row) {
+    if (!layerAt(row)) return;
+    std::unique_ptr<KvLayerCells>& cells = m_cells[static_cast<std::size_t>(row)];
+    if (cells) --m_filled;
+    cells.reset();
+    emit dataChanged(createIndex(row, 0), createIndex(row, columnCount() - 1));
+}
+
+void KvLayerListModel::refreshAll() {
+    for (std::unique_ptr<KvLayerCells>& cells : m_cells) {
+        cells.reset();
+    }
+    m_filled = 0;
+    if (!m_layers.empty()) {
+        emit dataChanged(createIndex(0, 0), createIndex(rowCount() - 1, columnCount() - 1));
+    }
+}
+
+int KvLayerListModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(m_layers.size());
+}
+
+int KvLayerListModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(m_headers.size());
+}
+
+const KvLayerCell* KvLayerListModel::cellAt(int row, int column) const {
+    if (row < 0 || row >= rowCount() || column < 0 || column >= columnCount()) return nullptr;
+    std::unique_ptr<KvLayerCells>& cells = m_cells[static_cast<std::size_t>(row)];
+    if (!cells) {
+        auto made = std::make_unique<KvLayerCells>();
+        if (!m_filler || !m_filler(m_layers[static_cast<std::size_t>(row)], *made)) return nullptr;
+        cells = std::move(made);
+        ++m_filled;
+    }
+    return &(*cells)[static_cast<std::size_t>(column)];
+}
+
+QVariant KvLayerListModel::data(const QModelIndex& index, int role) const {
+    if (role == kRoleLayer) return QVariant::fromValue(layerAt(index.row()));
+    if (role == Qt::DisplayRole || role == Qt::EditRole || role == Qt::DecorationRole ||
+        role == Qt::AccessibleTextRole || role == Qt::BackgroundRole || role == kRolePayload ||
+        role == kRoleOverridden || role == kRoleGreyed) {
+        const KvLayerCell* const cell = cellAt(index.row(), index.column());
+        if (!cell) return {};
+        switch (role) {
+        case Qt::DecorationRole:
+            return cell->icon < 0 ? QVariant() : QVariant(m_icons[static_cast<std::size_t>(cell->icon)]);
+        case Qt::AccessibleTextRole: return textOf(*cell);
+        case Qt::BackgroundRole: return cell->overridden ? QVariant(QColor(106, 182, 226)) : QVariant();
+        case kRoleOverridden: return cell->overridden;
+        case kRoleGreyed: return !cell->enabled;
+        case kRolePayload: return payloadOf(*cell, index.column());
+        default: return cell->icon < 0 ? QVariant(cell->text) : QVariant();
+        }
+    }
+    return {};
+}
+
+QVariant KvLayerListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) return {};
+    if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
+        return m_headers[static_cast<std::size_t>(section)];
+    return {};
+}
+
+Qt::ItemFlags KvLayerListModel::flags(const QModelIndex& index) const {
+    if (!layerAt(index.row())) return Qt::NoItemFlags;
+    Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
+    if (index.column() == kColName || index.column() == kColDescription) flags |= Qt::ItemIsEditable;
+    return flags;
+}
+
+std::size_t KvLayerListModel::bytes() const {
+    constexpr std::size_t kMapNode = sizeof(HxDbObjectId) + sizeof(int) + 2 * sizeof(void*);
+    return m_layers.capacity() * sizeof(KvLayerData*) + m_cells.capacity() * sizeof(m_cells.front()) +
+           m_rows.size() * kMapNode + m_rows.bucket_count() * sizeof(void*) + m_filled * sizeof(KvLayerCells);
+}

@@ -1,0 +1,84 @@
+// The rows of the layer grid: layers in order, with cells that are made when they are first asked for.
+#pragma once
+
+#include "layer_cells.h"
+#include "layer_icons.h"
+
+#include "hxdbid.h"
+
+#include <QAbstractTableModel>
+
+#include <functional>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+class KvLayerData;
+
+/// What a row's cells hold besides the usual roles.
+enum KvLayerRole : int {
+    kRolePayload = Qt::UserRole,  ///< LayerListColorItemData or LayerListLineweightItemData
+    kRoleLayer,                   ///< KvLayerData*
+    kRoleOverridden,              ///< bool: highlighted
+    kRoleGreyed,                  ///< bool: shown disabled; its row can be selected by it all the same
+};
+Q_DECLARE_OPAQUE_POINTER(KvLayerData*)
+Q_DECLARE_METATYPE(KvLayerData*)
+
+/// A table of one row a layer and one column a property. Columns are identities (KvLayerColumn); which are
+/// shown and in which order is the header's business.
+class KvLayerListModel : public QAbstractTableModel {
+    Q_OBJECT
+    Q_PROPERTY(int filledRows READ filledRows)
+public:
+    /// Makes the cells of a layer; false when its record can not be opened: the row stays empty.
+    using Filler = std::function<bool(KvLayerData*, KvLayerCells&)>;
+
+    explicit KvLayerListModel(QObject* parent = nullptr);
+    ~KvLayerListModel() override;
+
+    void setFiller(Filler filler) { m_filler = std::move(filler); }
+    void setIcons(const KvLayerIcons& icons);
+    /// The column headers by identity; their number is the number of columns.
+    void setHeaders(const std::vector<QString>& headers);
+
+    /// Replaces all rows. The layers must outlive them.
+    void setLayers(std::vector<KvLayerData*> layers);
+    /// The same layers in another order: selections and current index move along.
+    void reorder(const std::vector<KvLayerData*>& layers);
+    const std::vector<KvLayerData*>& layers() const { return m_layers; }
+    KvLayerData* layerAt(int row) const;
+    /// -1 when it has no row.
+    int rowOf(const KvLayerData* layer) const;
+    int rowOf(HxDbObjectId layer) const;
+
+    void append(KvLayerData* layer) { insert(rowCount(), layer); }
+    void insert(int row, KvLayerData* layer);
+    /// Before the row `to`, counted without the move.
+    void moveRow(int from, int to);
+    void removeRowAt(int row);
+    /// The row's cells are made anew when next asked for.
+    void refresh(int row);
+    void refreshAll();
+    /// Rows whose cells exist.
+    int filledRows() const { return static_cast<int>(m_filled); }
+    std::size_t bytes() const;
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+private:
+    const KvLayerCell* cellAt(int row, int column) const;
+    void indexRows(int first = 0);
+
+    Filler m_filler;
+    KvLayerIcons m_icons;
+    std::vector<QString> m_headers;
+    std::vector<KvLayerData*> m_layers;
+    mutable std::vector<std::unique_ptr<KvLayerCells>> m_cells;  ///< by row; null: not made yet
+    mutable std::size_t m_filled = 0;
+    std::unordered_map<HxDbObjectId, int> m_rows;
+};
