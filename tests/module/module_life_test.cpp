@@ -68,21 +68,16 @@ TEST_F(ModuleLife, AnswersTheHostsMessages) {
     EXPECT_EQ(linker().unloadModule(kModule), Hx::eOk);
 }
 
-TEST_F(ModuleLife, LayerOpensDialogOrPalette) {
-    const auto branch = [this](const wchar_t* commands) {
-        const std::wstring shown = run(commands);
-        EXPECT_TRUE(contains(shown, L" is not available in this version.")) << shown;
-        return contains(shown, L"CLASSICLAYER is") ? 0 : contains(shown, L"LAYERPALETTE is") ? 1 : -1;
-    };
-    EXPECT_EQ(branch(L"LAYER\n"), 1);
-    run(L"LAYERDLGMODE 0\n");
-    EXPECT_EQ(branch(L"LAYER\n"), 0);
-    run(L"LAYERDLGMODE 1\n");
-    EXPECT_EQ(branch(L"LAYER\n"), 1);
+TEST_F(ModuleLife, PaletteCommandsDoNothingWithoutAMainWindow) {
+    EXPECT_EQ(run(L"LAYER\nLAYERPALETTE\n"), L"Command: LAYER\nCommand: LAYERPALETTE\n");
+    EXPECT_EQ(hxGetResourceHandle(), nullptr);
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(ModuleLife, TellsWhatThisVersionLacks) {
     EXPECT_TRUE(contains(run(L"LAYERSTATE\n"), L"LAYERSTATE is not available"));
     EXPECT_TRUE(contains(run(L"LAYERSTATESAVE\n"), L"LAYERSTATESAVE is not available"));
     EXPECT_EQ(failures, Lines());
-    EXPECT_EQ(hxGetResourceHandle(), nullptr);
 }
 
 TEST_F(ModuleLife, LayerCloseTellsTheHostAndIsNoUndoStep) {

@@ -1,0 +1,157 @@
+// The layer palette.
+#include "layer_manager_wnd.h"
+
+#include "frame/module_state.h"
+#include "manager_ui/grid/layer_list_ctrl.h"
+#include "manager_ui/window/layer_prop_manager_dlg.h"
+
+#include "hxui.h"
+
+namespace {
+
+constexpr int kMinimumWidth = 100;
+constexpr int kSideMargin = 2;
+
+}  // namespace
+
+KvLayerManagerWnd::KvLayerManagerWnd(HxUiDockFrameWindow* frame) : HxUiDockPanel(frame), m_frame(frame) {
+    setObjectName("KvLayerManagerWnd");
+    connect(frame, SIGNAL(OnIdle()), SLOT(OnUpdateCmdUI()));
+    setMinimumWidth(kMinimumWidth);
+    m_content = new KvLayerPropManagerDlg(curDocDatabase(), this);
+    m_content->setWindowFlags(Qt::Widget);
+    m_content->setIsPalette(true);
+    m_content->setParentWnd(this);
+    hxuiApplyStyle(this);
+}
+
+KvLayerManagerWnd::~KvLayerManagerWnd() {
+    SaveWndLayerListColInfoInReg();
+    delete m_content;
+}
+
+void KvLayerManagerWnd::initDialog() { m_content->InitPalette(); }
+
+// ---- marks ----
+
+void KvLayerManagerWnd::SetDirtyNeedRefreshAll(HxDbDatabase* database) {
+    m_refreshDatabase = database;
+    m_dirty |= kDirtyAll;
+}
+
+void KvLayerManagerWnd::SetDirtyNeedRefreshListItem(HxDbObjectId layer) {
+    m_dirty |= kDirtyItems;
+    if (m_isDirtyItem.insert(layer).second) m_dirtyItems.append(layer);
+}
+
+void KvLayerManagerWnd::clearDirtyFlag() {
+    m_refreshDatabase = nullptr;
+    m_dirtyItems.removeAll();
+    m_isDirtyItem.clear();
+    m_dirty = 0;
+}
+
+/// The marks are taken before they are shown: what comes up while showing waits for the next time.
+void KvLayerManagerWnd::OnUpdateCmdUI() {
+    if (m_dirty == 0 || !isVisible()) return;
+    const unsigned dirty = m_dirty;
+    HxDbDatabase* const database = m_refreshDatabase;
+    const HxArray<HxDbObjectId> items = m_dirtyItems;
+    clearDirtyFlag();
+    if (dirty & kDirtyAll) {
+        refreshWndLayers(database, true);
+        return;
+    }
+    if (dirty & kDirtyFilter) updateDlgLayerTree();
+    if (dirty & kDirtyItems) updateDlgLayerList(items);
+    if (dirty & kDirtyList) updateDlgLayerList();
+}
+
+// ---- showing ----
+
+void KvLayerManagerWnd::refreshWndLayers(HxDbDatabase* database, bool changed) {
+    m_content->refreshDlgLayers(database, changed);
+    m_content->list().SetCurLayerSelected();
+}
+
+void KvLayerManagerWnd::updateCurLayer() {
+    if (m_isEnabled) m_content->updateCurLayer();
+}
+
+void KvLayerManagerWnd::updateTileMode() { m_content->updateTileMode(); }
+
+void KvLayerManagerWnd::updateDlgLayerList() {
+    if (m_isEnabled) m_content->UpdateLayerList(true);
+}
+
+void KvLayerManagerWnd::updateDlgLayerList(const HxArray<HxDbObjectId>& layers) {
+    if (m_isEnabled) m_content->UpdateLayerList(layers);
+}
+
+void KvLayerManagerWnd::updateDlgLayerTree() {
+    if (m_isEnabled) m_content->ReLoadFilter();
+}
+
+void KvLayerManagerWnd::setLayerDataValid(const HxDbLayerTableRecord* record, bool valid) {
+    m_content->setLayerDataValid(record, valid);
+}
+
+// ---- data ----
+
+HxDbDatabase* KvLayerManagerWnd::GetDatabase() const { return m_content->GetDatabase(); }
+void KvLayerManagerWnd::setDatabase(HxDbDatabase* database) { m_content->setDatabase(database); }
+void KvLayerManagerWnd::clearDlgData() { m_content->ClearDlgData(); }
+
+void KvLayerManagerWnd::clearDocData(HxApDocument* document) {
+    HxDbDatabase* const database = document ? document->database() : nullptr;
+    if (!database) return;
+    if (m_content->GetDatabase() == database) m_content->ClearDlgData();
+    HxArray<HxDbObjectId> others;
+    for (const HxDbObjectId item : m_dirtyItems) {
+        if (item.database() != database)
+            others.append(item);
+        else
+            m_isDirtyItem.erase(item);
+    }
+    m_dirtyItems = others;
+}
+
+// ---- order, columns, look ----
+
+void KvLayerManagerWnd::getSortInfo(int& column, bool& ascending) const {
+    column = m_sortColumn;
+    ascending = m_sortsAscending;
+}
+
+void KvLayerManagerWnd::setSortInfo(int column, bool ascending) {
+    m_sortColumn = column;
+    m_sortsAscending = ascending;
+}
+
+bool KvLayerManagerWnd::SaveWndLayerListColInfoInReg() { return m_content && m_content->SaveColInfoInReg(); }
+void KvLayerManagerWnd::AdjustFrameSize() { m_content->AdjustFrameSize(); }
+
+void KvLayerManagerWnd::UpdateUIStyle() {
+    hxuiApplyStyle(this);
+    m_content->UpdateUIStyle();
+}
+
+// ---- the panel ----
+
+void KvLayerManagerWnd::setVisible(bool visible) {
+    if (isVisible() && !visible) SaveWndLayerListColInfoInReg();
+    hxuiMainAppService()->setLayerPaletteVisible(visible);
+    HxUiDockPanel::setVisible(visible);
+}
+
+void KvLayerManagerWnd::showPanel(bool visible) {
+    setVisible(visible);
+    m_frame->RecalcLayout();
+}
+
+void KvLayerManagerWnd::resizeEvent(QResizeEvent* event) {
+    const int title = titleHeight();
+    m_content->move(kSideMargin, title + 2);
+    m_content->setFixedSize(std::max(width() - 2 * kSideMargin, 0), std::max(height() - title - 6, 0));
+    HxUiDockPanel::resizeEvent(event);
+}

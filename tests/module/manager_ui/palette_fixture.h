@@ -1,0 +1,82 @@
+// The layer palette of the built module in a main window.
+#pragma once
+
+#include "tests/module/module_fixture.h"
+
+#include "host/ui/workbench/main_window.h"
+#include "sdk/hxdock.h"
+#include "sdk/hxui.h"
+
+#include <QHeaderView>
+#include <QTableView>
+
+namespace korvex::test {
+
+/// What one row of the grid shows: the texts of its cells, icons by their meaning.
+using Row = QStringList;
+using Rows = std::vector<Row>;
+
+class PaletteTest : public DrawingTest {
+protected:
+    void SetUp() override {
+        setMainWindowMaker([] {
+            auto* const frame = new HxUiDockFrameWindow;
+            frame->resize(1200, 700);
+            frame->show();
+            return frame;
+        });
+        DrawingTest::SetUp();
+    }
+    void TearDown() override {
+        DrawingTest::TearDown();
+        delete existingMainWindow();
+        setMainWindowMaker(nullptr);
+    }
+
+    void showPalette() {
+        run(L"LAYERPALETTE\n");
+        ASSERT_TRUE(grid());
+        idle();
+    }
+    HxUiDockFrameWindow& frame() { return *qobject_cast<HxUiDockFrameWindow*>(hxuiMainWindow()); }
+    HxUiDockPanel* panel() { return frame().findChild<HxUiDockPanel*>("KvLayerManagerWnd"); }
+    QTableView* grid() { return frame().findChild<QTableView*>("IDC_LIST_LAYERS_LIST"); }
+    /// The host has nothing to do.
+    void idle() {
+        QCoreApplication::processEvents();
+        frame().notifyIdle();
+        QCoreApplication::processEvents();
+    }
+
+    Row rowAt(int row) {
+        const QAbstractItemModel& model = *grid()->model();
+        Row cells;
+        for (int column = 0; column < model.columnCount(); ++column) {
+            const QModelIndex at = model.index(row, column);
+            const QVariant text = at.data(Qt::DisplayRole);
+            cells << (text.isValid() ? text : at.data(Qt::AccessibleTextRole)).toString();
+        }
+        return cells;
+    }
+    Rows rows() {
+        Rows all;
+        for (int row = 0; row < grid()->model()->rowCount(); ++row) {
+            all.push_back(rowAt(row));
+        }
+        return all;
+    }
+    QStringList names() {
+        QStringList all;
+        for (int row = 0; row < grid()->model()->rowCount(); ++row) {
+            all << grid()->model()->index(row, 1).data().toString();
+        }
+        return all;
+    }
+    /// The row of a layer; empty when it has none.
+    Row row(const QString& name) {
+        const int at = names().indexOf(name);
+        return at < 0 ? Row() : rowAt(at);
+    }
+};
+
+}  // namespace korvex::test

@@ -1,0 +1,126 @@
+// Whatever happens outside of the palette: at every idle it shows what a palette that is loaded afresh shows.
+#include "tests/module/manager_ui/palette_fixture.h"
+
+#include <random>
+
+namespace korvex::test {
+namespace {
+
+class PaletteWalk : public PaletteTest {
+protected:
+    void SetUp() override {
+        PaletteTest::SetUp();
+        define(L"CHANGE", [this] { m_change(); });
+    }
+    std::mt19937 random{20261125};
+
+    template <class T>
+    const T& any(const std::vector<T>& items) {
+        return items[random() % items.size()];
+    }
+    std::wstring anyLayer() {
+        const HxDbObjectPointer<HxDbLayerTable> table(database().layerTableId(), HxDb::kForRead);
+        HxDbSymbolTableIterator* steps = nullptr;
+        table->newIterator(steps);
+        const std::unique_ptr<HxDbSymbolTableIterator> owner(steps);
+        for (std::size_t skip = random() % table->numRecords(); skip > 0; --skip) {
+            steps->step();
+        }
+        const HxDbObjectPointer<HxDbLayerTableRecord> layer(steps->getRecordId(), HxDb::kForRead);
+        return layer->name();
+    }
+    /// A change of one layer's record within a command.
+    void change(const std::function<void(HxDbLayerTableRecord&)>& body) {
+        const HxDbObjectId id = layer(anyLayer().c_str());
+        m_change = [&] {
+            const HxDbObjectPointer<HxDbLayerTableRecord> record(id, HxDb::kForWrite);
+            if (record) body(*record.object());
+        };
+        run(L"CHANGE\n");
+    }
+    void aborted() {
+        const HxDbObjectId id = layer(anyLayer().c_str());
+        HxDbTransactionManager& transactions = *database().transactionManager();
+        HxDbObject* object = nullptr;
+        transactions.startTransaction();
+        if (transactions.getObject(object, id, HxDb::kForWrite) == Hx::eOk) {
+            static_cast<HxDbLayerTableRecord*>(object)->setDescription(L"aborted");
+        }
+        transactions.abortTransaction();
+    }
+    /// Whether layers are in use is found out at a reload only: it does not count.
+    Rows shownRows() {
+        Rows all = rows();
+        for (Row& row : all) {
+            row[0].remove("Not in use").remove("In use");
+        }
+        return all;
+    }
+    void step() {
+        const std::wstring number = std::to_wstring(random() % 40);
+        switch (random() % 16) {
+        case 0: run(L"-LAYER N Layer" + number + L"\n\n"); break;
+        case 1:
+            run(L"-LAYER " + any<std::wstring>({L"ON", L"OFF", L"LOCK", L"UNLOCK"}) + L" *" + number +
+                L"\n\n");
+            break;
+        case 2:
+            run(L"-LAYER " + any<std::wstring>({L"FREEZE", L"THAW"}) + L" " + anyLayer() + L"\n\n");
+            break;
+        case 3:
+            run(L"-LAYER COLOR " + std::to_wstring(1 + random() % 9) + L" " + anyLayer() + L"\n\n");
+            break;
+        case 4: run(L"-LAYER SET " + anyLayer() + L"\n\n"); break;
+        case 5: change([&](HxDbLayerTableRecord& l) { l.setName((L"Name" + number).c_str()); }); break;
+        case 6: change([&](HxDbLayerTableRecord& l) { l.setDescription(number.c_str()); }); break;
+        case 7:
+            change([&](HxDbLayerTableRecord& l) {
+                if (!l.isInUse() && l.objectId() != database().clayer()) l.erase();
+            });
+            break;
+        case 8:
+        case 9: run(L"U\n"); break;
+        case 10: run(L"REDO\n"); break;
+        case 11: aborted(); break;
+        case 12: run(database().tilemode() ? L"LAYOUT S Layout1\nMSPACE\n" : L"MODEL\n"); break;
+        case 13: run(L"VPLAYER FREEZE " + anyLayer() + L"\n\n\n"); break;
+        case 14:
+            run(any<std::wstring>(
+                {L"XREF D PLAN\n", L"XREF A plan.dxf\n0,0\n\n\n\n", L"LAYERCLOSE\nLAYERPALETTE\n"}));
+            break;
+        default: switchDocument(); break;
+        }
+    }
+    void switchDocument() {
+        const std::vector<Document*> all = editor().documents().all();
+        if (all.size() < 3) {
+            editor().documents().newDocument();
+        } else {
+            editor().documents().activateDocument(any(all));
+        }
+    }
+
+private:
+    std::function<void()> m_change;
+};
+
+TEST_F(PaletteWalk, TheGridEqualsAFreshReload) {
+    showPalette();
+    for (int i = 0; i < 400; ++i) {
+        for (std::size_t steps = 1 + random() % 3; steps > 0; --steps) {
+            step();
+        }
+        idle();
+        const Rows shown = shownRows();
+        run(L"LAYERPALETTE\n");
+        const Rows fresh = shownRows();
+        ASSERT_EQ(shown.size(), fresh.size()) << "after step " << i;
+        for (std::size_t row = 0; row < shown.size(); ++row) {
+            ASSERT_EQ(shown[row].join('|').toStdString(), fresh[row].join('|').toStdString())
+                << "after step " << i;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace korvex::test
