@@ -8,6 +8,7 @@
 #include "sdk/hxdialog.h"
 #include "sdk/hxui.h"
 
+#include <QApplication>
 #include <QDeadlineTimer>
 #include <QFileInfo>
 #include <QMenu>
