@@ -6,8 +6,6 @@
 #include "palette_commands.h"
 #include "resource_text.h"
 
-#include <QWidget>
-
 IVrexPalettePropManager* GetCuixManager() { return GetCuixManagerUtil(); }
 
 void VrexUpdateLayerMgrUIStyle() { VrexUpdateLayerMgrUIStyleUtil(); }
@@ -18,5 +16,5 @@ int LayUniso() { return 1; }
 
 void VrexUpdateLayerMgrUIStyleUtil() {
     const ModuleResources resources;
-    if (KvPalettePanel* const palette = layerPalette()) palette->widget()->update();
+    if (KvPalettePanel* const palette = layerPalette()) palette->UpdateUIStyle();
 }

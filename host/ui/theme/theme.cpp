@@ -20,6 +20,7 @@ namespace korvex {
 
 namespace {
 
+constexpr int kDesktopPoints = 9;
 constexpr wchar_t kVariable[] = L"COLORTHEME";
 constexpr char kModuleFunction[] = "VrexUpdateLayerMgrUIStyle";
 
@@ -49,6 +50,12 @@ public:
             m_isStarted = true;
             hxedEditor()->addReactor(this);
             QApplication::setStyle(QStyleFactory::create("Fusion"));
+            if (QGuiApplication::platformName() == "offscreen") {
+                // It has a font of its own, far larger than a desktop's.
+                QFont font = QApplication::font();
+                font.setPointSize(kDesktopPoints);
+                QApplication::setFont(font);
+            }
             apply(wantsDark());
         }
     }

@@ -27,7 +27,8 @@
 namespace {
 
 /// Between the outermost cell rows and their text.
-constexpr int kRowPadding = 5;
+constexpr int kRowPadding = 4;
+constexpr int kIconSize = 16;
 
 QString toQt(const CStdStr<wchar_t>& text) {
     return QString::fromWCharArray(text.c_str(), static_cast<int>(text.size()));
@@ -54,6 +55,7 @@ KvLayerListCtrl::KvLayerListCtrl(QWidget* parent) : QTableView(parent), m_model(
     setWordWrap(false);
     setAlternatingRowColors(true);
     verticalHeader()->hide();
+    verticalHeader()->setMinimumSectionSize(kIconSize);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     QHeaderView* const header = horizontalHeader();
     header->setSectionsMovable(true);
@@ -75,7 +77,8 @@ void KvLayerListCtrl::InitImageList(bool light) { m_model->setIcons(loadLayerIco
 void KvLayerListCtrl::InitList(KvLayerPropManager* manager, const std::vector<tagKvLayerListInfo>& columns,
                                int rowHeight) {
     m_manager = manager;
-    verticalHeader()->setDefaultSectionSize(rowHeight > 0 ? rowHeight : fontMetrics().height() + kRowPadding);
+    verticalHeader()->setDefaultSectionSize(
+        rowHeight > 0 ? rowHeight : std::max(fontMetrics().height(), kIconSize) + kRowPadding);
     setColumns(columns);
     ShowLayers(manager ? manager->GetAllLayers() : HxArray<KvLayerData*>(), false);
 }
@@ -398,6 +401,6 @@ void KvLayerListCtrl::keyboardSearch(const QString& typed) {
 void KvLayerListCtrl::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
     if (event->type() == QEvent::FontChange) {
-        verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
+        verticalHeader()->setDefaultSectionSize(std::max(fontMetrics().height(), kIconSize) + kRowPadding);
     }
 }

@@ -70,8 +70,9 @@ void KvLayerListCtrlItemDelegate::paint(QPainter* painter, const QStyleOptionVie
     }
     const QVariant icon = index.data(Qt::DecorationRole);
     if (icon.isValid()) {
-        icon.value<QIcon>().paint(painter, option.rect, Qt::AlignCenter,
-                                  greyed ? QIcon::Disabled : QIcon::Normal);
+        const QRect place =
+            QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, {kIconSize, kIconSize}, option.rect);
+        icon.value<QIcon>().paint(painter, place, Qt::AlignCenter, greyed ? QIcon::Disabled : QIcon::Normal);
     } else {
         const QColor ink = inkOf(option, overridden, greyed);
         const int begin = drawPayload(*painter, option.rect, index.data(kRolePayload), ink);
