@@ -56,6 +56,7 @@ KvLayerListCtrl::KvLayerListCtrl(QWidget* parent) : QTableView(parent), m_model(
     setAlternatingRowColors(true);
     verticalHeader()->hide();
     verticalHeader()->setMinimumSectionSize(kIconSize);
+    verticalHeader()->setDefaultSectionSize(usualRowHeight());
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     QHeaderView* const header = horizontalHeader();
     header->setSectionsMovable(true);
@@ -71,6 +72,10 @@ KvLayerListCtrl::KvLayerListCtrl(QWidget* parent) : QTableView(parent), m_model(
 }
 
 KvLayerListCtrl::~KvLayerListCtrl() = default;
+
+int KvLayerListCtrl::usualRowHeight() const {
+    return std::max(fontMetrics().height(), kIconSize) + kRowPadding;
+}
 
 void KvLayerListCtrl::InitImageList(bool light) { m_model->setIcons(loadLayerIcons(light)); }
 
@@ -401,6 +406,6 @@ void KvLayerListCtrl::keyboardSearch(const QString& typed) {
 void KvLayerListCtrl::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
     if (event->type() == QEvent::FontChange) {
-        verticalHeader()->setDefaultSectionSize(std::max(fontMetrics().height(), kIconSize) + kRowPadding);
+        verticalHeader()->setDefaultSectionSize(usualRowHeight());
     }
 }

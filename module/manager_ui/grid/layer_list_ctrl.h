@@ -107,6 +107,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    int usualRowHeight() const;
     bool fill(KvLayerData* layer, KvLayerCells& cells);
     class MyComp order() const;
     std::vector<KvLayerData*> sortedLayers(std::vector<KvLayerData*> layers) const;

@@ -21,6 +21,7 @@
 #include <QSplitter>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -132,11 +133,9 @@ void KvLayerPropManagerDlg::updateTileMode() {
 void KvLayerPropManagerDlg::refreshDlgLayers(HxDbDatabase* /*database*/, bool changed) {
     const ModuleResources resources;
     const KvLayerGridView view = m_list->takeView();
-    m_tree->showFilters(nullptr, nullptr);
-    m_database = m_manager->GetDatabase();
-    m_manager->ReloadFilters();
+    const HxDbDatabase* const before = std::exchange(m_database, m_manager->GetDatabase());
     m_manager->ReloadLayers();
-    m_manager->procLayerUsageData();
+    reloadFilters(before == m_database);
     updateTileMode();
     m_list->setManager(m_manager.get());
     UpdateFiltersTree();
@@ -204,13 +203,19 @@ void KvLayerPropManagerDlg::ClearDlgData() {
 // ---- filters ----
 
 /// The filter that the user looks through stays the current one, if there is still one of its name.
-void KvLayerPropManagerDlg::ReLoadFilter() {
-    const HxLyLayerFilter* const before = m_manager->GetCurrentFilter();
+void KvLayerPropManagerDlg::reloadFilters(bool keepsCurrent) {
+    const HxLyLayerFilter* const before = keepsCurrent ? m_manager->GetCurrentFilter() : nullptr;
     const CStdStr<wchar_t> name = before ? before->name() : CStdStr<wchar_t>();
     m_tree->showFilters(nullptr, nullptr);
     m_manager->ReloadFilters();
-    m_manager->SetCurrentFilter(m_manager->FindFilter(name.c_str()));
+    HxLyLayerFilter* const root = m_manager->GetRootFilter();
+    const bool wasRoot = before && root && root->name() == name;
+    m_manager->SetCurrentFilter(wasRoot ? root : m_manager->FindFilter(name.c_str()));
     m_manager->procLayerUsageData();
+}
+
+void KvLayerPropManagerDlg::ReLoadFilter() {
+    reloadFilters(true);
     UpdateFiltersTree();
     UpdateLayerList(true);
 }

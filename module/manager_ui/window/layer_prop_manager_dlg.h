@@ -84,6 +84,7 @@ private:
     void resetColumns();
     bool isShown(HxDbObjectId layer) const;
     void placeRow(HxDbObjectId layer);
+    void reloadFilters(bool keepsCurrent);
     KvGridKind gridKind() const { return m_isPalette ? KvGridKind::palette : KvGridKind::dialog; }
 
     HxDbDatabase* m_database;

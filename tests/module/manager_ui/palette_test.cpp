@@ -175,6 +175,9 @@ TEST_F(Palette, FiltersOfTheTreeChooseTheRows) {
     EXPECT_EQ(names(), (QStringList{"PLAN|DOORS", "PLAN|FRAMES", "PLAN|WALLS"}));
     EXPECT_EQ(frame().findChild<QLabel*>("IDC_STATIC_LAYER_STATISTIC")->text(),
               "Xref: 3 of 14 layers displayed");
+    run(L"LAYOUT S Layout1\n");
+    idle();
+    EXPECT_EQ(names().size(), 3);  // another space, the same filter
     run(L"XREF D PLAN\n");
     idle();
     EXPECT_EQ(grid()->model()->rowCount(), 0);
