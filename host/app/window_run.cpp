@@ -4,6 +4,7 @@
 #include "host/editor/editor.h"
 #include "host/ui/script/script_driver.h"
 #include "host/ui/script/ui_commands.h"
+#include "host/ui/standard/standard_commands.h"
 #include "host/ui/workbench/main_window.h"
 #include "host/ui/workbench/workbench.h"
 #include "sdk/hxdialog.h"
@@ -15,6 +16,7 @@ namespace korvex {
 
 WindowRun::WindowRun(bool headless) : m_headless(headless) {
     startUiCommands();
+    startStandardCommands();
     setUnattended(headless);
     setMainWindowMaker([this] { return make(); });
     if (!headless) {

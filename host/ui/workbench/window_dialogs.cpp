@@ -1,8 +1,8 @@
 // Message boxes and file dialogs for drawings.
 #include "host/ui/workbench/window_dialogs.h"
 
-#include "host/ui/workbench/file_choice.h"
 #include "sdk/hxdialog.h"
+#include "sdk/hxstddlg.h"
 
 #include <QObject>
 
@@ -10,15 +10,7 @@ namespace korvex {
 
 namespace {
 
-FileChoice openChoice() {
-    return {"DrawingFolder",
-            QObject::tr("Open Drawing"),
-            {QObject::tr("Drawings (*.dxf *.dwg *.dwt)"), QObject::tr("All files (*)")}};
-}
-
-FileChoice saveChoice() {
-    return {"DrawingFolder", QObject::tr("Save Drawing As"), {QObject::tr("Drawings (*.dxf)")}};
-}
+constexpr wchar_t kKey[] = L"HxDrawingFileDlg";
 
 }  // namespace
 
@@ -32,15 +24,19 @@ YesNoCancel WindowDialogs::askToSave(const std::wstring& title) {
 }
 
 std::vector<std::wstring> WindowDialogs::askFilesToOpen() {
+    HxUiFileDialog files(L"Open Drawing", kKey,
+                         {QObject::tr("Drawings (*.dxf *.dwg *.dwt)"), QObject::tr("All files (*)")});
     std::vector<std::wstring> paths;
-    for (const QString& path : chooseFilesToOpen(m_parent, openChoice(), true)) {
+    for (const QString& path : files.getOpenFiles(m_parent)) {
         paths.push_back(path.toStdWString());
     }
     return paths;
 }
 
 std::wstring WindowDialogs::askFileToSave(const std::wstring& current) {
-    return chooseFileToSave(m_parent, saveChoice(), QString::fromStdWString(current), "dxf").toStdWString();
+    HxUiFileDialog files(L"Save Drawing As", kKey, {QObject::tr("Drawings (*.dxf)")});
+    files.setFileName(QString::fromStdWString(current));
+    return files.getSaveFile(m_parent).toStdWString();
 }
 
 void WindowDialogs::tellFailure(const std::wstring& text) {

@@ -10,7 +10,6 @@
 #include "host/ui/workbench/command_line.h"
 #include "host/ui/workbench/command_list_dialog.h"
 #include "host/ui/workbench/document_tabs.h"
-#include "host/ui/workbench/file_choice.h"
 #include "host/ui/workbench/layout_tabs.h"
 #include "host/ui/workbench/recent_files.h"
 #include "host/ui/workbench/status_strip.h"
@@ -18,6 +17,7 @@
 #include "host/ui/workbench/window_source.h"
 #include "host/ui/workbench/workbench_actions.h"
 #include "sdk/hxdialog.h"
+#include "sdk/hxstddlg.h"
 
 #include <QCloseEvent>
 #include <QDragEnterEvent>
@@ -366,16 +366,16 @@ void Workbench::deselect() {
 }
 
 void Workbench::runScript() {
-    const FileChoice choice{"ScriptFolder", tr("Run Script"), {tr("Scripts (*.scr)"), tr("All files (*)")}};
-    const QString path = chooseFilesToOpen(this, choice, false).value(0);
+    HxUiFileDialog files(L"Run Script", L"HxScriptFileDlg", {tr("Scripts (*.scr)"), tr("All files (*)")});
+    const QString path = files.getOpenFile(this);
     if (!path.isEmpty()) {
         m_dialogue.run("_.SCRIPT\n" + path + '\n');
     }
 }
 
 void Workbench::loadModule() {
-    const FileChoice choice{"ModuleFolder", tr("Load Module"), {tr("Modules (*.hrx)"), tr("All files (*)")}};
-    const QString path = chooseFilesToOpen(this, choice, false).value(0);
+    HxUiFileDialog files(L"Load Module", L"HxModuleFileDlg", {tr("Modules (*.hrx)"), tr("All files (*)")});
+    const QString path = files.getOpenFile(this);
     if (!path.isEmpty()) {
         m_dialogue.run("_.HRX\n_Load\n" + path + '\n');
     }
