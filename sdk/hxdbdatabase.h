@@ -93,10 +93,11 @@ public:
 
     /// Reads a drawing file into an empty database (made with buildDefault false). eFileNotFound,
     /// eFileAccessErr, eBadDxfSequence for a damaged file, eFilerError for one that cannot be read;
-    /// readError() tells where and why.
+    /// readError() tells where and why; eCancelled when the user gave up the reading.
     Hx::ErrorStatus readFile(const wchar_t* path);
     /// Saves in the version that was read, whole or not at all; the previous file stays beside it as ".bak".
-    /// eFileAccessErr; readError() tells why.
+    /// eFileAccessErr, readError() tells why; eCancelled when the user gave it up, the file is as it was
+    /// then.
     Hx::ErrorStatus saveAs(const wchar_t* path);
     /// What the last readFile or saveAs of this database ran into; empty after success.
     const wchar_t* readError() const;

@@ -93,13 +93,14 @@ public:
                                                 bool echo = true) = 0;
 
     /// Opens a drawing file as a new, active document; eFileNotFound, eFileAccessErr, eBadDxfSequence,
-    /// eFilerError; the reason is in `error` (may be null). One that is open already becomes active.
+    /// eFilerError, eCancelled (by the user); the reason is in `error` (may be null). One that is open
+    /// already becomes active.
     virtual Hx::ErrorStatus openDocument(const wchar_t* path, HxApDocument*& document,
                                          CStdStr<wchar_t>* error = nullptr) = 0;
     /// An empty drawing as a new, active document. Null while a command runs in another.
     virtual HxApDocument* newDocument() = 0;
-    /// Saves under a path, or under its own name for null or "". eFileAccessErr and the like, the reason is
-    /// in `error`; eInvalidInput for a drawing without a name.
+    /// Saves under a path, or under its own name for null or "". eFileAccessErr and the like, eCancelled (by
+    /// the user), the reason is in `error`; eInvalidInput for a drawing without a name.
     virtual Hx::ErrorStatus saveDocument(HxApDocument* document, const wchar_t* path,
                                          CStdStr<wchar_t>* error = nullptr) = 0;
     /// Closes without asking; what was not saved is lost. eInvalidContext while a command runs in it.

@@ -66,6 +66,7 @@ enum ErrorStatus : int {
     eNoUndo = 140,         ///< nothing to undo or redo
     eXrefNotFound = 150,
     eXrefCircular = 151,
+    eCancelled = 160,  ///< the user gave it up; everything is as before
 };
 
 /// The status's name and, in a few words, its meaning; for messages and logs. Never null.

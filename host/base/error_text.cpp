@@ -65,6 +65,7 @@ constexpr StatusText kTexts[] = {
     {eNoUndo, L"eNoUndo: nothing to undo or redo"},
     {eXrefNotFound, L"eXrefNotFound: the external reference was not found"},
     {eXrefCircular, L"eXrefCircular: the external reference refers to itself"},
+    {eCancelled, L"eCancelled: cancelled"},
 };
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Opens, activates, locks, saves and closes documents.
 #include "host/editor/documents.h"
 
+#include "host/base/progress.h"
 #include "host/db/kernel/reactor_list.h"
 #include "host/editor/editor.h"
 #include "host/editor/editor_notices.h"
@@ -17,6 +18,9 @@ HX_DEFINE_MEMBERS(HxApDocManagerReactor, HxRxObject)
 namespace korvex {
 
 namespace {
+
+/// Of the progress of opening.
+enum Share : long long { kReadingShare = 8, kXrefsShare = 2 };
 
 std::wstring absolutePath(const std::wstring& path) {
     return QFileInfo(QString::fromStdWString(path)).absoluteFilePath().toStdWString();
@@ -234,13 +238,21 @@ Hx::ErrorStatus DocumentManager::openDocument(const wchar_t* path, HxApDocument*
         document = open;
         return activateDocument(open);
     }
+    ProgressScope progress(L"Opening \"" + full.substr(full.rfind(L'/') + 1) + L"\"",
+                           kReadingShare + kXrefsShare);
+    progress.nextPart(kReadingShare);
     auto database = std::make_unique<HxDbDatabase>(false);
     const Hx::ErrorStatus status = database->readFile(full.c_str());
     if (status != Hx::eOk) {
         return fail(status, *database->readError() ? database->readError() : Hx::errorText(status));
     }
     std::vector<std::wstring> messages;
+    progress.step(kReadingShare);
+    progress.nextPart(kXrefsShare);
     loadXrefs(*database, messages);
+    if (progress.isCancelled()) {
+        return fail(Hx::eCancelled, L"cancelled");
+    }
     auto opened = std::make_unique<Document>(std::move(database), L"");
     opened->setPath(full);
     document = take(std::move(opened));

@@ -1,8 +1,10 @@
 // Replacing a file as a whole or not at all: a new file beside it, synchronised, then renamed over it.
 #include "host/io/atomic_save.h"
 
+#include "host/base/progress.h"
 #include "host/base/text.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -16,6 +18,7 @@ namespace {
 
 constexpr int kLinksToFollow = 40;
 constexpr int kNamesToTry = 100;
+constexpr std::size_t kChunk = std::size_t{4} << 20;  // bytes that are written at once
 
 std::string folderOf(const std::string& file) {
     const std::size_t slash = file.rfind('/');
@@ -63,6 +66,7 @@ public:
     bool run(std::string_view bytes) {
         return examine() && create() && write(bytes) && keepBackup() && replace();
     }
+    bool isCancelled() const { return m_isCancelled; }
     /// What went wrong, with the system's reason.
     const std::wstring& reason() const { return m_reason; }
 
@@ -124,8 +128,13 @@ private:
     }
 
     bool write(std::string_view bytes) {
+        ProgressScope progress(L"Writing the file", static_cast<long long>(bytes.size()));
+        const std::size_t size = bytes.size();
         while (!bytes.empty()) {
-            const ssize_t written = ::write(m_descriptor, bytes.data(), bytes.size());
+            if (giveUp(progress, size - bytes.size())) {
+                return false;
+            }
+            const ssize_t written = ::write(m_descriptor, bytes.data(), std::min(bytes.size(), kChunk));
             if (written < 0 && errno != EINTR) {
                 return fail(L"cannot write", m_temporary);
             }
@@ -136,7 +145,12 @@ private:
         }
         const int closed = ::close(m_descriptor);
         m_descriptor = -1;
-        return closed == 0 || fail(L"cannot write", m_temporary);
+        return closed == 0 ? !giveUp(progress, size) : fail(L"cannot write", m_temporary);
+    }
+
+    bool giveUp(ProgressScope& progress, std::size_t written) {
+        m_isCancelled = !progress.step(static_cast<long long>(written));
+        return m_isCancelled;
     }
 
     /// The previous file gets a second name, so that there is a file under the first at every moment. Where
@@ -184,6 +198,7 @@ private:
     std::wstring m_reason;
     int m_descriptor = -1;
     bool m_exists = false;
+    bool m_isCancelled = false;
     bool m_moved = false;
     mode_t m_mode = 0;
     uid_t m_user = 0;
@@ -204,6 +219,10 @@ Hx::ErrorStatus saveAtomically(const std::wstring& path, std::string_view bytes,
     if (replacement.run(bytes)) {
         error.clear();
         return Hx::eOk;
+    }
+    if (replacement.isCancelled()) {
+        error = L"cancelled: the file is as it was.";
+        return Hx::eCancelled;
     }
     error = L"the file is as it was: " + replacement.reason() +
             L" Save under another name or in another folder, or make room on the disk.";

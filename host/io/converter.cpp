@@ -1,9 +1,11 @@
 // Runs the converter of compressed drawings.
 #include "host/io/converter.h"
 
+#include "host/base/progress.h"
 #include "host/base/text.h"
 #include "sdk/hxconfig.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
@@ -38,15 +40,36 @@ std::wstring lastWords(QProcess& process) {
     return line.isEmpty() ? L"" : L" It says: " + toWide(line);
 }
 
+/// Until the program ends or the limit is reached. False when the user gives up.
+bool waitFor(QProcess& process, std::chrono::milliseconds limit) {
+    constexpr long long kPatience = 50;  // milliseconds between two looks at the user
+    ProgressScope progress(L"Converting the drawing", 0);
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < limit.count()) {
+        if (!progress.step(clock.elapsed())) {
+            return false;
+        }
+        const bool hasFinished =
+            process.waitForFinished(static_cast<int>(std::min<long long>(kPatience, limit.count())));
+        if (hasFinished || process.state() == QProcess::NotRunning) {
+            return true;
+        }
+    }
+    return true;
+}
+
 /// What went wrong in running the program; empty when nothing did.
-std::wstring run(QProcess& process, const QStringList& command, std::chrono::milliseconds limit) {
+std::wstring run(QProcess& process, const QStringList& command, std::chrono::milliseconds limit,
+                 bool& isCancelled) {
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
     process.start(command.front(), command.mid(1));
     if (!process.waitForStarted(kStartLimit)) {
         return L"it cannot be started: " + toWide(process.errorString()) + L".";
     }
-    if (!process.waitForFinished(static_cast<int>(limit.count()))) {
+    isCancelled = !waitFor(process, limit);
+    if (process.state() != QProcess::NotRunning) {
         process.kill();
         process.waitForFinished(kStartLimit);
         return L"it did not finish within " + std::to_wstring(limit.count() / 1000) + L" seconds.";
@@ -99,8 +122,13 @@ Hx::ErrorStatus convertDrawing(const std::wstring& path, std::string& bytes, std
         return Hx::eFilerError;
     }
     QProcess process;
+    bool isCancelled = false;
     std::wstring reason =
-        folder.isValid() ? run(process, command, limit) : L"there is no folder for its result.";
+        folder.isValid() ? run(process, command, limit, isCancelled) : L"there is no folder for its result.";
+    if (isCancelled) {
+        error = L"cancelled";
+        return Hx::eCancelled;
+    }
     QFile result(out);
     if (reason.empty() && !(result.open(QIODevice::ReadOnly) && result.size() > 0)) {
         reason = L"it wrote no drawing (exit status " + std::to_wstring(process.exitCode()) + L")." +

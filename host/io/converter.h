@@ -19,6 +19,7 @@ std::wstring converterCommand();
 
 /// Runs the converter on the file and gives the drawing that it wrote. eFilerError when there is no such
 /// program, when it fails or dies, takes longer than the limit, or writes nothing; `error` names the remedy.
+/// eCancelled by the user.
 Hx::ErrorStatus convertDrawing(const std::wstring& path, std::string& bytes, std::wstring& error,
                                std::chrono::milliseconds limit = std::chrono::minutes(2));
 

@@ -1,11 +1,13 @@
 // Reads a drawing: the file apart, then what refers across it put together, then what is missing.
 #include "host/io/drawing_reader.h"
 
+#include "host/base/progress.h"
 #include "host/base/text.h"
 #include "host/db/groups/group_cursor.h"
 #include "host/io/converter.h"
 #include "host/io/record_placing.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -61,13 +63,23 @@ void complete(HxDbDatabase& database, UnplacedRecords& records) {
     add(TableKind::style, records.styles);
 }
 
-/// What was read before the damage must not be taken for a drawing.
+/// What was read before the damage or the end of the user's patience must not be taken for a drawing.
 void discard(HxDbDatabase::Imp& db) {
     db.layout.clear();
     db.header.values.clear();
     db.tables.fill(nullptr);
     db.namedObjects = nullptr;
     db.handles = HandleTable();
+}
+
+constexpr const wchar_t* kCancelled = L"cancelled";
+constexpr std::size_t kChunk = std::size_t{8} << 20;  // bytes that are fetched at once
+
+/// Shares of the work, by experience with files that are not in the system's memory.
+enum Share : long long { kFetching = 20, kLoading = 55, kCompleting = 25 };
+
+std::wstring fileNameOf(const std::wstring& path) {
+    return L"\"" + path.substr(path.rfind(L'/') + 1) + L"\"";
 }
 
 Hx::ErrorStatus readBytes(const std::wstring& path, std::string& bytes, std::wstring& error) {
@@ -86,8 +98,9 @@ Hx::ErrorStatus readBytes(const std::wstring& path, std::string& bytes, std::wst
     reason = reason == 0 && !S_ISREG(status.st_mode) ? EINVAL : reason;
     std::size_t size = 0;
     bytes.resize(reason == 0 ? static_cast<std::size_t>(status.st_size) : 0);
-    while (reason == 0 && size < bytes.size()) {
-        const ssize_t got = ::read(file, &bytes[size], bytes.size() - size);
+    ProgressScope progress(L"Reading the file", static_cast<long long>(bytes.size()));
+    while (reason == 0 && size < bytes.size() && progress.step(static_cast<long long>(size))) {
+        const ssize_t got = ::read(file, &bytes[size], std::min(bytes.size() - size, kChunk));
         if (got == 0) {
             break;
         }
@@ -96,6 +109,10 @@ Hx::ErrorStatus readBytes(const std::wstring& path, std::string& bytes, std::wst
     }
     ::close(file);
     bytes.resize(size);
+    if (progress.isCancelled()) {
+        error = kCancelled;
+        return Hx::eCancelled;
+    }
     return reason == 0 ? Hx::eOk : fail(Hx::eFileAccessErr, reason);
 }
 
@@ -107,7 +124,15 @@ Hx::ErrorStatus readDrawing(HxDbDatabase& database, std::string bytes, std::wstr
     db.file = std::move(bytes);
     FileLoader loader(database);
     DrawingError damage;
-    if (!loader.load(damage)) {
+    ProgressScope progress(L"Reading the drawing", kLoading + kCompleting);
+    progress.nextPart(kLoading);
+    const bool isLoaded = loader.load(damage);
+    if (!progress.step(kLoading)) {
+        discard(db);
+        error = kCancelled;
+        return Hx::eCancelled;
+    }
+    if (!isLoaded) {
         discard(db);
         error = damage.text();
         const bool isDrawing = damage.line != 0 || damage.binary;
@@ -122,11 +147,15 @@ Hx::ErrorStatus readDrawing(HxDbDatabase& database, std::string bytes, std::wstr
 }
 
 Hx::ErrorStatus readDrawingFile(HxDbDatabase& database, const std::wstring& path, std::wstring& error) {
+    ProgressScope progress(L"Opening " + fileNameOf(path), kFetching + kLoading + kCompleting);
+    progress.nextPart(kFetching);
     std::string bytes;
     Hx::ErrorStatus status = readBytes(path, bytes, error);
     if (status == Hx::eOk && isCompressedDrawing(bytes)) {
         status = convertDrawing(path, bytes, error);
     }
+    progress.step(kFetching);
+    progress.nextPart(kLoading + kCompleting);
     return status == Hx::eOk ? readDrawing(database, std::move(bytes), error) : status;
 }
 

@@ -11,7 +11,8 @@ namespace korvex {
 /// Reads a drawing into an empty database. Objects come to life when they are first opened; until then they
 /// are slices of the bytes, which the database keeps.
 /// eBadDxfSequence for damage, eFilerError for bytes that are no drawing; `error` tells the place and the
-/// remedy. The database is empty then, and fit for nothing but being deleted.
+/// remedy; eCancelled when the user gives up. The database is empty then, and fit for nothing but being
+/// deleted.
 Hx::ErrorStatus readDrawing(HxDbDatabase& database, std::string bytes, std::wstring& error);
 
 /// The same from a file, judged by its content and not by its name. Also eFileNotFound, eFileAccessErr; and

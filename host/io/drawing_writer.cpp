@@ -1,6 +1,7 @@
 // Walks the layout of the file that was read, and puts in what is new.
 #include "host/io/drawing_writer.h"
 
+#include "host/base/progress.h"
 #include "host/db/groups/group_cursor.h"
 #include "host/db/groups/group_lexer.h"
 #include "host/db/groups/group_writer.h"
@@ -31,13 +32,19 @@ public:
         : m_db(*database.imp()), m_model(modelSpace(database)), m_paper(paperSpace(database)),
           m_out(m_db.format) {}
 
-    std::string write() {
+    /// False when the user gives up.
+    bool write(ProgressScope& progress) {
         survey();
+        long long count = 0;
         for (const FileItem& item : m_db.layout) {
             this->item(item);
+            if (!progress.step(++count)) {
+                return false;
+            }
         }
-        return std::move(m_text);
+        return true;
     }
+    std::string take() { return std::move(m_text); }
 
 private:
     // ---- what there is to write ----
@@ -361,13 +368,31 @@ void DrawingWriter::writeNewObjects() {
     }
 }
 
+long long layoutSize(const HxDbDatabase& database) {
+    return static_cast<long long>(database.imp()->layout.size());
+}
+
 }  // namespace
 
-std::string writeDrawing(HxDbDatabase& database) { return DrawingWriter(database).write(); }
+std::string writeDrawing(HxDbDatabase& database) {
+    ProgressScope progress(L"Writing the drawing", layoutSize(database), false);
+    DrawingWriter writer(database);
+    writer.write(progress);
+    return writer.take();
+}
 
 Hx::ErrorStatus saveDrawingFile(HxDbDatabase& database, const std::wstring& path, std::wstring& error) {
     SaveTime time(database);
-    const Hx::ErrorStatus status = saveAtomically(path, writeDrawing(database), error);
+    const std::wstring name = path.substr(path.rfind(L'/') + 1);
+    const long long items = layoutSize(database);
+    ProgressScope progress(L"Saving \"" + name + L"\"", 2 * items);  // making the bytes, and writing them
+    DrawingWriter writer(database);
+    if (!writer.write(progress)) {
+        error = L"cancelled: the file is as it was.";
+        return Hx::eCancelled;
+    }
+    progress.nextPart(items);
+    const Hx::ErrorStatus status = saveAtomically(path, writer.take(), error);
     if (status == Hx::eOk) {
         time.keep();
     }

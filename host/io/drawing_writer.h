@@ -13,7 +13,7 @@ namespace korvex {
 std::string writeDrawing(HxDbDatabase& database);
 
 /// Writes the file as a whole or not at all (saveAtomically). A drawing with changes gets the time of saving
-/// in $TDUPDATE and $TDUUPDATE, where it has them. eFileAccessErr; `error` tells why.
+/// in $TDUPDATE and $TDUUPDATE, where it has them. eFileAccessErr, `error` tells why; eCancelled.
 Hx::ErrorStatus saveDrawingFile(HxDbDatabase& database, const std::wstring& path, std::wstring& error);
 
 }  // namespace korvex

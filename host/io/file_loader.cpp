@@ -1,6 +1,7 @@
 // One pass over a drawing file's records, section by section.
 #include "host/io/file_loader.h"
 
+#include "host/base/progress.h"
 #include "host/db/groups/group_cursor.h"
 #include "host/db/groups/group_lexer.h"
 
@@ -63,8 +64,9 @@ bool FileLoader::load(DrawingError& error) {
     constexpr std::size_t kUsualRecord = 160;  // bytes
     m_db.layout.reserve(m_db.file.size() / kUsualRecord);
     addRaw(scanner.preamble());
+    ProgressScope progress(L"Reading the drawing", static_cast<long long>(scanner.size()));
     FileRecord record;
-    while (scanner.next(record, error)) {
+    while (progress.step(static_cast<long long>(scanner.position())) && scanner.next(record, error)) {
         if (!this->record(record)) {
             error = m_error;
             return false;

@@ -39,7 +39,7 @@ class FileLoader {
 public:
     explicit FileLoader(HxDbDatabase& database);
 
-    /// False with an error on damage.
+    /// False with an error on damage, without one when the user gives up.
     bool load(DrawingError& error);
     UnplacedRecords& unplaced() { return m_unplaced; }
 

@@ -1,6 +1,7 @@
 // Finding and loading external references.
 #include "host/io/xref_files.h"
 
+#include "host/base/progress.h"
 #include "host/db/groups/group_writer.h"
 #include "host/db/kernel/database_imp.h"
 #include "host/db/kernel/entity_access.h"
@@ -149,6 +150,11 @@ std::unique_ptr<HxDbDatabase> loadXref(const HxDbDatabase& host, const std::wstr
         error = L"file \"" + path + L"\" refers back to itself";
         return nullptr;
     }
+    constexpr long long kOwn = 8;
+    constexpr long long kNested = 2;
+    ProgressScope progress(L"Loading \"" + path.substr(path.find_last_of(L"/\\") + 1) + L"\"",
+                           kOwn + kNested);
+    progress.nextPart(kOwn);
     auto drawing = std::make_unique<HxDbDatabase>(false);
     status = drawing->readFile(file.toStdWString().c_str());
     if (status != Hx::eOk) {
@@ -157,13 +163,26 @@ std::unique_ptr<HxDbDatabase> loadXref(const HxDbDatabase& host, const std::wstr
         return nullptr;
     }
     drawing->imp()->xrefHost = &host;
+    progress.step(kOwn);
+    progress.nextPart(kNested);
     loadXrefs(*drawing, messages);
+    if (progress.isCancelled()) {
+        status = Hx::eCancelled;
+        error = L"cancelled";
+        return nullptr;
+    }
     return drawing;
 }
 
 void loadXrefs(HxDbDatabase& host, std::vector<std::wstring>& messages) {
     const std::vector<HxDbStub*> blocks = members(*host.imp()->table(TableKind::block));
+    ProgressScope progress(L"Loading external references", static_cast<long long>(blocks.size()));
+    long long count = 0;
     for (HxDbStub* block : blocks) {
+        if (!progress.step(count++)) {
+            return;
+        }
+        progress.nextPart(1);
         if (!block->erased) {
             loadBlock(*block, messages);
         }

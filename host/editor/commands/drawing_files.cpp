@@ -23,8 +23,14 @@ std::wstring reason(const std::wstring& error) {
 /// The window's dialogs when files are to be asked for by them; null otherwise.
 UserDialogs* fileDialogs() { return integerVariable(L"FILEDIA") != 0 ? editor().dialogs() : nullptr; }
 
-/// What could not be done, also in a box when somebody sits before the window.
-void refuseAloud(const std::wstring& message) {
+/// What was not done, also in a box when somebody sits before the window. What the user gave up is no
+/// failure; the command counts as cancelled.
+void refuseAloud(Hx::ErrorStatus status, const std::wstring& message) {
+    if (status == Hx::eCancelled) {
+        say(message);
+        editor().cancelled = true;
+        return;
+    }
     refuse(message);
     if (UserDialogs* dialogs = editor().dialogs()) {
         dialogs->tellFailure(message);
@@ -34,8 +40,10 @@ void refuseAloud(const std::wstring& message) {
 /// Saves under a path, or the drawing's own for "". False with a message when it could not be.
 bool save(Document& document, const std::wstring& path) {
     CStdStr<wchar_t> error;
-    if (documents().saveDocument(&document, path.c_str(), &error) != Hx::eOk) {
-        refuseAloud(quoted(path.empty() ? document.docTitle() : path) + L" was not saved: " + reason(error));
+    const Hx::ErrorStatus status = documents().saveDocument(&document, path.c_str(), &error);
+    if (status != Hx::eOk) {
+        refuseAloud(status,
+                    quoted(path.empty() ? document.docTitle() : path) + L" was not saved: " + reason(error));
         return false;
     }
     say(L"Saved " + quoted(document.fileName()) + L".");
@@ -69,8 +77,9 @@ bool saveUnderOwnName(Document& document) {
 void open(const std::wstring& path) {
     HxApDocument* document = nullptr;
     CStdStr<wchar_t> error;
-    if (documents().openDocument(path.c_str(), document, &error) != Hx::eOk) {
-        refuseAloud(quoted(path) + L" was not opened: " + reason(error));
+    const Hx::ErrorStatus status = documents().openDocument(path.c_str(), document, &error);
+    if (status != Hx::eOk) {
+        refuseAloud(status, quoted(path) + L" was not opened: " + reason(error));
         return;
     }
     say(L"Opened " + quoted(document->fileName()) + L".");

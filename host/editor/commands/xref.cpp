@@ -70,6 +70,11 @@ void list() {
     say(std::to_wstring(ids.size()) + L" external reference(s).");
 }
 
+/// What was not done: a failure, unless the user gave it up.
+void tell(Hx::ErrorStatus status, const std::wstring& message) {
+    status == Hx::eCancelled ? say(message) : refuse(message);
+}
+
 void tellAttach(int activity, const std::wstring& path) {
     tellEditorReactors(
         [&](HxEditorReactor& r) { r.xrefSubcommandAttachItem(&drawing(), activity, path.c_str()); });
@@ -93,7 +98,7 @@ void attach(bool overlay) {
     tellAttach(status == Hx::eOk ? kXrefEndItem : kXrefAborted, path.text);
     tellAttach(kXrefEnd, L"");
     if (status != Hx::eOk) {
-        refuse(quoted(path.text) + L" was not attached: " + error + L".");
+        tell(status, quoted(path.text) + L" was not attached: " + error + L".");
         return;
     }
     say(quoted(blockName(block)) + L" attached.");
@@ -126,10 +131,11 @@ void detachOption() {
 void reloadOption() {
     for (const HxDbObjectId& id : askXrefs(L"Enter xref name(s) to reload:")) {
         std::wstring error;
-        if (reloadXref(drawing(), id, error) == Hx::eOk) {
+        const Hx::ErrorStatus status = reloadXref(drawing(), id, error);
+        if (status == Hx::eOk) {
             say(quoted(blockName(id)) + L" reloaded.");
         } else {
-            refuse(quoted(blockName(id)) + L" was not reloaded: " + error + L".");
+            tell(status, quoted(blockName(id)) + L" was not reloaded: " + error + L".");
         }
     }
 }
