@@ -43,6 +43,9 @@ ProgressScope::~ProgressScope() {
         }
     } else if (m_outer) {
         m_outer->m_part = 0;
+        if (m_isHeard && g_isCancelled) {
+            m_outer->m_next = std::numeric_limits<long long>::min();  // it learns of that at its next step
+        }
     }
 }
 

@@ -76,8 +76,10 @@ TEST_F(CancelledFilesTest, SavingLeavesTheOldFileAndItsBackup) {
     int patience = 0;
     for (Hx::ErrorStatus status = Hx::eCancelled; status != Hx::eOk; ++patience) {
         ASSERT_LT(patience, 2000);
-        Impatience user(patience);
-        status = database.saveAs(widePath("plan.dxf").c_str());
+        {
+            const Impatience user(patience);
+            status = database.saveAs(widePath("plan.dxf").c_str());
+        }
         if (status != Hx::eOk) {
             ASSERT_EQ(status, Hx::eCancelled);
             EXPECT_STREQ(database.readError(), L"cancelled: the file is as it was.");

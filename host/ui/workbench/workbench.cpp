@@ -5,6 +5,7 @@
 #include "host/editor/documents.h"
 #include "host/editor/editor.h"
 #include "host/editor/selection.h"
+#include "host/ui/progress/progress_dialog.h"
 #include "host/ui/theme/theme.h"
 #include "host/ui/view/drawing_view.h"
 #include "host/ui/workbench/command_line.h"
@@ -103,6 +104,7 @@ Workbench::Workbench(Placement placement, QWidget* parent)
     m_watcher = std::make_unique<Watcher>(*this);
     restorePlacement();
     editor().setDialogs(&m_dialogs);
+    showProgressOver(m_placement == Placement::kept ? this : nullptr);
     editor().console().setPane([this](std::wstring_view text) {
         m_commandLine->append(QString::fromWCharArray(text.data(), static_cast<int>(text.size())));
     });
