@@ -1,6 +1,8 @@
-// One pick in a drawing against the floor: looking at the bounding boxes of all its entities.
+// One pick in a drawing, and selections of all or half of it by a rectangle, against the floor: looking at
+// the bounding boxes of all its entities.
 #include "host/db/geometry/box.h"
 #include "host/editor/picker.h"
+#include "host/editor/selection.h"
 #include "sdk/hxdbdatabase.h"
 
 #include <QFile>
@@ -158,6 +160,30 @@ void firstPick(benchmark::State& state) {
     }
 }
 
+void selectIn(benchmark::State& state, double right, bool crossing) {
+    const Plan& plan = planOf(static_cast<int>(state.range(0)));
+    Selection& selection = selectionOf(*plan.database);
+    AreaRequest request;
+    request.database = plan.database.get();
+    request.space = plan.database->modelSpaceId();
+    request.first = {-100, -100};
+    request.second = {right, kSide + 100};
+    request.crossing = crossing;
+    pickInArea(request);
+    for (auto _ : state) {
+        selection.add(pickInArea(request));
+        benchmark::DoNotOptimize(selection.objects().size());
+        state.PauseTiming();
+        selection.clear();
+        state.ResumeTiming();
+    }
+}
+
+void selectAll(benchmark::State& state) { selectIn(state, kSide + 100, false); }
+void selectHalfByCrossing(benchmark::State& state) { selectIn(state, kSide / 2, true); }
+
+BENCHMARK(selectAll)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(selectHalfByCrossing)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(walkAllBoxesFloor)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(pick)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(firstPick)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);

@@ -37,7 +37,7 @@ MarkColors MarkColors::on(const QColor& background) {
     colors.halo = dark ? QColor(0, 0, 0, 110) : QColor(255, 255, 255, 150);
     colors.window = dark ? QColor(96, 160, 255) : QColor(0, 70, 190);
     colors.crossing = dark ? QColor(90, 220, 110) : QColor(0, 115, 40);
-    colors.grip = dark ? QColor(40, 130, 240) : QColor(20, 100, 220);
+    colors.grip = dark ? QColor(40, 130, 240) : QColor(0, 50, 140);
     colors.gripFrame = dark ? QColor(230, 240, 255) : QColor(255, 255, 255);
     return colors;
 }
