@@ -84,8 +84,8 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
-    class Imp;
-    std::unique_ptr<Imp> m_imp;
+    class Input;
+    std::unique_ptr<Input> m_input;
 };
 
 }  // namespace korvex

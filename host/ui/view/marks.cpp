@@ -82,6 +82,18 @@ void drawSelectionWindow(QPainter& painter, const QRectF& window, bool crossing,
     painter.drawRect(frame);
 }
 
+void drawNote(QPainter& painter, const QRectF& window, const QString& text, const MarkColors& colors) {
+    constexpr double kMargin = 8;
+    constexpr int kFlags = Qt::AlignLeft | Qt::AlignBottom | Qt::TextWordWrap;
+    const QRectF area = window.adjusted(kMargin, kMargin, -kMargin, -kMargin);
+    const QRectF box = painter.boundingRect(area, kFlags, text);
+    QColor paper = colors.halo;
+    paper.setAlpha(200);
+    painter.fillRect(box.adjusted(-kMargin / 2, -kMargin / 2, kMargin / 2, kMargin / 2), paper);
+    painter.setPen(colors.line);
+    painter.drawText(area, kFlags, text);
+}
+
 void drawGrips(QPainter& painter, const std::vector<QPointF>& grips, const MarkColors& colors) {
     painter.setPen(QPen(colors.gripFrame, 1));
     painter.setBrush(colors.grip);

@@ -4,6 +4,7 @@
 #include <QColor>
 #include <QPointF>
 #include <QRectF>
+#include <QString>
 
 #include <vector>
 
@@ -35,6 +36,8 @@ QRectF cursorArea(const QPointF& at, const CursorLook& look);
 void drawRubberBand(QPainter& painter, const QPointF& from, const QPointF& to, const MarkColors& colors);
 /// Solid for a window, dashed for a crossing selection.
 void drawSelectionWindow(QPainter& painter, const QRectF& window, bool crossing, const MarkColors& colors);
+/// A line of text in the lower left corner.
+void drawNote(QPainter& painter, const QRectF& window, const QString& text, const MarkColors& colors);
 void drawGrips(QPainter& painter, const std::vector<QPointF>& grips, const MarkColors& colors);
 
 }  // namespace korvex

@@ -28,8 +28,17 @@ SceneLayers::SceneLayers()
       m_selection(QImage::Format_ARGB32_Premultiplied), m_lit(QImage::Format_ARGB32_Premultiplied) {}
 
 void SceneLayers::setStyle(const SceneStyle& style) {
+    const bool lineweights = m_style.lineweights;
     m_style = style;
+    m_style.lineweights = lineweights;
     invalidate();
+}
+
+void SceneLayers::setLineweights(bool shown) {
+    if (shown != m_style.lineweights) {
+        m_style.lineweights = shown;
+        invalidate();
+    }
 }
 
 void SceneLayers::invalidate() {

@@ -18,6 +18,7 @@ public:
 
     void setStyle(const SceneStyle& style);
     const SceneStyle& style() const { return m_style; }
+    void setLineweights(bool shown);
 
     /// The drawing was changed.
     void invalidate();
@@ -30,6 +31,8 @@ public:
     /// What is out of date is painted first or, if `hastily` and that would take long, shown as it was:
     /// moved and scaled. False then.
     bool draw(QPainter& painter, HxDbDatabase& database, const Frame& frame, bool hastily);
+    /// False when the drawing holds too much to be shown as a whole.
+    bool isComplete() const { return m_painter.isComplete(); }
     /// How often the drawing was painted as a whole.
     int paints() const { return m_paints; }
 

@@ -1,6 +1,7 @@
 // Changes only mark; painting brings everything up to date.
 #include "host/ui/view/view_contents.h"
 
+#include "host/db/kernel/header.h"
 #include "host/editor/documents.h"
 #include "host/editor/selection.h"
 #include "host/editor/view.h"
@@ -10,6 +11,12 @@
 #include <QWidget>
 
 namespace korvex {
+
+namespace {
+
+const char* const kTooMuch = "Too much to show at once: some objects are left out. Zoom in to see them.";
+
+}  // namespace
 
 ViewContents::ViewContents(QWidget& widget, std::function<void()> settled)
     : m_widget(widget), m_settled(std::move(settled)),
@@ -79,8 +86,7 @@ void ViewContents::schedule() {
 
 MarkColors ViewContents::colors() const {
     const SceneStyle& style = m_layers.style();
-    const bool onModel = m_document->database()->tilemode() || m_document->database()->cvport() > 1;
-    return MarkColors::on(onModel && m_document->database()->tilemode() ? style.background : style.paper);
+    return MarkColors::on(m_document->database()->tilemode() ? style.background : style.paper);
 }
 
 void ViewContents::paint(QPainter& painter, const MovingMarks& marks) {
@@ -94,6 +100,7 @@ void ViewContents::paint(QPainter& painter, const MovingMarks& marks) {
         m_layers.setSelection(selectionOf(database).objects());
         m_grips.invalidate();
     }
+    m_layers.setLineweights(headerInteger(database, L"$LWDISPLAY", 0) != 0);
     const Frame now = frame();
     m_layers.draw(painter, database, now, m_hasty);
     const SpaceMap space(now.map, floating().window);
@@ -103,6 +110,9 @@ void ViewContents::paint(QPainter& painter, const MovingMarks& marks) {
     }
     if (marks.cursor && marks.rubberFrom) {
         drawRubberBand(painter, space.pixel(*marks.rubberFrom), *marks.cursor, colors());
+    }
+    if (!m_layers.isComplete()) {
+        drawNote(painter, m_widget.rect(), kTooMuch, colors());
     }
     if (marks.cursor) {
         drawCursor(painter, *marks.cursor, marks.look, colors());
