@@ -182,7 +182,9 @@ int runSession(const Options& options) {
     good = (good || !options.headless) && queueScripts(options.scripts, windows) && good;
     if (good || !options.headless) {
         windows.letUserAnswer();
+        windows.restorePalettes();
         host.processor().runAll();
+        windows.keepPalettes();
     }
     good = good && (!options.headless || host.console().failures() == 0);
     takeDown();

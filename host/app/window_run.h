@@ -22,6 +22,10 @@ public:
     void letUserAnswer();
     /// Something at the start went wrong: a box tells it when the scripts are done and the user is asked.
     void tell(const QString& trouble) { m_troubles << trouble; }
+    /// The modules' palettes that were shown when the window was closed last are shown again; headless none.
+    void restorePalettes();
+    /// Before the modules go.
+    void keepPalettes() const;
     bool isHeadless() const { return m_headless; }
 
 private:

@@ -79,6 +79,19 @@ TEST_F(Program, AWindowRunsScriptsFirstAndStaysUntilQuit) {
     EXPECT_FALSE(QImage(path("window.png")).isNull());
 }
 
+TEST_F(Program, AWindowComesBackWithItsPalettes) {
+    const QString look = "PICTURE palette.png KvLayerManagerWnd";
+    EXPECT_TRUE(windowed({"-c", look, "-c", "QUIT"}).complains("KvLayerManagerWnd"))
+        << "a new profile has none";
+    windowed({"-c", "LAYERPALETTE", "-c", "QUIT"});
+    windowed({"-c", look, "-c", "LAYERCLOSE", "-c", "QUIT"});
+    const QSize docked = QImage(path("palette.png")).size();
+    EXPECT_GT(docked.height(), docked.width());
+    EXPECT_TRUE(QFile::remove(path("palette.png")));
+    windowed({"-c", "PICTURE window.png", "-c", look, "-c", "QUIT"});
+    EXPECT_FALSE(QFile::exists(path("palette.png"))) << "it was closed";
+}
+
 TEST_F(Program, AWindowOpensOnADrawingThatCannotBeRead) {
     // The box about it would come after the scripts, which find a new drawing.
     write("bad.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n 10\nabc\n  0\nENDSEC\n  0\nEOF\n");
