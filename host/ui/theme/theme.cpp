@@ -5,12 +5,12 @@
 #include "host/db/kernel/text_fold.h"
 #include "host/editor/system_variables.h"
 #include "host/ui/theme/theme_colors.h"
+#include "host/ui/theme/theme_style.h"
 #include "sdk/hxed.h"
 #include "sdk/hxui.h"
 
 #include <QApplication>
 #include <QPointer>
-#include <QStyleFactory>
 #include <QToolTip>
 
 #include <algorithm>
@@ -49,7 +49,7 @@ public:
         if (!m_isStarted) {
             m_isStarted = true;
             hxedEditor()->addReactor(this);
-            QApplication::setStyle(QStyleFactory::create("Fusion"));
+            QApplication::setStyle(new ThemeStyle);
             if (QGuiApplication::platformName() == "offscreen") {
                 // It has a font of its own, far larger than a desktop's.
                 QFont font = QApplication::font();

@@ -1,0 +1,18 @@
+// The style of all widgets.
+#pragma once
+
+#include <QProxyStyle>
+
+namespace korvex {
+
+/// Fusion, but for check boxes and radio buttons, whose outlines it takes from shades that are lost on a dark
+/// ground.
+class ThemeStyle : public QProxyStyle {
+    Q_OBJECT
+public:
+    ThemeStyle() : QProxyStyle("Fusion") {}
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+};
+
+}  // namespace korvex
