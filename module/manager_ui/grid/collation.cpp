@@ -1,5 +1,5 @@
 // Comparing names as the user's language does.
-#include "layer_sort.h"
+#include "collation.h"
 
 #include <algorithm>
 #include <array>
@@ -10,20 +10,6 @@
 namespace {
 
 int sign(int value) { return (value > 0) - (value < 0); }
-
-bool isDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
-
-/// The number of a run of digits from `at`, which moves behind it; the largest number there is when it has
-/// more digits than fit.
-std::int64_t takeNumber(const std::wstring& text, std::size_t& at) {
-    constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
-    std::int64_t number = 0;
-    for (; at < text.size() && isDigit(text[at]); ++at) {
-        const int digit = text[at] - L'0';
-        number = number > (kMost - digit) / 10 ? kMost : number * 10 + digit;
-    }
-    return number;
-}
 
 std::locale userLocale() {
     try {
@@ -75,18 +61,36 @@ void KvCollation::open(const std::locale& locale) {
     m_letters = std::make_unique<Letters>();
 }
 
+std::int64_t KvCollation::takeNumber(const std::wstring& text, std::size_t& at) {
+    constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
+    std::int64_t number = 0;
+    for (; at < text.size() && isDigit(text[at]); ++at) {
+        const int digit = text[at] - L'0';
+        number = number > (kMost - digit) / 10 ? kMost : number * 10 + digit;
+    }
+    return number;
+}
+
+std::wstring KvCollation::lowered(std::wstring text) const {
+    m_ctype->tolower(text.data(), text.data() + text.size());
+    return text;
+}
+
+wchar_t KvCollation::lower(wchar_t c) const { return m_letters->lower(c, *m_ctype); }
+
 int KvCollation::compareTexts(const std::wstring& a, const std::wstring& b) const {
-    std::wstring x = a;
-    std::wstring y = b;
-    m_ctype->tolower(x.data(), x.data() + x.size());
-    m_ctype->tolower(y.data(), y.data() + y.size());
-    return sign(m_collate->compare(x.data(), x.data() + x.size(), y.data(), y.data() + y.size()));
+    return compareLowered(lowered(a), lowered(b));
+}
+
+/// Not by the locale's transformed texts: some platforms' do not compare as its texts do.
+int KvCollation::compareLowered(const std::wstring& a, const std::wstring& b) const {
+    return sign(m_collate->compare(a.data(), a.data() + a.size(), b.data(), b.data() + b.size()));
 }
 
 int KvCollation::compareLetters(wchar_t a, wchar_t b) const {
     if (a == b) return 0;
-    const wchar_t x = m_letters->lower(a, *m_ctype);
-    const wchar_t y = m_letters->lower(b, *m_ctype);
+    const wchar_t x = lower(a);
+    const wchar_t y = lower(b);
     return x == y ? 0 : m_letters->compare(x, y, *m_collate);
 }
 

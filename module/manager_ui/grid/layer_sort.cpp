@@ -5,6 +5,7 @@
 #include "layer_column.h"
 #include "layer_list_ctrl.h"
 #include "merge_sort.h"
+#include "natural_keys.h"
 
 #include "model/auto_layer_record.h"
 #include "model/layer_data.h"
@@ -13,6 +14,7 @@
 #include "hxdbentity.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace {
 
@@ -31,6 +33,13 @@ void readLinetype(HxDbObjectId id, KvLayerSortKey& key) {
     CStdStr<wchar_t> name = linetype->name();
     name.MakeLower();
     key.text = name;
+}
+
+/// Numbers that compare as MyComp::colorComp does with the colours.
+std::int64_t colorNumber(const HxCmColor& color) {
+    constexpr std::int64_t kBehindTrueColors = std::int64_t{1} << 32;
+    return color.isByIndex() ? kBehindTrueColors + static_cast<std::uint16_t>(color.colorIndex())
+                             : color.red() << 16 | color.green() << 8 | color.blue();
 }
 
 int percentOf(const HxCmTransparency& transparency) {
@@ -61,14 +70,11 @@ KvLayerSortKey MyComp::keyOf(KvLayerData* layer) const {
 void MyComp::readKey(const HxDbLayerTableRecord& layer, KvLayerSortKey& key) const {
     bool overridden = false;
     switch (m_column) {
-    case kColStatus:
-        key.number = layer.isInUse();
-        key.second = m_isLayout && layer.hasOverrides(m_viewport);
-        break;
+    case kColStatus: key.number = 2 * layer.isInUse() + (m_isLayout && layer.hasOverrides(m_viewport)); break;
     case kColOn: key.number = !layer.isOff(); break;
     case kColFreeze: key.number = layer.isFrozen(); break;
     case kColLock: key.number = layer.isLocked(); break;
-    case kColColor: key.color = layer.color(); break;
+    case kColColor: key.number = colorNumber(layer.color()); break;
     case kColLinetype: readLinetype(layer.linetypeObjectId(), key); break;
     case kColLineweight: key.number = layer.lineWeight(); break;
     case kColTransparency: key.number = percentOf(layer.transparency()); break;
@@ -82,7 +88,7 @@ void MyComp::readKey(const HxDbLayerTableRecord& layer, KvLayerSortKey& key) con
         key.number = viewport && viewport->isLayerFrozenInViewport(layer.objectId());
         break;
     }
-    case kColVpColor: key.color = layer.color(m_viewport, overridden); break;
+    case kColVpColor: key.number = colorNumber(layer.color(m_viewport, overridden)); break;
     case kColVpLinetype: readLinetype(layer.linetypeObjectId(m_viewport, overridden), key); break;
     case kColVpLineweight: key.number = layer.lineWeight(m_viewport, overridden); break;
     case kColVpPlotStyle: key.text = layer.plotStyleName(m_viewport, overridden); break;
@@ -102,38 +108,68 @@ int MyComp::colorComp(const HxCmColor& x, const HxCmColor& y) {
     return red ? red : green ? green : threeWay(x.blue(), y.blue());
 }
 
-int MyComp::compare(const KvLayerSortKey& a, const KvLayerSortKey& b) const {
+bool MyComp::isByName() const { return m_column == kColName; }
+
+int MyComp::compareValues(const KvLayerSortKey& a, const KvLayerSortKey& b) const {
     if (!a.isComparable || !b.isComparable) return 0;
-    switch (m_column) {
-    case kColName: return m_collation->compareNatural(a.name, b.name);
-    case kColColor:
-    case kColVpColor: return colorComp(a.color, b.color);
-    default: break;
-    }
-    if (a.number != b.number) return threeWay(a.number, b.number);
-    return a.second != b.second ? threeWay(a.second, b.second) : threeWay(a.text, b.text);
+    return a.number != b.number ? (a.number < b.number ? -1 : 1) : threeWay(a.text, b.text);
 }
 
 bool MyComp::lessthan(const KvLayerSortKey& a, const KvLayerSortKey& b) const {
     if (!a.isOpened || !b.isOpened) return true;
-    const int order = compare(a, b);
-    const int decides = order ? order : m_collation->compareTexts(a.name, b.name);
-    return m_ascending ? decides < 0 : decides > 0;
+    const int order = isByName() ? m_collation->compareNatural(a.name, b.name) : compareValues(a, b);
+    return goesBefore(order ? order : m_collation->compareTexts(a.name, b.name));
 }
 
 bool MyComp::lessthan(KvLayerData* a, KvLayerData* b) const { return lessthan(keyOf(a), keyOf(b)); }
 
-void sortLayers(std::vector<KvLayerData*>& layers, const MyComp& order) {
-    struct Entry {
-        KvLayerSortKey key;
-        KvLayerData* layer = nullptr;
-    };
-    std::vector<Entry> entries(layers.size());
-    std::vector<const Entry*> places(layers.size());
-    for (std::size_t i = 0; i < layers.size(); ++i) {
-        entries[i] = {order.keyOf(layers[i]), layers[i]};
-        places[i] = &entries[i];
+namespace {
+
+/// All keys of the layers that are sorted, with what makes comparing them cheap.
+class SortedKeys {
+public:
+    SortedKeys(const std::vector<KvLayerData*>& layers, const MyComp& order) : m_order(order) {
+        m_keys.reserve(layers.size());
+        for (KvLayerData* const layer : layers) {
+            m_keys.push_back(order.keyOf(layer));
+        }
+        for (const KvLayerSortKey& key : m_keys) {
+            if (order.isByName())
+                m_names.push_back(&key.name);
+            else
+                m_ties.push_back(order.collation().lowered(key.name));
+        }
+        if (order.isByName()) m_natural = std::make_unique<KvNaturalKeys>(order.collation(), m_names);
     }
-    mergeSort(places, [&order](const Entry* a, const Entry* b) { return order.lessthan(a->key, b->key); });
-    std::transform(places.begin(), places.end(), layers.begin(), [](const Entry* e) { return e->layer; });
+
+    bool lessthan(std::uint32_t a, std::uint32_t b) const {
+        const KvLayerSortKey& x = m_keys[a];
+        const KvLayerSortKey& y = m_keys[b];
+        if (!x.isOpened || !y.isOpened) return true;
+        if (m_natural) {
+            const int order = m_natural->compare(a, b);
+            return m_order.goesBefore(order ? order : m_order.collation().compareTexts(x.name, y.name));
+        }
+        const int order = m_order.compareValues(x, y);
+        return m_order.goesBefore(order ? order : m_order.collation().compareLowered(m_ties[a], m_ties[b]));
+    }
+
+private:
+    const MyComp& m_order;
+    std::vector<KvLayerSortKey> m_keys;
+    std::vector<const std::wstring*> m_names;  ///< by name only
+    std::vector<std::wstring> m_ties;          ///< by other columns only
+    std::unique_ptr<KvNaturalKeys> m_natural;
+};
+
+}  // namespace
+
+void sortLayers(std::vector<KvLayerData*>& layers, const MyComp& order) {
+    const SortedKeys keys(layers, order);
+    std::vector<std::uint32_t> places(layers.size());
+    std::iota(places.begin(), places.end(), 0U);
+    mergeSort(places, [&keys](std::uint32_t a, std::uint32_t b) { return keys.lessthan(a, b); });
+    const std::vector<KvLayerData*> before = layers;
+    std::transform(places.begin(), places.end(), layers.begin(),
+                   [&before](std::uint32_t at) { return before[at]; });
 }

@@ -1,10 +1,11 @@
 // The order of two layers by any column of the grid.
 #pragma once
 
+#include "collation.h"
+
 #include "hxcm.h"
 #include "hxdbsymtb.h"
 
-#include <locale>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,41 +14,12 @@ class HxDbDatabase;
 class KvLayerData;
 class KvLayerListCtrl;
 
-/// The user's letters: lower case and collation, as the environment's locale has them; "C" where that does
-/// not exist. Looking up a facet and comparing single letters are dear: they are done once for each letter.
-class KvCollation {
-public:
-    KvCollation();
-    /// For a locale by name; std::runtime_error when there is none.
-    explicit KvCollation(const char* locale);
-    ~KvCollation();
-    KvCollation(const KvCollation&) = delete;
-    KvCollation& operator=(const KvCollation&) = delete;
-
-    /// -1, 0 or 1: whole texts in lower case.
-    int compareTexts(const std::wstring& a, const std::wstring& b) const;
-    /// -1, 0 or 1: digits as numbers, other letters one by one in lower case. When one text ends before
-    /// the other and they are equal so far, the one with fewer letters is the smaller.
-    int compareNatural(const std::wstring& a, const std::wstring& b) const;
-
-private:
-    class Letters;
-    void open(const std::locale& locale);
-    int compareLetters(wchar_t a, wchar_t b) const;
-
-    std::locale m_locale;
-    const std::ctype<wchar_t>* m_ctype = nullptr;
-    const std::collate<wchar_t>* m_collate = nullptr;
-    std::unique_ptr<Letters> m_letters;
-};
-
 /// What a layer is compared by.
 struct KvLayerSortKey {
     bool isOpened = false;     ///< its record could be opened
     bool isComparable = true;  ///< false: equal to every other (linetype that is gone, no active viewport)
-    int number = 0, second = 0;
-    HxCmColor color;
-    std::wstring text;
+    std::int64_t number = 0;   ///< flags, numbers, colours
+    std::wstring text;         ///< counts when the numbers are equal
     std::wstring name;
 };
 
@@ -68,9 +40,14 @@ public:
     /// The same in two steps, for sorting: the records are opened once for each layer.
     KvLayerSortKey keyOf(KvLayerData* layer) const;
     bool lessthan(const KvLayerSortKey& a, const KvLayerSortKey& b) const;
+    /// The column's part of it, without names: -1, 0 or 1. For all columns but Name.
+    int compareValues(const KvLayerSortKey& a, const KvLayerSortKey& b) const;
+    /// What goes before what when it compares so.
+    bool goesBefore(int order) const { return m_ascending ? order < 0 : order > 0; }
+    bool isByName() const;
+    const KvCollation& collation() const { return *m_collation; }
 
 private:
-    int compare(const KvLayerSortKey& a, const KvLayerSortKey& b) const;
     void readKey(const HxDbLayerTableRecord& layer, KvLayerSortKey& key) const;
 
     int m_column;

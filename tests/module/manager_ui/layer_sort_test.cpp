@@ -4,6 +4,7 @@
 #include "manager_ui/grid/layer_column.h"
 #include "manager_ui/grid/layer_sort.h"
 #include "manager_ui/grid/merge_sort.h"
+#include "manager_ui/grid/natural_keys.h"
 
 #include <gtest/gtest.h>
 #include <numeric>
@@ -105,7 +106,10 @@ TEST(Collation, ShortcutsChangeNoOrderInAnyLocale) {
                 a += letters[random() % letters.size()];
             for (std::size_t n = random() % 7; n > 0; --n)
                 b += letters[random() % letters.size()];
-            ASSERT_EQ(collation.compareNatural(a, b), naturalByTheBook(a, b, locale)) << name << a << b;
+            const int order = naturalByTheBook(a, b, locale);
+            ASSERT_EQ(collation.compareNatural(a, b), order) << name << a << b;
+            const std::vector<const std::wstring*> both = {&a, &b};
+            ASSERT_EQ(KvNaturalKeys(collation, both).compare(0, 1), order) << name << a << b;
         }
     }
 }
