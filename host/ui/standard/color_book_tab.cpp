@@ -8,12 +8,15 @@
 #include <QComboBox>
 #include <QDir>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QStyledItemDelegate>
+
+#include <algorithm>
 
 namespace korvex {
 
@@ -125,7 +128,9 @@ void ColorBookTab::makeControls() {
     m_search->setObjectName("IDC_COLOR_SEARCH");
     m_search->setAccessibleName(tr("Search for a color name"));
     m_search->setPlaceholderText(tr("Part of a color name"));
+    m_search->setToolTip(tr("Enter takes the first color found"));
     m_search->setClearButtonEnabled(true);
+    m_search->installEventFilter(this);
     m_pages->setObjectName("IDC_COLOR_PAGES");
     m_pages->setAccessibleName(tr("Pages of the book"));
     m_colors->setObjectName("IDC_COLOR_BOOK_COLORS");
@@ -261,6 +266,28 @@ void ColorBookTab::choose(QListWidgetItem* item) {
         describe(item);
         Q_EMIT chosen(m_color);
     }
+}
+
+/// The first colour found is the choice, unless one of them is it already.
+void ColorBookTab::takeFound() {
+    if (m_colors->count() > 0) {
+        m_colors->setFocus();
+        if (m_colors->selectedItems().isEmpty()) {
+            m_colors->setCurrentRow(0, QItemSelectionModel::ClearAndSelect);
+        }
+    }
+}
+
+/// Enter and Down go on from a search to what it found; Enter there ends the dialog.
+bool ColorBookTab::eventFilter(QObject* receiver, QEvent* event) {
+    if (receiver == m_search && event->type() == QEvent::KeyPress && !m_search->text().trimmed().isEmpty()) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Down) {
+            takeFound();
+            return true;
+        }
+    }
+    return ColorTab::eventFilter(receiver, event);
 }
 
 void ColorBookTab::takeFocus() { m_colors->setFocus(); }

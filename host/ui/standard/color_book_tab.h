@@ -27,6 +27,9 @@ public:
     /// Changes nothing for a book that there is not.
     void showBook(const QString& name);
 
+protected:
+    bool eventFilter(QObject* receiver, QEvent* event) override;
+
 private:
     void makeControls();
     void layOut();
@@ -34,6 +37,7 @@ private:
     const ColorBook* book() const;
     void fillPages();
     void fillColors();
+    void takeFound();
     void addColor(const BookColor& color);
     void markChosen();
     void choose(QListWidgetItem* item);

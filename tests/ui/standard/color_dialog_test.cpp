@@ -245,6 +245,24 @@ TEST_F(ColorDialogTest, SearchesInABook) {
     EXPECT_EQ(color.colorName(), L"Iris Vivid");
 }
 
+TEST_F(ColorDialogTest, EnterTakesTheFirstColorFoundThenEndsTheDialog) {
+    const HxCmColor color = choose(HxCmColor::byIndex(1), false, [](QDialog& dialog) {
+        openTab(dialog, Qt::Key_K);
+        control<QComboBox>(dialog, "IDC_COLOR_BOOK").setCurrentText("Tidewater Hues");
+        type(dialog, "IDC_COLOR_SEARCH", "nope");
+        enter(dialog);
+        EXPECT_TRUE(dialog.isVisible());
+        type(dialog, "IDC_COLOR_SEARCH", "iris");
+        enter(dialog);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(control<QLabel>(dialog, "IDC_COLOR_NEW_TEXT").text(), "Iris Mist (Tidewater Hues)");
+        enter(dialog);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_TRUE(m_ok);
+    EXPECT_EQ(color.colorName(), L"Iris Mist");
+}
+
 TEST_F(ColorDialogTest, BooksThatAreDamagedOrMissing) {
     QDir().mkpath(colorBookFolder());
     QFile file(QDir(colorBookFolder()).filePath("mine.cbk"));
