@@ -38,7 +38,7 @@ LinetypeDialog::LinetypeDialog(HxDbDatabase& database, HxDbObjectId linetype, bo
     m_list->setObjectName("IDC_LINETYPE_LIST");
     connect(m_list, &QTreeWidget::itemSelectionChanged, this,
             [this] { enableOk(!this->linetype().isNull()); });
-    connect(m_list, &QTreeWidget::itemActivated, this, [this] { onOk(); });
+    connect(m_list, &QTreeWidget::itemDoubleClicked, this, [this] { onOk(); });
     auto* const load = new QPushButton(tr("L&oad..."), this);
     load->setObjectName("IDC_LINETYPE_LOAD");
     load->setAutoDefault(false);

@@ -7,6 +7,7 @@
 #include "sdk/hxstddlg.h"
 
 #include <QBoxLayout>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -33,9 +34,14 @@ LinetypeLoadDialog::LinetypeLoadDialog(HxDbDatabase& database, QWidget* parent)
     label->setBuddy(m_pathField);
     m_pathField->setObjectName("IDC_LINETYPE_FILE");
     m_pathField->setReadOnly(true);
-    auto* const browse = new QPushButton(tr("&Browse..."), this);
-    browse->setObjectName("IDC_LINETYPE_BROWSE");
-    browse->setAutoDefault(false);
+    m_standard = addButton("IDC_LINETYPE_STANDARD", tr("&Standard"),
+                           tr("Show the linetypes that come with the program"));
+    connect(m_standard, &QPushButton::clicked, this, [this] {
+        showFile(ownLinetypeFile());
+        m_list->setFocus();
+    });
+    QPushButton* const browse =
+        addButton("IDC_LINETYPE_BROWSE", tr("&Browse..."), tr("Show the linetypes of another file"));
     connect(browse, &QPushButton::clicked, this, [this] { this->browse(); });
     auto* const listLabel = new QLabel(tr("&Available linetypes:"), this);
     listLabel->setBuddy(m_list);
@@ -43,11 +49,12 @@ LinetypeLoadDialog::LinetypeLoadDialog(HxDbDatabase& database, QWidget* parent)
     m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     connect(m_list, &QTreeWidget::itemSelectionChanged, this,
             [this] { enableOk(!m_list->selectedItems().isEmpty()); });
-    connect(m_list, &QTreeWidget::itemActivated, this, [this] { onOk(); });
+    connect(m_list, &QTreeWidget::itemDoubleClicked, this, [this] { onOk(); });
     auto* const row = new QHBoxLayout;
     row->addWidget(label);
     row->addWidget(m_pathField, 1);
     row->addWidget(browse);
+    row->addWidget(m_standard);
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(row);
     layout->addWidget(listLabel);
@@ -56,8 +63,16 @@ LinetypeLoadDialog::LinetypeLoadDialog(HxDbDatabase& database, QWidget* parent)
     addButtons(layout);
     setMinimumSize(480, 360);
     const QString last = settings().text(kFile);
-    showFile(last.isEmpty() ? ownLinetypeFile() : last);
+    showFile(QFileInfo(last).isFile() ? last : ownLinetypeFile());
     m_list->setFocus();
+}
+
+QPushButton* LinetypeLoadDialog::addButton(const char* name, const QString& text, const QString& toolTip) {
+    auto* const button = new QPushButton(text, this);
+    button->setObjectName(name);
+    button->setToolTip(toolTip);
+    button->setAutoDefault(false);
+    return button;
 }
 
 /// A file that can not be read leaves the list empty, and says why.
@@ -66,6 +81,7 @@ void LinetypeLoadDialog::showFile(const QString& path) {
     m_file = LinetypeFile();
     m_path = path;
     m_pathField->setText(shownPath(path));
+    m_standard->setEnabled(path != ownLinetypeFile());
     m_list->clear();
     enableOk(false);
     if (!loadLinetypeFile(path, m_file, fault)) {

@@ -7,13 +7,14 @@
 
 class QLabel;
 class QLineEdit;
+class QPushButton;
 
 namespace korvex {
 
 class LinetypeList;
 
-/// Shows a linetype file, at first the program's own or the one of last time, and loads what is selected into
-/// the drawing on OK.
+/// Shows a linetype file, at first the one of last time or, when there is none any more, the program's own;
+/// loads what is selected into the drawing on OK.
 class LinetypeLoadDialog : public StandardDialog {
     Q_OBJECT
 public:
@@ -26,6 +27,7 @@ protected:
     void onOk() override;
 
 private:
+    QPushButton* addButton(const char* name, const QString& text, const QString& toolTip);
     void showFile(const QString& path);
     void browse();
     std::vector<LinetypeDefinition> selection() const;
@@ -37,6 +39,7 @@ private:
     QString m_path;
     std::vector<HxDbObjectId> m_loaded;
     QLineEdit* m_pathField;
+    QPushButton* m_standard;
     LinetypeList* m_list;
     QLabel* m_fault;
 };

@@ -1,6 +1,7 @@
 // Choosing a linetype, loading some from files.
 #include "tests/ui/standard/dialog_fixture.h"
 
+#include "host/editor/linetype_file_loader.h"
 #include "sdk/hxdbsymtb.h"
 #include "sdk/hxstddlg.h"
 
@@ -45,6 +46,14 @@ protected:
         QTest::mouseClick(tree.viewport(), Qt::LeftButton, modifiers,
                           tree.visualItemRect(found.front()).center());
     }
+    /// Has the load dialog show a file of the test's folder.
+    void browse(QDialog& load, const char* file) {
+        later("FileDialog", [this, file](QDialog& files) {
+            type(files, "fileNameEdit", QString::fromStdWString(path(file)));
+            QTest::keyClick(&control<QLineEdit>(files, "fileNameEdit"), Qt::Key_Return);
+        });
+        click(load, "IDC_LINETYPE_BROWSE");
+    }
 
     bool m_ok = false;
 };
@@ -88,7 +97,6 @@ TEST_F(LinetypeDialogTest, LoadsSeveralAsOneStep) {
 }
 
 TEST_F(LinetypeDialogTest, AsksBeforeItRedefinesAndTellsOfDamage) {
-    run(L"-LAYER LTYPE CENTER 0\n\n");
     QFile good(QString::fromStdWString(path("own.lin")));
     ASSERT_TRUE(good.open(QIODevice::WriteOnly));
     good.write("*Center,Other\nA,1,-1\n*Mine,Mine\nA,2,-1\n");
@@ -97,13 +105,6 @@ TEST_F(LinetypeDialogTest, AsksBeforeItRedefinesAndTellsOfDamage) {
     ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
     bad.write("*Fine,Fine\nA,1,-1\n*Broken,Broken\nA,1,x\n");
     bad.close();
-    const auto browse = [this](QDialog& load, const char* file) {
-        later("FileDialog", [this, file](QDialog& files) {
-            type(files, "fileNameEdit", QString::fromStdWString(path(file)));
-            QTest::keyClick(&control<QLineEdit>(files, "fileNameEdit"), Qt::Key_Return);
-        });
-        click(load, "IDC_LINETYPE_BROWSE");
-    };
     choose({}, false, [&](QDialog& dialog) {
         later("IDD_LINETYPE_LOAD", [&](QDialog& load) {
             select(load, "IDC_LINETYPE_AVAILABLE", "CENTER");
@@ -130,6 +131,66 @@ TEST_F(LinetypeDialogTest, AsksBeforeItRedefinesAndTellsOfDamage) {
     const HxDbObjectPointer<HxDbLinetypeTableRecord> kept(linetype(L"CENTER"), HxDb::kForRead);
     ASSERT_TRUE(kept);
     EXPECT_EQ(kept->numDashes(), 4);
+}
+
+TEST_F(LinetypeDialogTest, EnterAsksOnceAndCancelGoesBackToTheFile) {
+    ASSERT_EQ(loadLinetypes(database(), {{L"CENTER", L"Center", {9, -3}, 1}}).ids.size(), 1U);
+    QFile other(QString::fromStdWString(path("other.lin")));
+    ASSERT_TRUE(other.open(QIODevice::WriteOnly));
+    other.write("*Center,Other\nA,1,-1\n");
+    other.close();
+    int questions = 0;
+    const auto cancel = [&](QDialog& box) {
+        ++questions;
+        click(box, "IDCANCEL");
+    };
+    choose({}, false, [&](QDialog& dialog) {
+        later("IDD_LINETYPE_LOAD", [&](QDialog& load) {
+            browse(load, "other.lin");
+            later("MessageBox", [&](QDialog& box) {
+                later("MessageBox", cancel, 20);
+                cancel(box);
+            });
+            QTest::keyClick(&control<QTreeWidget>(load, "IDC_LINETYPE_AVAILABLE"), Qt::Key_Return);
+            QTest::qWait(50);
+            EXPECT_TRUE(load.isVisible());
+        });
+        click(dialog, "IDC_LINETYPE_LOAD");
+    });
+    EXPECT_EQ(questions, 1);
+}
+
+TEST_F(LinetypeDialogTest, GoesBackToTheProgramsOwnFile) {
+    const auto write = [this] {
+        QFile other(QString::fromStdWString(path("other.lin")));
+        ASSERT_TRUE(other.open(QIODevice::WriteOnly));
+        other.write("*Mine,Mine\nA,1,-1\n");
+    };
+    const auto inLoadDialog = [this](const std::function<void(QDialog&)>& work) {
+        choose({}, false, [&](QDialog& dialog) {
+            later("IDD_LINETYPE_LOAD", work);
+            click(dialog, "IDC_LINETYPE_LOAD");
+        });
+    };
+    write();
+    inLoadDialog([this](QDialog& load) {
+        EXPECT_FALSE(control<QWidget>(load, "IDC_LINETYPE_STANDARD").isEnabled());
+        browse(load, "other.lin");
+    });
+    inLoadDialog([](QDialog& load) {
+        EXPECT_EQ(names(load, "IDC_LINETYPE_AVAILABLE"), QStringList{"Mine"});  // remembered
+        click(load, "IDC_LINETYPE_STANDARD");
+        EXPECT_TRUE(names(load, "IDC_LINETYPE_AVAILABLE").contains("CENTER"));
+    });
+    inLoadDialog([this](QDialog& load) {
+        EXPECT_TRUE(names(load, "IDC_LINETYPE_AVAILABLE").contains("CENTER"));
+        browse(load, "other.lin");
+    });
+    QFile::remove(QString::fromStdWString(path("other.lin")));
+    inLoadDialog([](QDialog& load) {
+        EXPECT_TRUE(names(load, "IDC_LINETYPE_AVAILABLE").contains("CENTER"));
+        EXPECT_TRUE(control<QLabel>(load, "IDC_LINETYPE_FAULT").isHidden());
+    });
 }
 
 }  // namespace
