@@ -74,6 +74,7 @@ QStringList HxUiFileDialog::run(QWidget* parent, bool save, bool several) {
                                             settings.text(korvex::kFolder)));
     dialog.selectFile(offered.fileName());
     if (dialog.exec() != QDialog::Accepted) {
+        m_filterIndex = 0;
         return {};
     }
     m_filterIndex = m_filters.indexOf(dialog.selectedNameFilter()) + 1;

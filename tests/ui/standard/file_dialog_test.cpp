@@ -1,6 +1,8 @@
 // File dialogs remember folder and filter, complete names, and ask before they replace.
 #include "tests/ui/standard/dialog_fixture.h"
 
+#include "sdk/hxconfig.h"
+#include "sdk/hxregistry.h"
 #include "sdk/hxstddlg.h"
 
 #include <QAbstractButton>
@@ -23,6 +25,20 @@ protected:
         type(dialog, "fileNameEdit", name);
         QTest::keyClick(&control<QLineEdit>(dialog, "fileNameEdit"), Qt::Key_Return);
     }
+    /// The text that the profile keeps for the dialogs of the layer states.
+    static QString stored(const wchar_t* name) {
+        const std::wstring path = std::wstring(hxdbHostApplicationServices()->getRegistryProductRootKey()) +
+                                  L"\\Profiles\\Default\\UserInterfaceSettings\\KvLayerStateManDlg";
+        HxRegKey key = nullptr;
+        EXPECT_EQ(hxRegOpenKey(HKEY_CURRENT_USER, path.c_str(), KEY_READ, key), kRegOk);
+        std::uint32_t type = REG_NONE;
+        wchar_t text[500] = {};
+        std::uint32_t size = sizeof(text) - sizeof(wchar_t);
+        EXPECT_EQ(hxRegQueryValue(key, name, &type, text, &size), kRegOk);
+        EXPECT_EQ(type, static_cast<std::uint32_t>(REG_SZ));
+        hxRegCloseKey(key);
+        return QString::fromWCharArray(text);
+    }
     const QStringList filters{"Layer states (*.las)", "Drawings (*.dxf *.dwg)", "All files (*)"};
 };
 
@@ -41,6 +57,12 @@ TEST_F(FileDialogTest, RemembersFolderAndFilter) {
         [&] { chosen = first.getOpenFile(); });
     EXPECT_EQ(chosen, QDir::cleanPath(folder("states/one.dxf")));
     EXPECT_EQ(first.filterIndex(), 2);
+    EXPECT_EQ(stored(L"InitialDirectory"), chosen.section('/', 0, -2));
+    EXPECT_EQ(stored(L"InitialFilterIndex"), "2");
+    inDialog(
+        "FileDialog", [](QDialog& dialog) { dialog.reject(); },
+        [&] { EXPECT_EQ(first.getOpenFile(), QString()); });
+    EXPECT_EQ(first.filterIndex(), 0);
     const auto look = [&](const QString& expected) {
         HxUiFileDialog again(L"Import", L"KvLayerStateManDlg", filters);
         inDialog(
@@ -85,6 +107,7 @@ TEST_F(FileDialogTest, CompletesNamesAndAsksBeforeItReplaces) {
     EXPECT_EQ(save("new", nullptr), QDir::cleanPath(folder("new.las")));
     EXPECT_EQ(save("new.txt", nullptr), QDir::cleanPath(folder("new.txt")));
     EXPECT_EQ(save("old.las", "No"), QString());
+    EXPECT_EQ(save("old", "No"), QString());
     EXPECT_EQ(save("old.las", "Yes"), QDir::cleanPath(folder("old.las")));
 }
 
