@@ -6,6 +6,7 @@
 #include "sdk/hxui.h"
 
 #include <QFileDialog>
+#include <QScreen>
 
 namespace korvex {
 
@@ -13,6 +14,8 @@ namespace {
 
 constexpr char kFolder[] = "InitialDirectory";
 constexpr char kFilter[] = "InitialFilterIndex";
+/// Wide enough for all columns of the file list.
+constexpr QSize kSize(900, 500);
 
 /// The first ending that a filter such as "Layer states (*.las *.txt)" names; empty for "*" and the like.
 QString endingOf(const QString& filter) {
@@ -73,6 +76,7 @@ QStringList HxUiFileDialog::run(QWidget* parent, bool save, bool several) {
     dialog.setDirectory(korvex::firstFolder(offered.isAbsolute() ? offered.absolutePath() : QString(),
                                             settings.text(korvex::kFolder)));
     dialog.selectFile(offered.fileName());
+    dialog.resize(korvex::kSize.boundedTo(dialog.screen()->availableSize()));
     if (dialog.exec() != QDialog::Accepted) {
         m_filterIndex = 0;
         return {};

@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include <algorithm>
 #include <memory>
 
 namespace korvex {
@@ -26,6 +27,20 @@ std::vector<double> dashesOf(const HxDbLinetypeTableRecord& record) {
         dashes.push_back(record.dashLengthAt(i));
     }
     return dashes;
+}
+
+/// ByLayer, ByBlock and Continuous first, the others by their names.
+bool comesBefore(HxDbObjectId left, HxDbObjectId right) {
+    const auto key = [](HxDbObjectId id) {
+        const HxDbObjectPointer<HxDbLinetypeTableRecord> record(id, HxDb::kForRead);
+        const std::wstring name = record->name();
+        const int rank = equalNames(name, L"ByLayer")      ? 0
+                         : equalNames(name, L"ByBlock")    ? 1
+                         : equalNames(name, L"Continuous") ? 2
+                                                           : 3;
+        return std::pair(rank, toQString(name).toCaseFolded());
+    };
+    return key(left) < key(right);
 }
 
 }  // namespace
@@ -63,20 +78,26 @@ void LinetypeDialog::fill(HxDbObjectId marked) {
     }
     const std::unique_ptr<HxDbSymbolTableIterator> owner(steps);
     for (; !steps->done(); steps->step()) {
-        const HxDbObjectId id = steps->getRecordId();
-        const HxDbObjectPointer<HxDbLinetypeTableRecord> record(id, HxDb::kForRead);
-        if (!record || record->isDependent() || (!m_allowMeta && isMeta(record->name()))) {
-            continue;
+        const HxDbObjectPointer<HxDbLinetypeTableRecord> record(steps->getRecordId(), HxDb::kForRead);
+        if (record && !record->isDependent() && (m_allowMeta || !isMeta(record->name()))) {
+            m_ids.push_back(record->objectId());
         }
-        QTreeWidgetItem* const item =
-            m_list->add(toQString(record->name()), dashesOf(*record.object()), toQString(record->comments()));
-        m_ids.push_back(id);
-        if (id == marked) {
-            m_list->setCurrentItem(item);
-        }
+    }
+    std::sort(m_ids.begin(), m_ids.end(), comesBefore);
+    for (const HxDbObjectId id : m_ids) {
+        addRow(id, id == marked);
     }
     m_list->scrollToItem(m_list->currentItem());
     enableOk(!linetype().isNull());
+}
+
+void LinetypeDialog::addRow(HxDbObjectId id, bool isMarked) {
+    const HxDbObjectPointer<HxDbLinetypeTableRecord> record(id, HxDb::kForRead);
+    QTreeWidgetItem* const item =
+        m_list->add(toQString(record->name()), dashesOf(*record.object()), toQString(record->comments()));
+    if (isMarked) {
+        m_list->setCurrentItem(item);
+    }
 }
 
 HxDbObjectId LinetypeDialog::linetype() const {

@@ -18,6 +18,7 @@ public:
 
 private:
     void fill(HxDbObjectId marked);
+    void addRow(HxDbObjectId id, bool isMarked);
     void load();
 
     HxDbDatabase& m_database;

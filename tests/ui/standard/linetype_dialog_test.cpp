@@ -74,6 +74,19 @@ TEST_F(LinetypeDialogTest, MarksTheGivenOneAndHidesMetaLinetypes) {
     EXPECT_EQ(chosen, linetype(L"ByBlock"));
 }
 
+TEST_F(LinetypeDialogTest, ListsTheStandardOnesFirstThenByName) {
+    const std::vector<double> dashes{1, -1};
+    ASSERT_EQ(
+        loadLinetypes(database(),
+                      {{L"ZIGZAG", L"", dashes, 1}, {L"beam", L"", dashes, 1}, {L"AXIS", L"", dashes, 1}})
+            .ids.size(),
+        3U);
+    choose({}, true, [](QDialog& dialog) {
+        EXPECT_EQ(names(dialog, "IDC_LINETYPE_LIST"),
+                  (QStringList{"ByLayer", "ByBlock", "Continuous", "AXIS", "beam", "ZIGZAG"}));
+    });
+}
+
 TEST_F(LinetypeDialogTest, LoadsSeveralAsOneStep) {
     const HxDbObjectId chosen = choose({}, false, [this](QDialog& dialog) {
         EXPECT_FALSE(control<QWidget>(dialog, "IDOK").isEnabled());
