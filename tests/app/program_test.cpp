@@ -90,6 +90,23 @@ TEST_F(Program, AWindowComesBackWithItsPalettes) {
     EXPECT_TRUE(QFile::remove(path("palette.png")));
     windowed({"-c", "PICTURE window.png", "-c", look, "-c", "QUIT"});
     EXPECT_FALSE(QFile::exists(path("palette.png"))) << "it was closed";
+
+    // A docked palette takes room from the drawing, a floating one does not.
+    const auto width = [this](const QStringList& strings) {
+        QStringList arguments;
+        for (const QString& string : strings + QStringList{"PICTURE view.png DrawingView", "QUIT"}) {
+            arguments << "-c" << string;
+        }
+        windowed(arguments);
+        return QImage(path("view.png")).width();
+    };
+    const int whole = width({});
+    EXPECT_LT(width({"LAYERPALETTE"}), whole);
+    EXPECT_LT(width({look}), whole) << "docked again";
+    EXPECT_EQ(width({"CLICK dockPanelFloat"}), whole);
+    EXPECT_TRUE(QFile::remove(path("palette.png")));
+    EXPECT_EQ(width({look}), whole) << "floating again";
+    EXPECT_TRUE(QFile::exists(path("palette.png")));
 }
 
 TEST_F(Program, AWindowOpensOnADrawingThatCannotBeRead) {
