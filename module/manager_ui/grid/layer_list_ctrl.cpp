@@ -237,9 +237,16 @@ KvLayerData* KvLayerListCtrl::getCurrentCLayerData(int& row) const {
 void KvLayerListCtrl::SetCurLayerSelected() {
     int row = -1;
     if (!getCurrentCLayerData(row)) return;
-    selectionModel()->setCurrentIndex(m_model->index(row, kColName),
-                                      QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    scrollTo(m_model->index(row, kColName));
+    makeCurrent(m_model->index(row, kColName),
+                QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+/// Brings the row into view, but moves no column.
+void KvLayerListCtrl::makeCurrent(const QModelIndex& index, QItemSelectionModel::SelectionFlags selecting) {
+    const int left = horizontalScrollBar()->value();
+    selectionModel()->setCurrentIndex(index, selecting);
+    scrollTo(index);
+    horizontalScrollBar()->setValue(left);
 }
 
 // ---- selection ----
@@ -365,12 +372,10 @@ void KvLayerListCtrl::goToRow(int row, bool extend) {
         const QItemSelection range(m_model->index(std::min(from, row), 0),
                                    m_model->index(std::max(from, row), last));
         selectionModel()->select(range, QItemSelectionModel::Select);
-        selectionModel()->setCurrentIndex(to, QItemSelectionModel::NoUpdate);
+        makeCurrent(to, QItemSelectionModel::NoUpdate);
     } else {
-        selectionModel()->setCurrentIndex(to,
-                                          QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        makeCurrent(to, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     }
-    scrollTo(to);
 }
 
 void KvLayerListCtrl::keyPressEvent(QKeyEvent* event) {

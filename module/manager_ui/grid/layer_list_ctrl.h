@@ -7,6 +7,7 @@
 #include "hxdbid.h"
 #include "hxstring.h"
 
+#include <QItemSelectionModel>
 #include <QTableView>
 
 #include <vector>
@@ -117,6 +118,7 @@ private:
     void showColumn(int column, bool show);
     void showSortMark();
     void goToRow(int row, bool extend);
+    void makeCurrent(const QModelIndex& index, QItemSelectionModel::SelectionFlags selecting);
 
     KvLayerListModel* m_model;
     KvLayerPropManager* m_manager = nullptr;

@@ -28,6 +28,7 @@ TEST_F(Palette, ShowsEveryLayerOfTheDrawingByName) {
     const QModelIndexList selected = grid()->selectionModel()->selectedRows(kColName);
     ASSERT_EQ(selected.size(), 1);
     EXPECT_EQ(selected.front().data().toString(), "SPARE");
+    EXPECT_EQ(grid()->columnViewportPosition(kColStatus), 0) << "not scrolled to the side";
 }
 
 TEST_F(Palette, LayerOpensItUnlessTheDialogIsWanted) {
