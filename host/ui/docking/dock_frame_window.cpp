@@ -75,7 +75,7 @@ HxUiDockFrameWindow::HxUiDockFrameWindow(QWidget* parent) : QMainWindow(parent),
     setDockNestingEnabled(true);
     auto* next = new QShortcut(Qt::Key_F6, this);
     connect(next, &QShortcut::activated, this, [this] { focusNextPanel(true); });
-    auto* previous = new QShortcut(Qt::SHIFT + Qt::Key_F6, this);
+    auto* previous = new QShortcut(int(Qt::SHIFT) | int(Qt::Key_F6), this);
     connect(previous, &QShortcut::activated, this, [this] { focusNextPanel(false); });
 }
 

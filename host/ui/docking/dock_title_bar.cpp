@@ -153,7 +153,7 @@ void DockTitleBar::showMenu(const QPoint& place) {
     floats->setChecked(m_panel.isFloating());
     floats->setEnabled(features & QDockWidget::DockWidgetFloatable);
     QAction* close = menu.addAction(themeIcon("close"), tr("&Close"), &m_panel, &QWidget::close);
-    close->setShortcut(QKeySequence(Qt::CTRL + Qt::Key_F4));
+    close->setShortcut(QKeySequence(int(Qt::CTRL) | int(Qt::Key_F4)));
     close->setEnabled(features & QDockWidget::DockWidgetClosable);
     menu.exec(place);
 }

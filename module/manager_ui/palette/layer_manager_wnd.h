@@ -20,13 +20,13 @@ public:
 
     void initDialog();
     /// Reloads the content and selects the current layer's row.
-    void refreshWndLayers(HxDbDatabase* database, bool changed);
+    void refreshWndLayers(HxDbDatabase* database, bool changed) override;
     void updateDlgLayerList();
     void updateDlgLayerList(const HxArray<HxDbObjectId>& layers);
     void updateDlgLayerTree();
     bool SaveWndLayerListColInfoInReg();
     void AdjustFrameSize();
-    void UpdateUIStyle();
+    void UpdateUIStyle() override;
     void getSortInfo(int& column, bool& ascending) const;
     void setSortInfo(int column, bool ascending);
     KvLayerPropManagerDlg& content() const { return *m_content; }
