@@ -159,7 +159,12 @@ HxArray<KvLayerData*> KvLayerPropManager::GetFilteredLayers(const HxArray<KvLaye
                                                             int /*flag*/) const {
     HxArray<KvLayerData*> accepted;
     if (!filter) return accepted;
+    const bool takesAll = filter->kind() == HxLyLayerFilter::kAll;
     for (KvLayerData* const data : layers) {
+        if (takesAll) {  // no need to open them
+            if (data->isValid() && !data->layerId().isErased()) accepted.append(data);
+            continue;
+        }
         const KvAutoLayerRecordPtr record(data, true, false, true);
         if (record.object() && filter->filter(record.object())) accepted.append(data);
     }
