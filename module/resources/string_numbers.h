@@ -87,4 +87,14 @@ enum KvString : std::uint32_t {
     kStrGridName = 10256,          ///< the grid, for screen readers
     kStrStatistics = 10257,        ///< %1 the filter, %2!d! shown layers, %3!d! all layers
     kStrCurrentLayerLine = 10258,  ///< %1 the current layer
+    kStrLineweightTitle = 10300,   ///< the lineweight picker, 10300 and 10301
+    kStrLineweightLabel = 10301,
+    kStrTransparencyTitle = 10302,  ///< the transparency picker, 10302 to 10304
+    kStrTransparencyLabel = 10303,
+    kStrTransparencyPreview = 10304,
+    kStrPlotStyleTitle = 10305,  ///< the plot style picker, 10305 and 10306
+    kStrPlotStyleLabel = 10306,
+    kStrOriginalValue = 10307,  ///< what a picker was opened with; %1 the value
+    kStrButtonOk = 10320,       ///< buttons of dialogs, 10320 and 10321
+    kStrButtonCancel = 10321,
 };

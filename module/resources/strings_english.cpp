@@ -89,6 +89,16 @@ constexpr HxResourceString kStrings[] = {
     {kStrGridName, L"Layers"},
     {kStrStatistics, L"%1: %2!d! of %3!d! layers displayed"},
     {kStrCurrentLayerLine, L"Current layer: %1"},
+    {kStrLineweightTitle, L"Lineweight"},
+    {kStrLineweightLabel, L"&Lineweights:"},
+    {kStrTransparencyTitle, L"Layer Transparency"},
+    {kStrTransparencyLabel, L"&Transparency (0 to 90):"},
+    {kStrTransparencyPreview, L"How it looks over other objects"},
+    {kStrPlotStyleTitle, L"Select Plot Style"},
+    {kStrPlotStyleLabel, L"&Plot styles:"},
+    {kStrOriginalValue, L"Original: %1"},
+    {kStrButtonOk, L"OK"},
+    {kStrButtonCancel, L"Cancel"},
 };
 
 }  // namespace

@@ -89,6 +89,16 @@ constexpr HxResourceString kStrings[] = {
     {kStrGridName, L"Layer"},
     {kStrStatistics, L"%1: %2!d! von %3!d! Layern angezeigt"},
     {kStrCurrentLayerLine, L"Aktueller Layer: %1"},
+    {kStrLineweightTitle, L"Linienstärke"},
+    {kStrLineweightLabel, L"&Linienstärken:"},
+    {kStrTransparencyTitle, L"Layertransparenz"},
+    {kStrTransparencyLabel, L"&Transparenz (0 bis 90):"},
+    {kStrTransparencyPreview, L"So sieht es über anderen Objekten aus"},
+    {kStrPlotStyleTitle, L"Plotstil wählen"},
+    {kStrPlotStyleLabel, L"&Plotstile:"},
+    {kStrOriginalValue, L"Bisher: %1"},
+    {kStrButtonOk, L"OK"},
+    {kStrButtonCancel, L"Abbrechen"},
 };
 
 }  // namespace
