@@ -34,6 +34,9 @@ public:
     HxDbLayerTableRecord* operator->() const { return m_object; }
     operator HxDbLayerTableRecord*() const { return m_object; }  // NOLINT(google-explicit-constructor)
 
+    /// Others have the record open in a way that left no room for another open: it may be read only.
+    bool isBorrowed() const { return m_isBorrowed; }
+
     /// Lets go of the record in hand and holds another, which it closes if it was made to open; null changes
     /// nothing. If the first cannot be closed the guard is empty.
     KvAutoLayerRecordPtr& operator=(HxDbLayerTableRecord* record);

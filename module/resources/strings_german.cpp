@@ -89,6 +89,20 @@ constexpr HxResourceString kStrings[] = {
     {kStrGridName, L"Layer"},
     {kStrStatistics, L"%1: %2!d! von %3!d! Layern angezeigt"},
     {kStrCurrentLayerLine, L"Aktueller Layer: %1"},
+    {kStrUndoEdit, L"Layer: %1"},
+    {kStrUndoRename, L"Layer umbenennen in %1"},
+    {kStrUndoDescription, L"Layer beschreiben"},
+    {kStrUndoSetCurrent, L"Layer %1 aktuell setzen"},
+    {kStrTurnOffCurrent, L"Der Layer \"%1\" ist der aktuelle Layer. Soll er ausgeschaltet werden?"},
+    {kStrFreezeCurrent, L"Der Layer \"%1\" ist der aktuelle Layer und kann nicht gefroren werden. Setzen Sie "
+                        L"zuerst einen anderen Layer aktuell."},
+    {kStrNameTooLong, L"Layernamen dürfen in dieser Zeichnung höchstens %1 Zeichen lang sein."},
+    {kStrNameInvalid, L"\"%1\" kann kein Layername sein. Namen sind nicht leer und enthalten keines dieser "
+                      L"Zeichen: < > / \\ \" : ; ? * | , = `"},
+    {kStrNameDuplicate, L"Der Layer kann nicht \"%1\" heißen: Ein anderer Layer hat diesen Namen. Wählen Sie "
+                        L"einen anderen Namen."},
+    {kStrNameFixed, L"Der Layer \"%1\" kann nicht umbenannt werden: Layer 0 und die Layer externer "
+                    L"Referenzen behalten ihre Namen."},
     {kStrLineweightTitle, L"Linienstärke"},
     {kStrLineweightLabel, L"&Linienstärken:"},
     {kStrTransparencyTitle, L"Layertransparenz"},

@@ -7,6 +7,8 @@
 #include "host/ui/script/actions.h"
 #include "host/ui/script/script_driver.h"
 
+#include <QCoreApplication>
+
 namespace korvex {
 
 namespace {
@@ -22,6 +24,7 @@ void runAction() {
         return;
     }
     const ActionResult result = performAction(std::wstring(command.name) + L" " + answer.text);
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);  // what widgets do after the event
     if (!result.trouble.empty()) {
         refuse(result.trouble);
     }

@@ -44,11 +44,13 @@ QString nameOf(HxDbTransactionManager* transactions, KvLayerData* layer) {
 KvLayerListCtrl::KvLayerListCtrl(QWidget* parent) : QTableView(parent), m_model(new KvLayerListModel(this)) {
     setObjectName("IDC_LIST_LAYERS_LIST");
     setModel(m_model);
-    setItemDelegate(new KvLayerListCtrlItemDelegate(this));
+    auto* const delegate = new KvLayerListCtrlItemDelegate(this);
+    setItemDelegate(delegate);
+    connect(delegate, &QAbstractItemDelegate::closeEditor, this, &KvLayerListCtrl::OnLvnEndlabeledit);
     m_model->setFiller([this](KvLayerData* layer, KvLayerCells& cells) { return fill(layer, cells); });
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setSelectionMode(QAbstractItemView::ExtendedSelection);
-    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setEditTriggers(QAbstractItemView::SelectedClicked);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setTabKeyNavigation(false);
     setShowGrid(false);
@@ -142,6 +144,18 @@ void KvLayerListCtrl::SetRowItemData(int row, KvLayerData* layer) {
 }
 
 void KvLayerListCtrl::refreshLayer(HxDbObjectId layer) { m_model->refresh(m_model->rowOf(layer)); }
+
+/// Many at once are one notice.
+void KvLayerListCtrl::refreshLayers(const std::vector<HxDbObjectId>& layers) {
+    constexpr std::size_t kFew = 64;
+    if (layers.size() > kFew) {
+        refreshRows();
+        return;
+    }
+    for (const HxDbObjectId layer : layers) {
+        refreshLayer(layer);
+    }
+}
 
 void KvLayerListCtrl::refreshRows() { m_model->refreshAll(); }
 
@@ -383,28 +397,41 @@ void KvLayerListCtrl::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
     case Qt::Key_Home: goToRow(0, extend); break;
     case Qt::Key_End: goToRow(m_model->rowCount() - 1, extend); break;
-    default: QTableView::keyPressEvent(event); break;
+    default:
+        if (!keyEdits(event)) QTableView::keyPressEvent(event);
+        break;
     }
 }
 
-/// The next layer whose name begins with what was typed without a pause; one letter again and again goes
-/// through those that begin with it. Names are read from the records: the cells of rows in between are not
-/// made.
+/// Names are read from the records: the cells of rows in between are not made.
+bool KvLayerListCtrl::goToName(const QString& beginning, int from) {
+    const int rows = m_model->rowCount();
+    for (int step = 0; step < rows; ++step) {
+        const int row = (from + step) % rows;
+        if (nameOf(transactions(), m_model->layerAt(row)).startsWith(beginning, Qt::CaseInsensitive)) {
+            goToRow(row, false);
+            return true;
+        }
+    }
+    return false;
+}
+
+void KvLayerListCtrl::LoactedByFirstChar(wchar_t letter) {
+    goToName(QString::fromWCharArray(&letter, 1), currentIndex().row() + 1);
+}
+
+/// What is typed without a pause is the beginning of a name; one letter again and again goes through those
+/// that begin with it.
 void KvLayerListCtrl::keyboardSearch(const QString& typed) {
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
     constexpr qint64 kPause = 1000;
-    const bool goesOn = !m_typed.isEmpty() && now - m_typedAt < kPause;
-    const bool repeats = goesOn && m_typed == typed;
-    m_typed = goesOn && !repeats ? m_typed + typed : typed;
+    const bool goesOn = !m_typed.isEmpty() && now - m_typedAt < kPause && m_typed != typed;
+    m_typed = goesOn ? m_typed + typed : typed;
     m_typedAt = now;
-    const int rows = m_model->rowCount();
-    const int from = std::max(currentIndex().row(), 0) + (goesOn && !repeats ? 0 : 1);
-    for (int step = 0; step < rows; ++step) {
-        const int row = (from + step) % rows;
-        if (nameOf(transactions(), m_model->layerAt(row)).startsWith(m_typed, Qt::CaseInsensitive)) {
-            goToRow(row, false);
-            return;
-        }
+    if (goesOn) {
+        goToName(m_typed, std::max(currentIndex().row(), 0));
+    } else if (!m_typed.isEmpty()) {
+        LoactedByFirstChar(m_typed.toStdWString().front());
     }
 }
 

@@ -7,7 +7,9 @@
 #include "hxdbid.h"
 #include "hxstring.h"
 
+#include <QAbstractItemDelegate>
 #include <QItemSelectionModel>
+#include <QPersistentModelIndex>
 #include <QTableView>
 
 #include <vector>
@@ -16,6 +18,7 @@ class HxDbTransactionManager;
 class KvLayerData;
 class KvLayerListModel;
 class KvLayerPropManager;
+class KvLayerPropManagerDlg;
 
 /// What the user sees of a grid's rows: found again by the layers' ids after a reload.
 struct KvLayerGridView {
@@ -47,6 +50,7 @@ public:
     /// The row's cells are made anew from its layer.
     void SetRowItemData(int row, KvLayerData* layer);
     void refreshLayer(HxDbObjectId layer);
+    void refreshLayers(const std::vector<HxDbObjectId>& layers);
     void refreshRows();
     void AddLayerData(KvLayerData* layer);
     void RemoveLayerData(KvLayerData* layer);
@@ -73,6 +77,7 @@ public:
     bool ItemIsSelected(int row) const;
     /// In row order.
     void SelectedLayers(HxArray<KvLayerData*>& layers, HxArray<int>& rows) const;
+    std::vector<HxDbObjectId> selectedIds() const;
     /// The row of the first layer from `start` whose name matches (case ignored); -1 for none.
     int FindItem(const wchar_t* name, int start) const;
 
@@ -90,20 +95,58 @@ public:
     /// The order of rows that are shown from now on.
     void setSortInfo(int column, bool ascending);
 
+    /// Goes to the next layer, after the last one to the first, whose name starts with the letter.
+    void LoactedByFirstChar(wchar_t letter);
     void keyboardSearch(const QString& typed) override;
+
+    // ---- editing (manager_ui/editing) ----
+
+    /// The manager's window, whose actions the context menu and keys call; null: there are none.
+    void setDialog(KvLayerPropManagerDlg* dialog) { m_dialog = dialog; }
+    KvLayerPropManagerDlg* dialog() const { return m_dialog; }
+    /// Whether edits are allowed now: they are not in the palette while a command runs that layers must stay
+    /// for; the user is told.
+    bool canEdit();
+    /// What a click on the cell does, to all selected layers; columns are identities.
+    void OnClickSubItemLayersList(int row, int column);
+    /// Opens the editor of the layer's name or description; nothing when it has no row, or may not be
+    /// renamed, which the user is told.
+    void EditLayerName(HxDbLayerTableRecord* layer);
+    void EditLayerDescription(HxDbLayerTableRecord* layer);
+    /// The name of the selected row.
+    void SetEditLayerName();
+    /// Nothing for a layer that is frozen or of an external reference.
+    void makeLayerCurrent(HxDbObjectId layer);
+    /// A name or description is being typed.
+    bool isEditing() const { return state() == EditingState; }
 
 Q_SIGNALS:
     /// The user sorted by a column.
     void sorted(int column, bool descending);
+    /// The user made another layer current here.
+    void currentLayerSet();
     /// The user wants the columns as they are by default.
     void columnsReset();
 
 public Q_SLOTS:
     /// A header was clicked, by display position.
     void OnHdnItemclick(int column);
+    /// Whether the cell's editor may open; what it edits is remembered until it closes.
+    bool OnLvnBeginlabeledit(int row, int column);
+    /// The editor closes: what was typed becomes the layer's name or description, unless it was given up.
+    void OnLvnEndlabeledit(QWidget* editor, QAbstractItemDelegate::EndEditHint hint);
+    /// Carries out the action of the context menu that sent it.
+    void MenuPick();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                         const QEvent* event = nullptr) const override;
+    bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
 
@@ -112,15 +155,24 @@ private:
     bool fill(KvLayerData* layer, KvLayerCells& cells);
     class MyComp order() const;
     std::vector<KvLayerData*> sortedLayers(std::vector<KvLayerData*> layers) const;
-    std::vector<HxDbObjectId> selectedIds() const;
     void selectRows(const std::vector<HxDbObjectId>& ids);
     void showHeaderMenu(const QPoint& at);
     void showColumn(int column, bool show);
     void showSortMark();
     void goToRow(int row, bool extend);
+    bool goToName(const QString& beginning, int from);
     void makeCurrent(const QModelIndex& index, QItemSelectionModel::SelectionFlags selecting);
+    bool keyEdits(QKeyEvent* event);
+    void copySelection() const;
+    void renameLayer(HxDbObjectId layer, const QString& name);
+    void describeLayer(HxDbObjectId layer, const QString& description);
+    void editCell(const HxDbLayerTableRecord* layer, int column);
 
     KvLayerListModel* m_model;
+    KvLayerPropManagerDlg* m_dialog = nullptr;
+    QPersistentModelIndex m_pressed;  ///< the cell that the left button went down on, when its release clicks
+    HxDbObjectId m_edited;            ///< the layer whose editor is open
+    int m_editedColumn = -1;
     KvLayerPropManager* m_manager = nullptr;
     HxDbObjectId m_currentLayer;
     int m_sortColumn = 1;

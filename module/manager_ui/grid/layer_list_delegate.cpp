@@ -4,8 +4,12 @@
 #include "layer_list_model.h"
 #include "lineweight_text.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QHelpEvent>
+#include <QKeyEvent>
 #include <QPainter>
+#include <QToolTip>
 
 namespace {
 
@@ -102,4 +106,29 @@ QSize KvLayerListCtrlItemDelegate::sizeHint(const QStyleOptionViewItem& option,
     if (payload.canConvert<LayerListColorItemData>()) width += kSwatchSize + kMargin;
     if (payload.canConvert<LayerListLineweightItemData>()) width += kSampleWidth + kMargin;
     return {width, height};
+}
+
+bool KvLayerListCtrlItemDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
+                                            const QStyleOptionViewItem& option, const QModelIndex& index) {
+    if (event->type() != QEvent::ToolTip || !index.isValid()) {
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    }
+    const bool isIcon = index.data(Qt::DecorationRole).isValid();
+    const bool isCut = sizeHint(option, index).width() > option.rect.width();
+    const QString text = isIcon || isCut ? index.data(Qt::AccessibleTextRole).toString() : QString();
+    QToolTip::showText(event->globalPos(), text, view->viewport(), option.rect);
+    return true;
+}
+
+bool KvLayerListCtrlItemDelegate::eventFilter(QObject* editor, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {
+            auto* const widget = qobject_cast<QWidget*>(editor);
+            emit commitData(widget);
+            emit closeEditor(widget, NoHint);
+            return true;
+        }
+    }
+    return QStyledItemDelegate::eventFilter(editor, event);
 }

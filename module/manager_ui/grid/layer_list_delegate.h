@@ -10,5 +10,12 @@ public:
     using QStyledItemDelegate::QStyledItemDelegate;
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
+    /// The text of a cell that is too narrow for it, and what an icon means.
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+protected:
+    /// Tab takes what was typed and stays in the row.
+    bool eventFilter(QObject* editor, QEvent* event) override;
 };

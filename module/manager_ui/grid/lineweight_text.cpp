@@ -17,12 +17,12 @@ constexpr double kHundredthsPerMillimetre = 100.0;
 constexpr double kHundredthsPerPixel = 25.0;
 constexpr int kThickestSample = 9;
 
-bool showsInches() {
+}  // namespace
+
+bool lineweightsAreInInches() {
     resbuf units = {};
     return hxedGetVar(L"LWUNITS", &units) == RTNORM && units.resval.rint != 1;
 }
-
-}  // namespace
 
 CStdStr<wchar_t> StringByLineWeight(int lineweight, bool isIndex) {
     if (isIndex) lineweight = HxDb::lineWeightByIndex(static_cast<signed char>(lineweight));
@@ -33,7 +33,7 @@ CStdStr<wchar_t> StringByLineWeight(int lineweight, bool isIndex) {
     default: break;
     }
     CStdStr<wchar_t> text;
-    if (showsInches()) {
+    if (lineweightsAreInInches()) {
         text.Format(L"%1.3f \"", lineweight / kHundredthsPerInch);
     } else {
         text.Format(L"%1.2f mm", lineweight / kHundredthsPerMillimetre);

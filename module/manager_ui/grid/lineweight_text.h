@@ -8,6 +8,9 @@
 /// lineweights.
 CStdStr<wchar_t> StringByLineWeight(int lineweight, bool isIndex);
 
+/// Whether users read lineweights in inches (LWUNITS), else in millimetres.
+bool lineweightsAreInInches();
+
 /// The pen, in device-independent pixels, with which a cell shows a lineweight: 1 for the special values and
 /// thin ones, at most 9.
 int getThicknessFromLineweight(int lineweight);

@@ -51,9 +51,10 @@ void KvLayerManagerWnd::clearDirtyFlag() {
     m_dirty = 0;
 }
 
-/// The marks are taken before they are shown: what comes up while showing waits for the next time.
+/// The marks are taken before they are shown: what comes up while showing waits for the next time. All wait
+/// while the user types into a cell, whose row might go.
 void KvLayerManagerWnd::OnUpdateCmdUI() {
-    if (m_dirty == 0 || !isVisible()) return;
+    if (m_dirty == 0 || !isVisible() || m_content->list().isEditing()) return;
     const unsigned dirty = m_dirty;
     HxDbDatabase* const database = m_refreshDatabase;
     const HxArray<HxDbObjectId> items = m_dirtyItems;

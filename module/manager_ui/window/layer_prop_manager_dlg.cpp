@@ -57,6 +57,9 @@ void KvLayerPropManagerDlg::buildControls() {
     m_statistics = controls.statistics;
     m_currentLayer = controls.currentLayer;
     connect(m_tree, SIGNAL(itemSelectionChanged()), SLOT(OnTvnSelchangedTree()));
+    m_list->setDialog(this);
+    connect(m_list, &KvLayerListCtrl::currentLayerSet, this,
+            &KvLayerPropManagerDlg::UpdateCurrentLayerInfoField);
     connect(m_list, &KvLayerListCtrl::columnsReset, this, &KvLayerPropManagerDlg::resetColumns);
     connect(m_list, &KvLayerListCtrl::sorted, this, [this](int column, bool descending) {
         if (m_palette) m_palette->setSortInfo(column, !descending);

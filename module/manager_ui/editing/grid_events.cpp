@@ -1,0 +1,145 @@
+// What mouse and keys edit in the layer grid.
+#include "cell_click.h"
+
+#include "frame/resource_text.h"
+#include "manager_ui/grid/layer_column.h"
+#include "manager_ui/grid/layer_list_ctrl.h"
+#include "manager_ui/grid/layer_list_model.h"
+#include "manager_ui/window/format_message.h"
+#include "manager_ui/window/layer_prop_manager_dlg.h"
+#include "model/auto_layer_record.h"
+#include "model/blocking_commands.h"
+#include "model/edit_guard.h"
+#include "model/layer_data.h"
+#include "model/layer_prop_manager.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+namespace {
+
+/// A click on a cell of these does something; others are selected by it.
+bool isClickedColumn(int column) {
+    return column != kColStatus && column != kColName && column != kColDescription;
+}
+
+/// No more and no less than these: a shifted click selects.
+bool isPlainLeft(const QMouseEvent& event) {
+    return event.button() == Qt::LeftButton && event.modifiers() == Qt::NoModifier;
+}
+
+}  // namespace
+
+bool KvLayerListCtrl::canEdit() {
+    if (!m_manager || !GetDatabase()) return false;
+    CWnd window(this);
+    return !m_manager->isPaletteMode() || !isNeedBlockCmdRuning(&window);
+}
+
+void KvLayerListCtrl::OnClickSubItemLayersList(int row, int column) {
+    KvLayerData* const layer = m_model->layerAt(row);
+    if (!layer || column < 0 || column >= m_model->columnCount() || !isClickedColumn(column)) return;
+    if (canEdit()) KvCellClick(*this, layer->layerId(), column).run();
+}
+
+// ---- mouse ----
+
+void KvLayerListCtrl::mousePressEvent(QMouseEvent* event) {
+    m_pressed = isPlainLeft(*event) ? indexAt(event->pos()) : QModelIndex();
+    QTableView::mousePressEvent(event);
+}
+
+/// A click on a cell of a selected row acts on all selected rows: it does not make this row the only one.
+QItemSelectionModel::SelectionFlags KvLayerListCtrl::selectionCommand(const QModelIndex& index,
+                                                                      const QEvent* event) const {
+    const bool isClick = event && event->type() == QEvent::MouseButtonRelease && m_pressed.isValid() &&
+                         index == m_pressed && isClickedColumn(index.column());
+    return isClick ? QItemSelectionModel::NoUpdate : QTableView::selectionCommand(index, event);
+}
+
+void KvLayerListCtrl::mouseReleaseEvent(QMouseEvent* event) {
+    const QModelIndex released = indexAt(event->pos());
+    const bool isClick = isPlainLeft(*event) && released.isValid() && m_pressed == released;
+    QTableView::mouseReleaseEvent(event);
+    m_pressed = QModelIndex();
+    if (isClick) OnClickSubItemLayersList(released.row(), released.column());
+}
+
+/// Its second press is no click.
+void KvLayerListCtrl::mouseDoubleClickEvent(QMouseEvent* event) {
+    QTableView::mouseDoubleClickEvent(event);
+    m_pressed = QModelIndex();
+    KvLayerData* const layer = m_model->layerAt(indexAt(event->pos()).row());
+    if (event->button() != Qt::LeftButton || !layer || !canEdit()) return;
+    makeLayerCurrent(layer->layerId());
+}
+
+void KvLayerListCtrl::makeLayerCurrent(HxDbObjectId layer) {
+    const ModuleResources resources;
+    QString name;
+    {
+        const KvAutoLayerRecordPtr record(transactions(), m_manager->FindLayer(layer), true);
+        if (!record.object() || record->isFrozen() || record->isDependent()) return;
+        name = QString::fromWCharArray(record->name());
+    }
+    const QString step = formatMessage(resourceText(kStrUndoSetCurrent), {name});
+    const KvLayerUndoAndLockWorker guard(m_manager->isPaletteMode(), step.toStdWString().c_str());
+    if (m_manager->SetCurrentLayer(layer) != Hx::eOk) return;
+    updateCLayerItemData();
+    emit currentLayerSet();
+}
+
+// ---- keys ----
+
+/// Space is a click on the cell with the focus; in the palette Enter makes the row's layer current, in the
+/// dialog it is OK.
+bool KvLayerListCtrl::keyEdits(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy)) {
+        copySelection();
+        return true;
+    }
+    if (event->modifiers() & ~Qt::KeypadModifier) return false;
+    const QModelIndex at = currentIndex();
+    switch (event->key()) {
+    case Qt::Key_Space: OnClickSubItemLayersList(at.row(), at.column()); return true;
+    case Qt::Key_F2:
+        if (at.column() == kColDescription) {
+            edit(at, AllEditTriggers, event);
+        } else {
+            SetEditLayerName();
+        }
+        return true;
+    case Qt::Key_Delete:
+        // TODO if (m_dialog) m_dialog->OnButtonDelete();
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (!m_manager || !m_manager->isPaletteMode() || !m_dialog) return false;
+        // TODO m_dialog->OnButtonSetCurrent();
+        return true;
+    default: return false;
+    }
+}
+
+/// Rows as they are shown, a tab between cells; icons by their meaning.
+void KvLayerListCtrl::copySelection() const {
+    HxArray<KvLayerData*> layers;
+    HxArray<int> rows;
+    SelectedLayers(layers, rows);
+    QString text;
+    for (const int row : rows) {
+        QStringList cells;
+        for (int position = 0; position < horizontalHeader()->count(); ++position) {
+            const int column = horizontalHeader()->logicalIndex(position);
+            if (isColumnHidden(column)) continue;
+            cells << m_model->index(row, column).data(Qt::AccessibleTextRole).toString();
+        }
+        text += cells.join('\t') + '\n';
+    }
+    if (!text.isEmpty()) QApplication::clipboard()->setText(text);
+}
+void KvLayerListCtrl::contextMenuEvent(QContextMenuEvent*) {}
+void KvLayerListCtrl::MenuPick() {}
