@@ -100,6 +100,13 @@ HXSDK_API bool hxedIsQuiet();
 /// Tells every listener that the layer table was changed as a whole: grids re-read it.
 HXSDK_API void kvSetLayerTableChanges();
 
+/// How the user left the layer dialog: whether its filter was inverted, and whether another filter was chosen
+/// than the one that it opened with. Kept for the session, false at first.
+HXSDK_API void hxedSetInvertLayerFilterFlag(bool inverted);
+HXSDK_API bool hxedInvertLayerFilterFlag();
+HXSDK_API void hxedSetUseCurrentFilterFlag(bool use);
+HXSDK_API bool hxedUseCurrentFilterFlag();
+
 // ---- notifications ----
 
 /// What xrefSubcommandAttachItem and xrefSubcommandDetachItem tell: the work begins (no item), an item

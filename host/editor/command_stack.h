@@ -12,6 +12,9 @@ namespace korvex {
 /// Beside HxCommandFlags: the command runs in the current document when there is one, and without one when
 /// there is none.
 constexpr int kDocumentOptional = 0x1000;
+/// The command does what a user does with mouse and keyboard: the document is not busy with it, and nothing
+/// is locked or marked for undo.
+constexpr int kStandsForUser = 0x2000;
 
 /// One registered command.
 struct Command {

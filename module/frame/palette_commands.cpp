@@ -4,9 +4,9 @@
 #include "module_state.h"
 #include "palette_settings.h"
 #include "resource_text.h"
-#include "unavailable.h"
 
 #include "manager_ui/palette/layer_manager_wnd.h"
+#include "manager_ui/window/layer_prop_manager_dlg.h"
 
 #include "hxdoc.h"
 #include "hxdock.h"
@@ -52,7 +52,17 @@ void LayerCmd2() {
     }
 }
 
-void ClassicLayerDlgCmd() { tellUnavailable(L"CLASSICLAYER"); }
+void ClassicLayerDlgCmd() {
+    const ModuleResources resources;
+    KvLayerPropManagerDlg dialog(curDocDatabase(), nullptr);
+    dialog.setIsPalette(false);
+    if (dialog.DoModal() != IDOK) return;
+    kvSetLayerTableChanges();
+    resbuf layer = {};
+    if (hxedGetVar(L"CLAYER", &layer) != RTNORM) return;
+    hxedSetVar(L"CLAYER", &layer);  // whoever listens hears of it
+    hxutFreeString(layer.resval.rstring);
+}
 
 void LayerPaletteCmd(bool loadSettings) {
     const ModuleResources resources;

@@ -7,8 +7,10 @@
 #include "hxdbtransaction.h"
 #include "hxlyfilter.h"
 
+#include <functional>
 #include <memory>
 #include <unordered_map>
+#include <vector>
 
 /// The model of one layer manager: in palette mode every change is made on records that are opened and closed
 /// at once; in dialog mode all changes lie in one transaction, which Initialize begins and Commit or Cancel
@@ -64,11 +66,11 @@ public:
     void ReloadLayers();
     HxArray<KvLayerData*> GetAllLayers() const { return m_layers; }
     const HxArray<KvLayerData*>& GetAllLayersRef() const { return m_layers; }
-    /// Those that the filter accepts, of all or of a list, in its order; none for null. Erased layers are
-    /// left out. The flag does not matter.
-    HxArray<KvLayerData*> GetFilteredLayers(const HxLyLayerFilter* filter, int flag = 0) const;
+    /// Those that the filter accepts, of all or of a list, in its order; none for null. With an `invert`
+    /// other than 0 those that it does not accept. Erased layers are left out.
+    HxArray<KvLayerData*> GetFilteredLayers(const HxLyLayerFilter* filter, int invert = 0) const;
     HxArray<KvLayerData*> GetFilteredLayers(const HxArray<KvLayerData*>& layers,
-                                            const HxLyLayerFilter* filter, int flag = 0) const;
+                                            const HxLyLayerFilter* filter, int invert = 0) const;
 
     /// The entry of a layer; null when it is not listed.
     KvLayerData* FindLayer(HxDbObjectId layer) const;
@@ -82,6 +84,8 @@ public:
     /// DEFPOINTS, layers in use and those of external references; eNotInDatabase for another drawing's;
     /// statuses of hxdbOpenObject and of erasing. Usage is as of the last procLayerUsageData.
     Hx::ErrorStatus RemoveLayer(HxDbObjectId id);
+    /// RemoveLayer for many; `goesOn` is asked before each (empty: always). How many were erased.
+    int RemoveLayers(const std::vector<HxDbObjectId>& ids, const std::function<bool()>& goesOn = {});
 
     /// Takes over an entry made with new.
     void AddLayerData(KvLayerData* data);
@@ -127,7 +131,8 @@ private:
     KvLayerData* entryOf(const HxDbLayerTableRecord* record) const;
     bool hasEntryNamed(const wchar_t* name) const;
     CStdStr<wchar_t> nextLayerName(const HxDbLayerTable& table) const;
-    Hx::ErrorStatus eraseLayer(HxDbLayerTableRecord& record);
+    Hx::ErrorStatus eraseLayer(HxDbObjectId id);
+    static Hx::ErrorStatus eraseRecord(HxDbLayerTableRecord& record);
 
     bool m_isPalette;
     bool m_isUsageComputed = false;

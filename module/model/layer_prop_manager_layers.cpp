@@ -150,23 +150,23 @@ void KvLayerPropManager::setMgrLayerDataValid(const HxDbLayerTableRecord* record
     if (data && data->layerRec() == record) data->setValid(valid);
 }
 
-HxArray<KvLayerData*> KvLayerPropManager::GetFilteredLayers(const HxLyLayerFilter* filter, int flag) const {
-    return GetFilteredLayers(m_layers, filter, flag);
+HxArray<KvLayerData*> KvLayerPropManager::GetFilteredLayers(const HxLyLayerFilter* filter, int invert) const {
+    return GetFilteredLayers(m_layers, filter, invert);
 }
 
 HxArray<KvLayerData*> KvLayerPropManager::GetFilteredLayers(const HxArray<KvLayerData*>& layers,
-                                                            const HxLyLayerFilter* filter,
-                                                            int /*flag*/) const {
+                                                            const HxLyLayerFilter* filter, int invert) const {
     HxArray<KvLayerData*> accepted;
     if (!filter) return accepted;
+    const bool wanted = invert == 0;
     const bool takesAll = filter->kind() == HxLyLayerFilter::kAll;
     for (KvLayerData* const data : layers) {
         if (takesAll) {  // no need to open them
-            if (data->isValid() && !data->layerId().isErased()) accepted.append(data);
+            if (wanted && data->isValid() && !data->layerId().isErased()) accepted.append(data);
             continue;
         }
         const KvAutoLayerRecordPtr record(data, true, false, true);
-        if (record.object() && filter->filter(record.object())) accepted.append(data);
+        if (record.object() && filter->filter(record.object()) == wanted) accepted.append(data);
     }
     return accepted;
 }
@@ -208,25 +208,55 @@ bool KvLayerPropManager::AddNewLayer(const wchar_t* name) {
 
 Hx::ErrorStatus KvLayerPropManager::RemoveLayer(HxDbObjectId id) {
     if (!GetDatabase()) return Hx::eNoDatabase;
+    const Hx::ErrorStatus status = eraseLayer(id);
+    if (status == Hx::eOk) RemoveLayerData(FindLayer(id));
+    return status;
+}
+
+/// Entries go at the end, in one pass.
+int KvLayerPropManager::RemoveLayers(const std::vector<HxDbObjectId>& ids,
+                                     const std::function<bool()>& goesOn) {
+    if (!GetDatabase()) return 0;
+    int erased = 0;
+    for (const HxDbObjectId id : ids) {
+        if (goesOn && !goesOn()) break;
+        if (eraseLayer(id) != Hx::eOk) continue;
+        ++erased;
+        const auto entry = m_entries.find(id);
+        if (entry == m_entries.end()) continue;
+        entry->second->setValid(false);
+        m_entries.erase(entry);
+    }
+    HxArray<KvLayerData*> kept;
+    for (KvLayerData* const data : m_layers) {
+        if (m_entries.find(data->layerId()) == m_entries.end()) {
+            delete data;
+        } else {
+            kept.append(data);
+        }
+    }
+    m_layers = kept;
+    return erased;
+}
+
+Hx::ErrorStatus KvLayerPropManager::eraseLayer(HxDbObjectId id) {
     if (id == m_database->layerZero() || id == m_database->clayer()) return Hx::eRefused;
     if (!id.isNull() && id.database() != m_database) return Hx::eNotInDatabase;
     if (!m_isPalette) {
         Hx::ErrorStatus status = Hx::eOk;
         HxDbLayerTableRecord* const record = got<HxDbLayerTableRecord>(id, HxDb::kForWrite, &status);
-        return record ? eraseLayer(*record) : status;
+        return record ? eraseRecord(*record) : status;
     }
     const HxDbObjectPointer<HxDbLayerTableRecord> record(id, HxDb::kForWrite);
-    return record ? eraseLayer(*record.object()) : record.openStatus();
+    return record ? eraseRecord(*record.object()) : record.openStatus();
 }
 
-Hx::ErrorStatus KvLayerPropManager::eraseLayer(HxDbLayerTableRecord& record) {
+Hx::ErrorStatus KvLayerPropManager::eraseRecord(HxDbLayerTableRecord& record) {
     const CStdStr<wchar_t> name(record.name());
     if (record.isInUse() || name.Find(kXrefMark) >= 0 || db_compareNames(name.c_str(), kDefpoints) == 0) {
         return Hx::eRefused;
     }
-    const Hx::ErrorStatus status = record.isWriteEnabled() ? record.erase() : Hx::eOk;
-    if (status == Hx::eOk) RemoveFromLayers(&record);
-    return status;
+    return record.isWriteEnabled() ? record.erase() : Hx::eOk;
 }
 
 Hx::ErrorStatus KvLayerPropManager::SetCurrentLayer(HxDbObjectId id) {

@@ -38,6 +38,11 @@ int KvLayerPaletteDocReactor::blockingCommands(HxApDocument* document) const {
     return found == m_blockingCommands.end() ? 0 : found->second;
 }
 
+KvLayerSortInfo KvLayerPaletteDocReactor::sortInfo(HxApDocument* document) const {
+    const auto found = m_orders.find(document);
+    return found == m_orders.end() ? KvLayerSortInfo() : found->second;
+}
+
 void KvLayerPaletteDocReactor::documentCreated(HxApDocument* document) { AppendLayerDocContext(document); }
 
 void KvLayerPaletteDocReactor::documentActivated(HxApDocument* document) {
@@ -56,5 +61,6 @@ void KvLayerPaletteDocReactor::documentToBeDestroyed(HxApDocument* document) {
         if (document == curDoc()) palette->setDatabase(nullptr);
     }
     m_blockingCommands.erase(document);
+    m_orders.erase(document);
     RemoveLayerDocContext(document);
 }

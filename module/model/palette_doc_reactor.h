@@ -6,6 +6,12 @@
 #include <map>
 #include <memory>
 
+/// The order of a layer dialog's rows.
+struct KvLayerSortInfo {
+    int column = 1;  ///< by display position
+    bool descending = false;
+};
+
 /// Registered with the document manager from its making to its end. Keeps which documents are followed, and
 /// how many commands run in each during which the palette refuses edits.
 class KvLayerPaletteDocReactor : public HxApDocManagerReactor {
@@ -27,11 +33,16 @@ public:
     void blockingCommandEnded(HxApDocument* document);
     int blockingCommands(HxApDocument* document) const;
 
+    /// By name, for a document whose order was never set.
+    KvLayerSortInfo sortInfo(HxApDocument* document) const;
+    void setSortInfo(HxApDocument* document, KvLayerSortInfo order) { m_orders[document] = order; }
+
     void documentCreated(HxApDocument* document) override;
     void documentActivated(HxApDocument* document) override;
     void documentToBeDestroyed(HxApDocument* document) override;
 
 private:
     std::map<HxApDocument*, int> m_blockingCommands;
+    std::map<HxApDocument*, KvLayerSortInfo> m_orders;
     std::unique_ptr<KvLayerDocContext> m_context;
 };

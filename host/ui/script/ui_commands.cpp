@@ -13,7 +13,7 @@ namespace korvex {
 
 namespace {
 
-constexpr int kFlags = HXCMD_TRANSPARENT | HXCMD_NOUNDOMARK | kDocumentOptional;
+constexpr int kFlags = HXCMD_TRANSPARENT | HXCMD_NOUNDOMARK | kStandsForUser;
 
 /// The rest of the line is the action's.
 template <std::size_t at>

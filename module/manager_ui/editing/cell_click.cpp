@@ -21,24 +21,12 @@
 #include "hxed.h"
 #include "hxstddlg.h"
 
-#include <algorithm>
 #include <memory>
 
 namespace {
 
 /// Chosen percentages show again as themselves, because 255.5 is taken here and 255 there.
 std::uint8_t alphaOfPercent(int percent) { return static_cast<std::uint8_t>(255 - percent * 255.5 / 100); }
-
-int ask(KvLayerListCtrl& grid, int text, const QString& layer, unsigned type) {
-    const ModuleResources resources;
-    return CWnd(&grid).MessageBox(formatMessage(resourceText(text), {layer}).toStdWString().c_str(), nullptr,
-                                  type);
-}
-
-QString nameOf(HxDbObjectId layer) {
-    const HxDbObjectPointer<HxDbLayerTableRecord> record(layer, HxDb::kForRead);
-    return record ? QString::fromWCharArray(record->name()) : QString();
-}
 
 }  // namespace
 
@@ -107,21 +95,12 @@ void KvCellClick::toggle(bool (HxDbLayerTableRecord::*is)() const,
     });
 }
 
-void KvCellClick::forget(HxDbObjectId layer) {
-    m_layers.erase(std::remove(m_layers.begin(), m_layers.end(), layer), m_layers.end());
-}
-
 // ---- on and off, frozen and thawed ----
 
 void KvCellClick::toggleOn() {
     bool off = false;
     if (!read([&](const HxDbLayerTableRecord& layer) { off = !layer.isOff(); })) return;
-    const HxDbObjectId current = m_grid.GetDatabase()->clayer();
-    const bool hasCurrent = std::find(m_layers.begin(), m_layers.end(), current) != m_layers.end();
-    if (off && hasCurrent &&
-        ask(m_grid, kStrTurnOffCurrent, nameOf(current), MB_YESNO | MB_ICONWARNING) != IDYES) {
-        forget(current);
-    }
+    if (off) askAboutCurrent(m_grid, m_layers);
     change([off](HxDbLayerTableRecord& layer) {
         if (layer.isOff() != off) layer.setIsOff(off);
     });
@@ -131,12 +110,7 @@ void KvCellClick::toggleOn() {
 void KvCellClick::toggleFrozen() {
     bool frozen = false;
     if (!read([&](const HxDbLayerTableRecord& layer) { frozen = !layer.isFrozen(); })) return;
-    const HxDbObjectId current = m_grid.GetDatabase()->clayer();
-    const bool hasCurrent = std::find(m_layers.begin(), m_layers.end(), current) != m_layers.end();
-    if (frozen && hasCurrent) {
-        ask(m_grid, kStrFreezeCurrent, nameOf(current), MB_OK | MB_ICONWARNING);
-        forget(current);
-    }
+    if (frozen) leaveCurrentThawed(m_grid, m_layers);
     change([frozen](HxDbLayerTableRecord& layer) {
         if (layer.isFrozen() != frozen) layer.setIsFrozen(frozen);
     });

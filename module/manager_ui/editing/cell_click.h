@@ -29,7 +29,6 @@ private:
     void change(const Change& change);
     void toggle(bool (HxDbLayerTableRecord::*is)() const,
                 const std::function<void(HxDbLayerTableRecord&, bool)>& set);
-    void forget(HxDbObjectId layer);
 
     void toggleOn();
     void toggleFrozen();

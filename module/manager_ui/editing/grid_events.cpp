@@ -15,8 +15,10 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDrag>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QMouseEvent>
 
 namespace {
@@ -92,6 +94,15 @@ void KvLayerListCtrl::makeLayerCurrent(HxDbObjectId layer) {
     emit currentLayerSet();
 }
 
+/// Whoever takes the drop asks this grid which rows are selected.
+void KvLayerListCtrl::startDrag(Qt::DropActions /*actions*/) {
+    auto* const data = new QMimeData;
+    data->setData("application/x-korvex-layers", QByteArray());
+    auto* const drag = new QDrag(this);
+    drag->setMimeData(data);
+    drag->exec(Qt::CopyAction);
+}
+
 // ---- keys ----
 
 /// Space is a click on the cell with the focus; in the palette Enter makes the row's layer current, in the
@@ -113,12 +124,12 @@ bool KvLayerListCtrl::keyEdits(QKeyEvent* event) {
         }
         return true;
     case Qt::Key_Delete:
-        // TODO if (m_dialog) m_dialog->OnButtonDelete();
+        if (m_dialog) m_dialog->OnButtonDelete();
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
         if (!m_manager || !m_manager->isPaletteMode() || !m_dialog) return false;
-        // TODO m_dialog->OnButtonSetCurrent();
+        m_dialog->OnButtonSetCurrent();
         return true;
     default: return false;
     }
@@ -141,5 +152,3 @@ void KvLayerListCtrl::copySelection() const {
     }
     if (!text.isEmpty()) QApplication::clipboard()->setText(text);
 }
-void KvLayerListCtrl::contextMenuEvent(QContextMenuEvent*) {}
-void KvLayerListCtrl::MenuPick() {}

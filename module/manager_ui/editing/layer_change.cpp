@@ -1,13 +1,19 @@
 // One change of many layers.
 #include "layer_change.h"
 
+#include "frame/resource_text.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
+#include "manager_ui/window/format_message.h"
 #include "model/auto_layer_record.h"
 #include "model/edit_guard.h"
 #include "model/layer_prop_manager.h"
 
+#include "hxdbdatabase.h"
+#include "hxdialog.h"
 #include "hxed.h"
 #include "hxui.h"
+
+#include <algorithm>
 
 bool changeRecord(HxDbLayerTableRecord& record, const KvLayerChange& change) {
     const bool upgraded = !record.isWriteEnabled() && record.upgradeOpen() == Hx::eOk;
@@ -36,3 +42,33 @@ void changeLayers(KvLayerListCtrl& grid, const std::vector<HxDbObjectId>& layers
 }
 
 void dropPickFirst() { hxedPickFirstProcessor()->process(kHxPickFirstDrop); }
+
+namespace {
+
+/// Shows a box about the current layer if it is one of these; a box that is not answered with Yes takes it
+/// out.
+void warnOfCurrent(KvLayerListCtrl& grid, std::vector<HxDbObjectId>& layers, int text, unsigned buttons) {
+    const HxDbObjectId current = grid.GetDatabase() ? grid.GetDatabase()->clayer() : HxDbObjectId();
+    const auto found = std::find(layers.begin(), layers.end(), current);
+    if (found == layers.end()) return;
+    const ModuleResources resources;
+    QString name;
+    {
+        const HxDbObjectPointer<HxDbLayerTableRecord> record(current, HxDb::kForRead);
+        if (record) name = QString::fromWCharArray(record->name());
+    }
+    const QString message = formatMessage(resourceText(text), {name});
+    const int answer =
+        CWnd(&grid).MessageBox(message.toStdWString().c_str(), nullptr, buttons | MB_ICONWARNING);
+    if (answer != IDYES) layers.erase(found);
+}
+
+}  // namespace
+
+void askAboutCurrent(KvLayerListCtrl& grid, std::vector<HxDbObjectId>& layers) {
+    warnOfCurrent(grid, layers, kStrTurnOffCurrent, MB_YESNO);
+}
+
+void leaveCurrentThawed(KvLayerListCtrl& grid, std::vector<HxDbObjectId>& layers) {
+    warnOfCurrent(grid, layers, kStrFreezeCurrent, MB_OK);
+}

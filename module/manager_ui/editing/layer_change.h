@@ -26,3 +26,8 @@ bool changeRecord(HxDbLayerTableRecord& record, const KvLayerChange& change);
 
 /// Layers have been frozen or turned off: what was selected in the drawing before a command is dropped.
 void dropPickFirst();
+
+/// Before layers are turned off: asks whether the current one among them is to be, and takes it out if not.
+void askAboutCurrent(KvLayerListCtrl& grid, std::vector<HxDbObjectId>& layers);
+/// Before layers are frozen: the current one cannot be, which is told; it is taken out.
+void leaveCurrentThawed(KvLayerListCtrl& grid, std::vector<HxDbObjectId>& layers);

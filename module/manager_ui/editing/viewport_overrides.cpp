@@ -99,14 +99,21 @@ bool toggleInViewport(KvLayerPropManager& manager, HxDbObjectId clicked,
     HxDbViewport* const viewport = manager.GetViewport();
     if (!viewport) return false;
     const bool freezes = !viewport->isLayerFrozenInViewport(clicked);
+    if (manager.isPaletteMode()) viewport->close();
+    return setFrozenInViewport(manager, freezes, layers) && freezes;
+}
+
+bool setFrozenInViewport(KvLayerPropManager& manager, bool freeze, const std::vector<HxDbObjectId>& layers) {
+    HxDbViewport* const viewport = manager.GetViewport();
+    if (!viewport) return false;
     Hx::ErrorStatus status = viewport->upgradeOpen();
     if (status == Hx::eOk) {
-        status = freezes ? viewport->freezeLayersInViewport(arrayOf(layers))
-                         : viewport->thawLayersInViewport(arrayOf(layers));
+        status = freeze ? viewport->freezeLayersInViewport(arrayOf(layers))
+                        : viewport->thawLayersInViewport(arrayOf(layers));
         viewport->downgradeOpen();
     }
     if (manager.isPaletteMode()) viewport->close();
-    return freezes && status == Hx::eOk;
+    return status == Hx::eOk;
 }
 
 HxDbObjectId plotStyleId(const HxDbDatabase* database, const wchar_t* name) {

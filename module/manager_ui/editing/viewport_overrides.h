@@ -34,5 +34,8 @@ void sendViewportCommand(const CStdStr<wchar_t>& command);
 bool toggleInViewport(KvLayerPropManager& manager, HxDbObjectId clicked,
                       const std::vector<HxDbObjectId>& layers);
 
+/// Freezes or thaws the layers in the active viewport; false when it cannot be written.
+bool setFrozenInViewport(KvLayerPropManager& manager, bool freeze, const std::vector<HxDbObjectId>& layers);
+
 /// Null when the drawing has no plot style of that name.
 HxDbObjectId plotStyleId(const HxDbDatabase* database, const wchar_t* name);

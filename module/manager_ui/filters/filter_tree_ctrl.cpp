@@ -2,10 +2,14 @@
 #include "filter_tree_ctrl.h"
 
 #include "frame/resource_text.h"
+#include "manager_ui/grid/layer_list_ctrl.h"
+#include "manager_ui/window/layer_prop_manager_dlg.h"
 
 #include "hxlyfilter.h"
 
+#include <QDropEvent>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QSet>
 #include <QSignalBlocker>
 #include <QTreeWidgetItemIterator>
@@ -37,14 +41,18 @@ CKvUiTreeCtrl::CKvUiTreeCtrl(QWidget* parent) : QTreeWidget(parent) {
     setUniformRowHeights(true);
     setContextMenuPolicy(Qt::CustomContextMenu);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setAcceptDrops(true);
+    setDropIndicatorShown(false);
+}
+
+HxLyLayerFilter* CKvUiTreeCtrl::filterOf(const QTreeWidgetItem* item) {
+    return item ? item->data(0, kFilterRole).value<HxLyLayerFilter*>() : nullptr;
 }
 
 void CKvUiTreeCtrl::setLight(bool light) {
     m_light = light;
     for (QTreeWidgetItemIterator at(this); *at; ++at) {
-        if (const auto* const filter = (*at)->data(0, kFilterRole).value<HxLyLayerFilter*>()) {
-            (*at)->setIcon(0, iconOf(*filter));
-        }
+        if (const HxLyLayerFilter* const filter = filterOf(*at)) (*at)->setIcon(0, iconOf(*filter));
     }
 }
 
@@ -76,6 +84,7 @@ QTreeWidgetItem* CKvUiTreeCtrl::itemOf(HxLyLayerFilter& filter, HxLyLayerFilter*
     auto* const item = new QTreeWidgetItem({displayName(filter)});
     item->setIcon(0, iconOf(filter));
     item->setToolTip(0, item->text(0));
+    if (filter.allowRename()) item->setFlags(item->flags() | Qt::ItemIsEditable);
     item->setData(0, kFilterRole, QVariant::fromValue(&filter));
     item->setData(0, kNameRole, toQt(filter.name()));
     for (HxLyLayerFilter* const nested : filter.getNestedFilters()) {
@@ -94,11 +103,56 @@ void CKvUiTreeCtrl::showFilters(HxLyLayerFilter* root, HxLyLayerFilter* selected
     expandAll();
     for (QTreeWidgetItemIterator at(this); *at; ++at) {
         if (closed.contains((*at)->data(0, kNameRole).toString())) (*at)->setExpanded(false);
-        if ((*at)->data(0, kFilterRole).value<HxLyLayerFilter*>() == selected) setCurrentItem(*at);
+        if (filterOf(*at) == selected) setCurrentItem(*at);
     }
 }
 
 HxLyLayerFilter* CKvUiTreeCtrl::selectedFilter() const {
     const QList<QTreeWidgetItem*> items = selectedItems();
-    return items.isEmpty() ? nullptr : items.front()->data(0, kFilterRole).value<HxLyLayerFilter*>();
+    return items.isEmpty() ? nullptr : filterOf(items.front());
+}
+
+void CKvUiTreeCtrl::editSelected() {
+    QTreeWidgetItem* const item = currentItem();
+    if (item && item->flags() & Qt::ItemIsEditable) editItem(item);
+}
+
+void CKvUiTreeCtrl::keyPressEvent(QKeyEvent* event) {
+    if (m_dialog && event->key() == Qt::Key_Delete) {
+        m_dialog->OnMenuFilterDelete();
+    } else if (m_dialog && event->key() == Qt::Key_F2) {
+        m_dialog->OnMenuFilterRename();
+    } else {
+        QTreeWidget::keyPressEvent(event);
+    }
+}
+
+// ---- rows of the grid are dropped ----
+
+namespace {
+
+bool comesFromGrid(const QDropEvent& event) { return qobject_cast<KvLayerListCtrl*>(event.source()); }
+
+}  // namespace
+
+void CKvUiTreeCtrl::dragEnterEvent(QDragEnterEvent* event) {
+    if (comesFromGrid(*event)) event->acceptProposedAction();
+}
+
+void CKvUiTreeCtrl::dragMoveEvent(QDragMoveEvent* event) {
+    const QTreeWidgetItem* const item = itemAt(event->pos());
+    const HxLyLayerFilter* const filter = filterOf(item);
+    if (comesFromGrid(*event) && filter && filter->isIdFilter()) {
+        event->acceptProposedAction();
+        event->accept(visualItemRect(item));
+    } else {
+        event->ignore();
+    }
+}
+
+void CKvUiTreeCtrl::dropEvent(QDropEvent* event) {
+    HxLyLayerFilter* const filter = filterOf(itemAt(event->pos()));
+    if (!comesFromGrid(*event) || !filter || !filter->isIdFilter()) return;
+    event->acceptProposedAction();
+    emit layersDropped(filter);
 }

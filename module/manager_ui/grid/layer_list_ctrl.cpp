@@ -53,6 +53,8 @@ KvLayerListCtrl::KvLayerListCtrl(QWidget* parent) : QTableView(parent), m_model(
     setEditTriggers(QAbstractItemView::SelectedClicked);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setTabKeyNavigation(false);
+    setDragDropMode(QAbstractItemView::DragOnly);
+    setDragEnabled(true);
     setShowGrid(false);
     setWordWrap(false);
     setAlternatingRowColors(true);
@@ -296,7 +298,6 @@ std::vector<HxDbObjectId> KvLayerListCtrl::selectedIds() const {
     return ids;
 }
 
-/// Whole rows, neighbours in one range each.
 void KvLayerListCtrl::selectRows(const std::vector<HxDbObjectId>& ids) {
     std::vector<int> rows;
     for (const HxDbObjectId id : ids) {
@@ -304,6 +305,11 @@ void KvLayerListCtrl::selectRows(const std::vector<HxDbObjectId>& ids) {
         if (row >= 0) rows.push_back(row);
     }
     std::sort(rows.begin(), rows.end());
+    selectRowNumbers(rows);
+}
+
+/// Whole rows, neighbours in one range each.
+void KvLayerListCtrl::selectRowNumbers(const std::vector<int>& rows) {
     QItemSelection selection;
     const int last = m_model->columnCount() - 1;
     for (std::size_t first = 0; first < rows.size();) {
@@ -393,6 +399,7 @@ void KvLayerListCtrl::goToRow(int row, bool extend) {
 }
 
 void KvLayerListCtrl::keyPressEvent(QKeyEvent* event) {
+    if (isEditing()) return;  // the Enter that ends the editor means nothing else
     const bool extend = event->modifiers() & Qt::ShiftModifier;
     switch (event->key()) {
     case Qt::Key_Home: goToRow(0, extend); break;

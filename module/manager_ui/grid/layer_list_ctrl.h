@@ -146,6 +146,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event = nullptr) const override;
+    void startDrag(Qt::DropActions actions) override;
     bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -156,6 +157,11 @@ private:
     class MyComp order() const;
     std::vector<KvLayerData*> sortedLayers(std::vector<KvLayerData*> layers) const;
     void selectRows(const std::vector<HxDbObjectId>& ids);
+    void selectRowNumbers(const std::vector<int>& rows);  ///< ascending
+    void selectAllButCurrent();
+    void invertSelection();
+    void freezeInViewports(const wchar_t* format);
+    void removeOverrides(bool inAll);
     void showHeaderMenu(const QPoint& at);
     void showColumn(int column, bool show);
     void showSortMark();

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPainter>
 #include <QToolTip>
 
@@ -118,6 +119,11 @@ bool KvLayerListCtrlItemDelegate::helpEvent(QHelpEvent* event, QAbstractItemView
     const QString text = isIcon || isCut ? index.data(Qt::AccessibleTextRole).toString() : QString();
     QToolTip::showText(event->globalPos(), text, view->viewport(), option.rect);
     return true;
+}
+
+void KvLayerListCtrlItemDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
+    const auto* const line = qobject_cast<QLineEdit*>(editor);
+    if (!line || !line->isModified()) QStyledItemDelegate::setEditorData(editor, index);
 }
 
 bool KvLayerListCtrlItemDelegate::eventFilter(QObject* editor, QEvent* event) {

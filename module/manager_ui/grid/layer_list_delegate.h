@@ -13,6 +13,8 @@ public:
     /// The text of a cell that is too narrow for it, and what an icon means.
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
+    /// A text that is being typed is left alone.
+    void setEditorData(QWidget* editor, const QModelIndex& index) const override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
 protected:

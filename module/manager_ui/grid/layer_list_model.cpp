@@ -219,6 +219,7 @@ QVariant KvLayerListModel::headerData(int section, Qt::Orientation orientation, 
 Qt::ItemFlags KvLayerListModel::flags(const QModelIndex& index) const {
     if (!layerAt(index.row())) return Qt::NoItemFlags;
     Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
+    if (index.column() == kColName) flags |= Qt::ItemIsDragEnabled;  // dragging elsewhere selects
     if (index.column() == kColName || index.column() == kColDescription) flags |= Qt::ItemIsEditable;
     return flags;
 }

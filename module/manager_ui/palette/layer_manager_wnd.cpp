@@ -2,6 +2,7 @@
 #include "layer_manager_wnd.h"
 
 #include "frame/module_state.h"
+#include "manager_ui/filters/filter_tree_ctrl.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
 #include "manager_ui/window/layer_prop_manager_dlg.h"
 
@@ -26,7 +27,7 @@ KvLayerManagerWnd::KvLayerManagerWnd(HxUiDockFrameWindow* frame) : HxUiDockPanel
 }
 
 KvLayerManagerWnd::~KvLayerManagerWnd() {
-    SaveWndLayerListColInfoInReg();
+    m_content->savePlacement();
     delete m_content;
 }
 
@@ -52,9 +53,10 @@ void KvLayerManagerWnd::clearDirtyFlag() {
 }
 
 /// The marks are taken before they are shown: what comes up while showing waits for the next time. All wait
-/// while the user types into a cell, whose row might go.
+/// while the user types a name, whose row might go.
 void KvLayerManagerWnd::OnUpdateCmdUI() {
-    if (m_dirty == 0 || !isVisible() || m_content->list().isEditing()) return;
+    if (m_dirty == 0 || !isVisible()) return;
+    if (m_content->list().isEditing() || m_content->tree().isEditing()) return;
     const unsigned dirty = m_dirty;
     HxDbDatabase* const database = m_refreshDatabase;
     const HxArray<HxDbObjectId> items = m_dirtyItems;
@@ -140,7 +142,7 @@ void KvLayerManagerWnd::UpdateUIStyle() {
 // ---- the panel ----
 
 void KvLayerManagerWnd::setVisible(bool visible) {
-    if (isVisible() && !visible) SaveWndLayerListColInfoInReg();
+    if (isVisible() && !visible) m_content->savePlacement();
     hxuiMainAppService()->setLayerPaletteVisible(visible);
     HxUiDockPanel::setVisible(visible);
 }

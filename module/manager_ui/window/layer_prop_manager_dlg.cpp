@@ -1,32 +1,35 @@
 // The content of the layer manager.
 #include "layer_prop_manager_dlg.h"
 
-#include "format_message.h"
-#include "manager_controls.h"
+#include "search_edit.h"
 
+#include "frame/module_state.h"
 #include "frame/resource_text.h"
 #include "manager_ui/filters/filter_tree_ctrl.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
-#include "manager_ui/grid/layer_list_model.h"
 #include "manager_ui/palette/layer_manager_wnd.h"
-#include "model/auto_layer_record.h"
-#include "model/layer_data.h"
 #include "model/layer_prop_manager.h"
+#include "model/palette_doc_reactor.h"
 
+#include "hxdoc.h"
+#include "hxed.h"
 #include "hxlyfilter.h"
 #include "hxui.h"
 
-#include <QLabel>
+#include <QCheckBox>
+#include <QHeaderView>
 #include <QLayout>
+#include <QShortcut>
 #include <QSplitter>
+#include <QToolButton>
 
 #include <algorithm>
 #include <utility>
 
 namespace {
 
-/// So many changed layers are placed one by one; beyond, all rows are sorted anew.
-constexpr int kMostSinglePlacements = 16;
+/// From here on, filters are suspected to be there by mistake.
+constexpr int kManyFilters = 128;
 
 }  // namespace
 
@@ -40,35 +43,86 @@ KvLayerPropManagerDlg::~KvLayerPropManagerDlg() { ClearDlgData(); }
 bool KvLayerPropManagerDlg::OnInitDialog() {
     const ModuleResources resources;
     m_manager = std::make_unique<KvLayerPropManager>(m_database, m_isPalette);
+    CheckLayerFilterNumber(kManyFilters);
     m_manager->Initialize();
     buildControls();
     initColumns();
+    initPlacement();
     UpdateUIStyle();
     refreshDlgLayers(m_database, true);
+    m_firstFilter = m_manager->GetCurrentFilter();
     m_list->SetCurLayerSelected();
+    m_list->setFocus();
     return HxUiBaseDialog::OnInitDialog();
 }
 
 void KvLayerPropManagerDlg::buildControls() {
-    const ManagerControls controls = makeManagerControls(*this);
-    m_splitter = controls.splitter;
-    m_tree = controls.tree;
-    m_list = controls.list;
-    m_statistics = controls.statistics;
-    m_currentLayer = controls.currentLayer;
-    connect(m_tree, SIGNAL(itemSelectionChanged()), SLOT(OnTvnSelchangedTree()));
+    m_controls = makeManagerControls(*this, !m_isPalette);
+    m_tree = m_controls.tree;
+    m_list = m_controls.list;
     m_list->setDialog(this);
+    if (!m_isPalette) setWindowTitle(resourceText(kStrPaletteTitle));
+    connectControls();
+    initOrder();
+}
+
+void KvLayerPropManagerDlg::connectControls() {
+    connectTree();
+    connect(m_list, &KvLayerListCtrl::columnsReset, this, &KvLayerPropManagerDlg::resetColumns);
+    connect(m_list, &KvLayerListCtrl::sorted, this, &KvLayerPropManagerDlg::rememberOrder);
     connect(m_list, &KvLayerListCtrl::currentLayerSet, this,
             &KvLayerPropManagerDlg::UpdateCurrentLayerInfoField);
-    connect(m_list, &KvLayerListCtrl::columnsReset, this, &KvLayerPropManagerDlg::resetColumns);
-    connect(m_list, &KvLayerListCtrl::sorted, this, [this](int column, bool descending) {
-        if (m_palette) m_palette->setSortInfo(column, !descending);
+    connect(m_list->horizontalHeader(), SIGNAL(sectionResized(int, int, int)),
+            SLOT(OnHdnItemChanged(int, int, int)));
+    connect(m_controls.invert, SIGNAL(toggled(bool)), SLOT(OnBnClickedCheckInvertfilter(bool)));
+    connect(m_controls.search, SIGNAL(searchTextChanged(const QString&)),
+            SLOT(OnEnChangeEditSearch(const QString&)));
+    connect(m_controls.splitter, &QSplitter::splitterMoved, this, &KvLayerPropManagerDlg::OnSplitterMoved);
+    connect(m_controls.collapse, SIGNAL(clicked()), SLOT(collapseFilters()));
+    connect(m_controls.expand, SIGNAL(clicked()), SLOT(expandFilters()));
+    const std::pair<KvManagerButton, const char*> buttons[] = {
+        {kButtonNewPropertyFilter, SLOT(OnButtonNewPropertyFilter())},
+        {kButtonNewGroupFilter, SLOT(OnButtonNewGroupFilter())},
+        {kButtonLayerStates, SLOT(OnButtonLayerStatesManager())},
+        {kButtonNew, SLOT(OnButtonNew())},
+        {kButtonDelete, SLOT(OnButtonDelete())},
+        {kButtonSetCurrent, SLOT(OnButtonSetCurrent())},
+    };
+    for (const auto& [button, slot] : buttons) {
+        connect(m_controls.buttons[button], SIGNAL(clicked()), slot);
+    }
+    auto* const find = new QShortcut(QKeySequence::Find, this);
+    find->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(find, &QShortcut::activated, m_controls.search, [this] {
+        m_controls.search->setFocus(Qt::ShortcutFocusReason);
+        m_controls.search->selectAll();
     });
-    if (!m_palette) return;
-    int column = 0;
+    if (m_isPalette) return;
+    connect(GetDlgItem("IDOK"), SIGNAL(clicked()), SLOT(OnOK()));
+    connect(GetDlgItem("IDCANCEL"), SIGNAL(clicked()), SLOT(OnCancel()));
+}
+
+// ---- order of the rows: kept by the palette, or per document ----
+
+void KvLayerPropManagerDlg::initOrder() {
+    int column = kColName;
     bool ascending = true;
-    m_palette->getSortInfo(column, ascending);
+    if (m_palette) {
+        m_palette->getSortInfo(column, ascending);
+    } else if (const KvLayerPaletteDocReactor* const documents = paletteDocReactor()) {
+        const KvLayerSortInfo order = documents->sortInfo(curDoc());
+        column = order.column;
+        ascending = !order.descending;
+    }
     m_list->setSortInfo(column, ascending);
+}
+
+void KvLayerPropManagerDlg::rememberOrder(int column, bool descending) {
+    if (m_palette) {
+        m_palette->setSortInfo(column, !descending);
+    } else if (KvLayerPaletteDocReactor* const documents = paletteDocReactor()) {
+        documents->setSortInfo(curDoc(), {column, descending});
+    }
 }
 
 // ---- columns ----
@@ -116,6 +170,11 @@ bool KvLayerPropManagerDlg::SaveColInfoInReg() {
     return ::SaveColInfoInReg(gridKind(), m_modelColumns, m_layoutColumns);
 }
 
+/// The grid's header knows; what it tells is kept with the rest.
+void KvLayerPropManagerDlg::OnHdnItemChanged(int /*column*/, int /*before*/, int /*now*/) {
+    rememberColumns();
+}
+
 void KvLayerPropManagerDlg::resetColumns() {
     const ModuleResources resources;
     m_columns = defaultColumns(m_columnSet);
@@ -146,43 +205,6 @@ void KvLayerPropManagerDlg::refreshDlgLayers(HxDbDatabase* /*database*/, bool ch
     if (!changed) m_list->restoreView(view);
 }
 
-void KvLayerPropManagerDlg::UpdateLayerList(bool keepSelection) {
-    const ModuleResources resources;
-    m_list->ShowLayers(m_manager->GetFilteredLayers(m_manager->GetCurrentFilter(), 0), keepSelection);
-    UpdateCurrentLayerInfoField();
-    UpdateTotalLayersInfoField(CStdStr<wchar_t>());
-}
-
-bool KvLayerPropManagerDlg::isShown(HxDbObjectId layer) const {
-    KvLayerData* const data = m_manager->FindLayer(layer);
-    if (!data || !data->isValid() || layer.isErased()) return false;
-    const KvAutoLayerRecordPtr record(m_list->transactions(), data, true);
-    const HxLyLayerFilter* const filter = m_manager->GetCurrentFilter();
-    return record.object() && (!filter || filter->filter(record.object()));
-}
-
-/// Puts the layer's row where it belongs, or takes it away.
-void KvLayerPropManagerDlg::placeRow(HxDbObjectId layer) {
-    m_list->placeRow(m_manager->FindLayer(layer), isShown(layer));
-}
-
-void KvLayerPropManagerDlg::UpdateLayerList(const HxArray<HxDbObjectId>& layers) {
-    const ModuleResources resources;
-    for (const HxDbObjectId layer : layers) {
-        const auto* const record = HxDbLayerTableRecord::cast(hxdbObjectPointer(layer));
-        if (record && !layer.isErased()) m_manager->AddToLayers(record);
-    }
-    if (layers.length() > kMostSinglePlacements) {
-        UpdateLayerList(true);
-        return;
-    }
-    for (const HxDbObjectId layer : layers) {
-        placeRow(layer);
-    }
-    UpdateCurrentLayerInfoField();
-    UpdateTotalLayersInfoField(CStdStr<wchar_t>());
-}
-
 void KvLayerPropManagerDlg::updateCurLayer() {
     UpdateCurrentLayerInfoField();
     m_list->updateCLayerItemData();
@@ -194,13 +216,19 @@ void KvLayerPropManagerDlg::setLayerDataValid(const HxDbLayerTableRecord* record
 }
 
 void KvLayerPropManagerDlg::ClearDlgData() {
-    if (!m_manager) return;
-    m_list->ShowLayers({}, false);
-    m_tree->showFilters(nullptr, nullptr);
+    if (!m_manager || !m_list) return;
+    clearRows();
     m_manager->ClearData();
     m_database = nullptr;
     UpdateCurrentLayerInfoField();
     UpdateTotalLayersInfoField(CStdStr<wchar_t>());
+    UpdateTBlayerState();
+}
+
+/// What points into the manager's layers and filters.
+void KvLayerPropManagerDlg::clearRows() {
+    m_list->ShowLayers({}, false);
+    m_tree->showFilters(nullptr, nullptr);
 }
 
 // ---- filters ----
@@ -227,33 +255,6 @@ void KvLayerPropManagerDlg::UpdateFiltersTree() {
     m_tree->showFilters(m_manager->GetRootFilter(), m_manager->GetCurrentFilter());
 }
 
-void KvLayerPropManagerDlg::OnTvnSelchangedTree() {
-    HxLyLayerFilter* const filter = m_tree->selectedFilter();
-    if (!filter || filter == m_manager->GetCurrentFilter()) return;
-    m_manager->SetCurrentFilter(filter);
-    UpdateLayerList(true);
-}
-
-// ---- information lines ----
-
-void KvLayerPropManagerDlg::UpdateTotalLayersInfoField(const CStdStr<wchar_t>& filterName) {
-    const ModuleResources resources;
-    const HxLyLayerFilter* const filter = m_manager->GetCurrentFilter();
-    QString name = QString::fromStdWString(filterName);
-    if (name.isEmpty() && filter) name = CKvUiTreeCtrl::displayName(*filter);
-    m_statistics->setText(
-        formatMessage(resourceText(kStrStatistics), {name, QString::number(m_list->rows().rowCount()),
-                                                     QString::number(m_manager->validLayerCount())}));
-}
-
-void KvLayerPropManagerDlg::UpdateCurrentLayerInfoField() {
-    const ModuleResources resources;
-    const HxDbObjectPointer<HxDbLayerTableRecord> layer(
-        m_manager->GetDatabase() ? m_manager->GetDatabase()->clayer() : HxDbObjectId(), HxDb::kForRead);
-    m_currentLayer->setText(formatMessage(resourceText(kStrCurrentLayerLine),
-                                          {layer ? QString::fromWCharArray(layer->name()) : QString()}));
-}
-
 // ---- look ----
 
 void KvLayerPropManagerDlg::UpdateUIStyle() {
@@ -261,6 +262,7 @@ void KvLayerPropManagerDlg::UpdateUIStyle() {
     const bool light = usesLightIcons(m_isPalette);
     m_list->InitImageList(light);
     m_tree->setLight(light);
+    showToolIcons(m_controls, light);
     hxuiApplyStyle(this);
 }
 
@@ -268,11 +270,22 @@ void KvLayerPropManagerDlg::AdjustFrameSize() {
     if (layout()) layout()->activate();
 }
 
+// ---- the end of the dialog; the palette is closed by its panel, not by Esc in its content ----
+
 void KvLayerPropManagerDlg::OnOK() {
-    if (!m_isPalette) HxUiBaseDialog::OnOK();
+    if (m_isPalette) return;
+    hxedSetInvertLayerFilterFlag(m_controls.invert->isChecked());
+    hxedSetUseCurrentFilterFlag(m_manager->GetCurrentFilter() != m_firstFilter);
+    savePlacement();
+    clearRows();
+    m_manager->Commit(false);
+    HxUiBaseDialog::OnOK();
 }
 
-/// The palette is closed by its panel, not by Esc in its content.
 void KvLayerPropManagerDlg::OnCancel() {
-    if (!m_isPalette) HxUiBaseDialog::OnCancel();
+    if (m_isPalette) return;
+    savePlacement();
+    clearRows();
+    m_manager->Cancel();
+    HxUiBaseDialog::OnCancel();
 }

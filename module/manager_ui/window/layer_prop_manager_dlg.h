@@ -1,25 +1,32 @@
 // The content of the layer manager: filter tree, grid, information lines.
 #pragma once
 
+#include "manager_controls.h"
+
 #include "frame/column_settings.h"
 #include "manager_ui/grid/layer_column.h"
 
 #include "hxdbid.h"
+#include "hxdbsymtb.h"
 #include "hxdialog.h"
 
+#include <QAbstractItemDelegate>
+
+#include <functional>
 #include <memory>
 #include <vector>
 
-class CKvUiTreeCtrl;
 class HxDbLayerTableRecord;
-class KvLayerListCtrl;
+class HxLyLayerFilter;
+class HxLyLayerGroup;
+class QTreeWidgetItem;
+class KvLayerData;
 class KvLayerManagerWnd;
 class KvLayerPropManager;
-class QLabel;
-class QSplitter;
 
 /// The Layer Properties Manager. One class for two uses, chosen by setIsPalette before OnInitDialog: the
-/// content of the palette, and a dialog of its own.
+/// content of the palette, which changes the drawing at once, and a dialog of its own, whose changes OK keeps
+/// and Cancel takes back.
 class KvLayerPropManagerDlg : public HxUiBaseDialog {
     Q_OBJECT
 public:
@@ -46,12 +53,31 @@ public:
     void updateCurLayer();
     void UpdateTotalLayersInfoField(const CStdStr<wchar_t>& filterName);
     void UpdateCurrentLayerInfoField();
+    // ---- filters ----
+
     /// Filters from the drawing, then the tree and the rows.
     void ReLoadFilter();
     /// The tree alone, from the manager's filters.
     void UpdateFiltersTree();
+    /// Every filter, as the tree shows them from top to bottom.
+    std::vector<HxLyLayerFilter*> allFilters() const;
+    /// Makes the filter of that name current, here and in the tree.
+    void selectFilter(const wchar_t* name);
+    /// The current filter is a group, and rows are selected that could leave it.
+    bool canRemoveFromGroup() const;
+    void RemoveSelectedFromGroup();
+    /// The selected layers join the group of that name and those that it lies in.
+    void AddSelectedToGroup(const wchar_t* name);
+    /// A new group of the selected layers becomes current.
+    void NewGroupOfSelected();
+    /// When the drawing has more filters than `threshold` and than layers: deletes them, asks, or leaves
+    /// them, as LAYERFILTERALERT says.
+    void CheckLayerFilterNumber(int threshold);
+
     void setLayerDataValid(const HxDbLayerTableRecord* record, bool valid);
     void ClearDlgData();
+    /// Delete and Set current are for layers that are shown.
+    void UpdateTBlayerState();
 
     void InitModelColInfo();
     void InitPaperColInfo();
@@ -59,6 +85,15 @@ public:
     bool GetColInfoFromReg(tagKvLayerListInfo* columns);
     /// Both sets to the profile, the shown one as it is now.
     bool SaveColInfoInReg();
+
+    // ---- placement ----
+
+    /// Takes the positions into the profile: of the splitter alone for the palette.
+    void SaveWindowPos(int x, int y, int width, int height, int split);
+    /// The dialog's rectangle as it was last; false, and nothing set, when it was never kept.
+    bool ReadWindowPos(int& x, int& y, int& width, int& height);
+    /// Columns, rectangle and splitter, as they are now.
+    void savePlacement();
 
     /// Fits its parts into its size.
     void AdjustFrameSize();
@@ -70,9 +105,52 @@ public:
     KvLayerListCtrl& list() const { return *m_list; }
     CKvUiTreeCtrl& tree() const { return *m_tree; }
     KvLayerPropManager* manager() const { return m_manager.get(); }
+    QCheckBox& invertBox() const { return *m_controls.invert; }
 
 public Q_SLOTS:
     void OnTvnSelchangedTree();
+    void OnBnClickedCheckInvertfilter(bool checked);
+    void OnEnChangeEditSearch(const QString& text);
+    void OnSplitterMoved(int position);
+    void OnHdnItemChanged(int column, int before, int now);
+    void collapseFilters();
+    void expandFilters();
+
+    /// Makes a layer that is like the selected one, and asks for its name.
+    void OnButtonNew();
+    /// Erases the selected layers; those that must stay are counted in a message.
+    void OnButtonDelete();
+    /// Makes the layer of the row with the focus current.
+    void OnButtonSetCurrent();
+    /// Moves all objects of the selected layers to another layer, which the user chooses, and erases them.
+    void MergeSelectLayersTo();
+    void OnButtonLayerStatesManager();
+    void OnLayerStateSave();
+
+    // The filter tree and its context menu; all work on the selected filter.
+    void OnDblclkLayerFilterTree(QTreeWidgetItem* item, int column);
+    void OnTvnEndlabeleditLayerFilterTree(QWidget* editor, QAbstractItemDelegate::EndEditHint hint);
+    void ShowContextMenu(const QPoint& at);
+    void OnButtonNewPropertyFilter();
+    void OnButtonNewGroupFilter();
+    void OnMenuNewPropertyFilter();
+    void OnMenuNewGroupFilter();
+    void OnMenuVisibilityOn();
+    void OnMenuVisibilityOff();
+    void OnMenuVisibilityThawed();
+    void OnMenuVisibilityFrozen();
+    void OnMenuLockLock();
+    void OnMenuLockUnlock();
+    void OnMenuViewportFreeze();
+    void OnMenuViewportThaw();
+    /// Freezes every layer that is not in the filter; in the active viewport only.
+    void OnMenuIsolateGroupAllViewports();
+    void OnMenuIsolateGroupActiveViewportOnly();
+    void OnMenuConvertToGroupFilter();
+    void OnMenuFilterRename();
+    /// With the filters nested in it, after a question.
+    void OnMenuFilterDelete();
+
     void OnOK() override;
     void OnCancel() override;
 
@@ -82,9 +160,33 @@ private:
     void initColumns(KvColumnSet set);
     void rememberColumns();
     void resetColumns();
+    void connectControls();
+    void initPlacement();
+    void clearRows();
+    void initOrder();
+    void rememberOrder(int column, bool descending);
+    void showFilterPane(bool show, int width);
+    HxArray<KvLayerData*> shownLayers();
+    void updateInfo();
+    void tellCounts(int text, int selected, int failed);
+    void addToCurrentGroups(const HxDbLayerTableRecord& layer);
+    void setSearch(const QString& text);
     bool isShown(HxDbObjectId layer) const;
     void placeRow(HxDbObjectId layer);
     void reloadFilters(bool keepsCurrent);
+    void connectTree();
+    HxLyLayerFilter* filterNamed(const wchar_t* name) const;
+    void showFilter(HxLyLayerFilter& filter);
+    void filtersChanged();
+    void addToGroup(HxLyLayerGroup* group, const std::vector<HxDbObjectId>& layers);
+    void makeGroup(HxLyLayerFilter& parent, const std::vector<HxDbObjectId>& layers, int undoName);
+    HxLyLayerFilter* parentForNew() const;
+    void removeExcessFilters();
+    void editPropertyFilter(HxLyLayerFilter& filter);
+    std::vector<HxDbObjectId> layersOfFilter(bool inverted) const;
+    void changeFilterLayers(int undoName, const std::function<void(HxDbLayerTableRecord&)>& change);
+    void freezeLayers(int undoName, std::vector<HxDbObjectId> layers);
+    void freezeInViewport(int undoName, bool freeze, const std::vector<HxDbObjectId>& layers);
     KvGridKind gridKind() const { return m_isPalette ? KvGridKind::palette : KvGridKind::dialog; }
 
     HxDbDatabase* m_database;
@@ -95,9 +197,12 @@ private:
     std::vector<tagKvLayerListInfo> m_modelColumns, m_layoutColumns;  ///< as last seen; empty: never shown
     KvColumnSet m_columnSet = KvColumnSet::modelSpace;
 
-    QSplitter* m_splitter = nullptr;
-    CKvUiTreeCtrl* m_tree = nullptr;
+    ManagerControls m_controls;
+    CKvUiTreeCtrl* m_tree = nullptr;  ///< these two of m_controls
     KvLayerListCtrl* m_list = nullptr;
-    QLabel* m_statistics = nullptr;
-    QLabel* m_currentLayer = nullptr;
+    int m_split = 0;  ///< width of the filter pane while it is shown
+    bool m_isPaneShown = true;
+    QString m_search;                          ///< what is searched for; empty: nothing
+    std::unique_ptr<HxLyLayerFilter> m_found;  ///< accepts the names that are searched for
+    HxLyLayerFilter* m_firstFilter = nullptr;  ///< current when the dialog opened; not to be followed
 };

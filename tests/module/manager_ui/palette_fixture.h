@@ -26,6 +26,7 @@ protected:
             return frame;
         });
         DrawingTest::SetUp();
+        QApplication::setActiveWindow(&frame());
     }
     void TearDown() override {
         DrawingTest::TearDown();

@@ -33,7 +33,7 @@ TEST_F(Palette, ShowsEveryLayerOfTheDrawingByName) {
 
 TEST_F(Palette, LayerOpensItUnlessTheDialogIsWanted) {
     run(L"LAYERDLGMODE 0\n");
-    EXPECT_TRUE(contains(run(L"LAYER\n"), L"CLASSICLAYER is not available in this version."));
+    EXPECT_TRUE(contains(run(L"LAYER\nLOOK\nCLICK IDCANCEL\n"), L"IDCANCEL: \"Cancel\""));
     EXPECT_FALSE(panel());
     run(L"LAYERDLGMODE 1\nLAYER\n");
     ASSERT_TRUE(panel());

@@ -1,0 +1,117 @@
+// What the manager does with layers: new, delete, set current, layer states.
+#include "format_message.h"
+#include "layer_prop_manager_dlg.h"
+#include "new_layer.h"
+
+#include "frame/resource_text.h"
+#include "manager_ui/grid/layer_list_ctrl.h"
+#include "manager_ui/grid/layer_list_model.h"
+#include "model/auto_layer_record.h"
+#include "model/edit_guard.h"
+#include "model/layer_data.h"
+#include "model/layer_prop_manager.h"
+
+#include "hxdbdatabase.h"
+#include "hxlyfilter.h"
+#include "hxui.h"
+
+// ---- new ----
+
+void KvLayerPropManagerDlg::OnButtonNew() {
+    const ModuleResources resources;
+    if (!m_list->canEdit()) return;
+    HxDbLayerTableRecord* made = nullptr;
+    {
+        const KvLayerUndoAndLockWorker guard(m_isPalette, ResourceString(kStrUndoNewLayer).c_str());
+        made = makeLayerLikeSelected(*m_list);
+        if (made) addToCurrentGroups(*made);
+    }
+    if (!made) {
+        MessageBox(ResourceString(kStrNewLayerFailed).c_str(), nullptr, MB_OK | MB_ICONWARNING);
+        return;
+    }
+    m_list->placeRow(m_manager->FindLayer(made->objectId()), true);  // seen until the list is made anew
+    updateInfo();
+    m_list->EditLayerName(made);
+}
+
+/// So that it is seen where the user made it.
+void KvLayerPropManagerDlg::addToCurrentGroups(const HxDbLayerTableRecord& layer) {
+    bool added = false;
+    HxLyLayerFilter* filter = m_manager->GetCurrentFilter();
+    for (; filter && filter->isIdFilter(); filter = filter->parent()) {
+        auto* const group = HxLyLayerGroup::cast(filter);
+        added = (group && group->addLayerId(layer.objectId()) == Hx::eOk) || added;
+    }
+    if (added) m_manager->SaveLayerFilters(false);
+}
+
+// ---- delete ----
+
+void KvLayerPropManagerDlg::OnButtonDelete() {
+    const ModuleResources resources;
+    const std::vector<HxDbObjectId> selected = m_list->selectedIds();
+    if (!m_list->canEdit() || selected.empty()) return;
+    int erased = 0;
+    const KvLayerGridView view = m_list->view();
+    {
+        const CStdStr<wchar_t> name = ResourceString(kStrUndoDelete);
+        const KvLayerUndoAndLockWorker guard(m_isPalette, name.c_str());
+        HxUiProgress progress(name.c_str(), static_cast<long long>(selected.size()));
+        m_manager->procLayerUsageData();
+        m_list->ShowLayers({}, false);  // rows point to entries
+        long long done = 0;
+        erased = m_manager->RemoveLayers(selected, [&] { return progress.step(done++); });
+    }
+    UpdateLayerList(false);
+    m_list->restoreView(view);
+    const int kept = static_cast<int>(selected.size()) - erased;
+    if (kept > 0) tellCounts(kStrDeleteSummary, static_cast<int>(selected.size()), kept);
+}
+
+/// A warning with two numbers.
+void KvLayerPropManagerDlg::tellCounts(int text, int selected, int failed) {
+    const QString told =
+        formatMessage(resourceText(text), {QString::number(selected), QString::number(failed)});
+    MessageBox(told.toStdWString().c_str(), nullptr, MB_OK | MB_ICONWARNING);
+}
+
+// ---- set current ----
+
+void KvLayerPropManagerDlg::OnButtonSetCurrent() {
+    const ModuleResources resources;
+    KvLayerData* const layer = m_list->rows().layerAt(m_list->currentIndex().row());
+    if (!layer || !m_list->canEdit()) return;
+    QString refusal;
+    {
+        const KvAutoLayerRecordPtr record(m_list->transactions(), layer, true);
+        if (!record.object()) return;
+        if (record->isFrozen() || record->isDependent()) {
+            refusal =
+                formatMessage(resourceText(kStrSetCurrentRefused), {QString::fromWCharArray(record->name())});
+        }
+    }
+    if (refusal.isEmpty()) {
+        m_list->makeLayerCurrent(layer->layerId());
+    } else {
+        MessageBox(refusal.toStdWString().c_str(), nullptr, MB_OK | MB_ICONWARNING);
+    }
+}
+
+// ---- layer states, which come with another part of the module ----
+
+namespace {
+
+void tellNotAvailable(const CWnd& window, const wchar_t* command) {
+    const ModuleResources resources;
+    CStdStr<wchar_t> text;
+    text.Format(ResourceString(kStrNotAvailable).c_str(), command);
+    window.MessageBox(QString::fromStdWString(text).trimmed().toStdWString().c_str(), nullptr,
+                      MB_OK | MB_ICONINFORMATION);
+}
+
+}  // namespace
+
+void KvLayerPropManagerDlg::OnButtonLayerStatesManager() { tellNotAvailable(*this, L"LAYERSTATE"); }
+
+void KvLayerPropManagerDlg::OnLayerStateSave() { tellNotAvailable(*this, L"LAYERSTATESAVE"); }

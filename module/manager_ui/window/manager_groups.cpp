@@ -1,0 +1,113 @@
+// Layers of the grid in group filters, and filters chosen from outside of the tree.
+#include "layer_prop_manager_dlg.h"
+
+#include "frame/resource_text.h"
+#include "manager_ui/filters/filter_tree_ctrl.h"
+#include "manager_ui/grid/layer_list_ctrl.h"
+#include "model/edit_guard.h"
+#include "model/layer_prop_manager.h"
+
+#include "hxlyfilter.h"
+
+#include <QCheckBox>
+
+namespace {
+
+void appendFilters(HxLyLayerFilter& filter, std::vector<HxLyLayerFilter*>& all) {
+    all.push_back(&filter);
+    for (HxLyLayerFilter* const nested : filter.getNestedFilters()) {
+        appendFilters(*nested, all);
+    }
+}
+
+}  // namespace
+
+std::vector<HxLyLayerFilter*> KvLayerPropManagerDlg::allFilters() const {
+    std::vector<HxLyLayerFilter*> all;
+    if (HxLyLayerFilter* const root = m_manager->GetRootFilter()) appendFilters(*root, all);
+    return all;
+}
+
+HxLyLayerFilter* KvLayerPropManagerDlg::filterNamed(const wchar_t* name) const {
+    HxLyLayerFilter* const root = m_manager->GetRootFilter();
+    return root && root->name() == name ? root : m_manager->FindFilter(name);
+}
+
+void KvLayerPropManagerDlg::selectFilter(const wchar_t* name) {
+    HxLyLayerFilter* const filter = filterNamed(name);
+    if (filter) showFilter(*filter);
+}
+
+/// Marks it in the tree, too.
+void KvLayerPropManagerDlg::showFilter(HxLyLayerFilter& filter) {
+    m_manager->SetCurrentFilter(&filter);
+    UpdateFiltersTree();
+    UpdateLayerList(true);
+}
+
+/// Filters of the tree have changed: they are stored, and shown.
+void KvLayerPropManagerDlg::filtersChanged() {
+    m_manager->SaveLayerFilters(false);
+    UpdateFiltersTree();
+    UpdateLayerList(true);
+}
+
+bool KvLayerPropManagerDlg::canRemoveFromGroup() const {
+    const HxLyLayerFilter* const filter = m_manager->GetCurrentFilter();
+    return filter && filter->isIdFilter() && !m_controls.invert->isChecked() &&
+           !m_list->selectedIds().empty();
+}
+
+void KvLayerPropManagerDlg::RemoveSelectedFromGroup() {
+    auto* const group = HxLyLayerGroup::cast(m_manager->GetCurrentFilter());
+    if (!group || !m_list->canEdit()) return;
+    const ModuleResources resources;
+    const KvLayerUndoAndLockWorker guard(m_isPalette, ResourceString(kStrUndoRemoveFromGroup).c_str());
+    for (const HxDbObjectId layer : m_list->selectedIds()) {
+        group->removeLayerId(layer);
+    }
+    filtersChanged();
+}
+
+void KvLayerPropManagerDlg::AddSelectedToGroup(const wchar_t* name) {
+    addToGroup(HxLyLayerGroup::cast(filterNamed(name)), m_list->selectedIds());
+}
+
+/// What is in a group shows only if it is in the groups around it, too.
+void KvLayerPropManagerDlg::addToGroup(HxLyLayerGroup* group, const std::vector<HxDbObjectId>& layers) {
+    if (!group || layers.empty() || !m_list->canEdit()) return;
+    const ModuleResources resources;
+    const KvLayerUndoAndLockWorker guard(m_isPalette, ResourceString(kStrUndoAddToGroup).c_str());
+    for (HxLyLayerGroup* each = group; each; each = HxLyLayerGroup::cast(each->parent())) {
+        for (const HxDbObjectId layer : layers) {
+            each->addLayerId(layer);
+        }
+    }
+    filtersChanged();
+}
+
+void KvLayerPropManagerDlg::NewGroupOfSelected() {
+    const std::vector<HxDbObjectId> layers = m_list->selectedIds();
+    HxLyLayerFilter* const root = m_manager->GetRootFilter();
+    if (!root || layers.empty() || !m_list->canEdit()) return;
+    makeGroup(*root, layers, kStrUndoNewGroup);
+}
+
+/// It becomes the current filter, and its name is asked for.
+void KvLayerPropManagerDlg::makeGroup(HxLyLayerFilter& parent, const std::vector<HxDbObjectId>& layers,
+                                      int undoName) {
+    const ModuleResources resources;
+    auto made = std::make_unique<HxLyLayerGroup>();
+    for (const HxDbObjectId layer : layers) {
+        made->addLayerId(layer);
+    }
+    const CStdStr<wchar_t> name = m_manager->GetNextFilterName(ResourceString(kStrNewGroupName).c_str());
+    if (made->setName(name.c_str()) != Hx::eOk || parent.addNested(made.get()) != Hx::eOk) return;
+    HxLyLayerGroup* const group = made.release();
+    {
+        const KvLayerUndoAndLockWorker guard(m_isPalette, ResourceString(undoName).c_str());
+        m_manager->SetCurrentFilter(group);
+        filtersChanged();
+    }
+    m_tree->editSelected();
+}

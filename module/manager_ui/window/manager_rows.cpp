@@ -1,0 +1,138 @@
+// Which layers the manager shows: the current filter, the search, their inversion; and the lines that tell.
+#include "format_message.h"
+#include "layer_prop_manager_dlg.h"
+#include "search_edit.h"
+
+#include "frame/resource_text.h"
+#include "manager_ui/filters/filter_tree_ctrl.h"
+#include "manager_ui/grid/layer_list_ctrl.h"
+#include "manager_ui/grid/layer_list_model.h"
+#include "model/auto_layer_record.h"
+#include "model/layer_data.h"
+#include "model/layer_prop_manager.h"
+
+#include "hxlyfilter.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QToolButton>
+
+#include <unordered_set>
+
+namespace {
+
+/// So many changed layers are placed one by one; beyond, all rows are sorted anew.
+constexpr int kMostSinglePlacements = 16;
+
+}  // namespace
+
+// ---- search and inversion ----
+
+void KvLayerPropManagerDlg::OnBnClickedCheckInvertfilter(bool /*checked*/) { UpdateLayerList(true); }
+
+void KvLayerPropManagerDlg::OnEnChangeEditSearch(const QString& text) {
+    if (text == m_search) return;
+    setSearch(text);
+    UpdateLayerList(true);
+}
+
+/// A filter of its own, which the drawing never gets. An expression that cannot be understood finds nothing.
+void KvLayerPropManagerDlg::setSearch(const QString& text) {
+    const ModuleResources resources;
+    m_search = text;
+    m_found.reset();
+    if (text.isEmpty()) return;
+    m_found = std::make_unique<HxLyLayerFilter>();
+    m_found->setName(m_manager->GetNextFilterName(ResourceString(kStrNewFilterName).c_str()).c_str());
+    m_found->setFilterExpression((L"NAME==\"" + text.toStdWString() + L"\"").c_str());
+}
+
+/// Inverted: all layers but those that the filter and the search leave.
+HxArray<KvLayerData*> KvLayerPropManagerDlg::shownLayers() {
+    const HxLyLayerFilter* const filter = m_manager->GetCurrentFilter();
+    const bool inverted = m_controls.invert->isChecked();
+    if (!m_found) return m_manager->GetFilteredLayers(filter, inverted ? 1 : 0);
+    const HxArray<KvLayerData*> found =
+        m_manager->GetFilteredLayers(m_manager->GetFilteredLayers(filter, 0), m_found.get(), 0);
+    if (!inverted) return found;
+    const std::unordered_set<const KvLayerData*> isFound(found.begin(), found.end());
+    HxArray<KvLayerData*> others;
+    for (KvLayerData* const data : m_manager->GetAllLayersRef()) {
+        const bool exists = data->isValid() && !data->layerId().isErased();
+        if (exists && isFound.find(data) == isFound.end()) others.append(data);
+    }
+    return others;
+}
+
+/// The same for one layer.
+bool KvLayerPropManagerDlg::isShown(HxDbObjectId layer) const {
+    KvLayerData* const data = m_manager->FindLayer(layer);
+    if (!data || !data->isValid() || layer.isErased()) return false;
+    const KvAutoLayerRecordPtr record(m_list->transactions(), data, true);
+    const HxLyLayerFilter* const filter = m_manager->GetCurrentFilter();
+    if (!record.object()) return false;
+    const bool accepted =
+        (!filter || filter->filter(record.object())) && (!m_found || m_found->filter(record.object()));
+    return accepted != m_controls.invert->isChecked();
+}
+
+// ---- rows ----
+
+void KvLayerPropManagerDlg::UpdateLayerList(bool keepSelection) {
+    const ModuleResources resources;
+    m_list->ShowLayers(shownLayers(), keepSelection);
+    updateInfo();
+}
+
+void KvLayerPropManagerDlg::updateInfo() {
+    UpdateCurrentLayerInfoField();
+    UpdateTotalLayersInfoField(CStdStr<wchar_t>());
+    UpdateTBlayerState();
+}
+
+/// Puts the layer's row where it belongs, or takes it away.
+void KvLayerPropManagerDlg::placeRow(HxDbObjectId layer) {
+    m_list->placeRow(m_manager->FindLayer(layer), isShown(layer));
+}
+
+void KvLayerPropManagerDlg::UpdateLayerList(const HxArray<HxDbObjectId>& layers) {
+    const ModuleResources resources;
+    for (const HxDbObjectId layer : layers) {
+        const auto* const record = HxDbLayerTableRecord::cast(hxdbObjectPointer(layer));
+        if (record && !layer.isErased()) m_manager->AddToLayers(record);
+    }
+    if (layers.length() > kMostSinglePlacements) {
+        UpdateLayerList(true);
+        return;
+    }
+    for (const HxDbObjectId layer : layers) {
+        placeRow(layer);
+    }
+    updateInfo();
+}
+
+// ---- information lines ----
+
+void KvLayerPropManagerDlg::UpdateTotalLayersInfoField(const CStdStr<wchar_t>& filterName) {
+    const ModuleResources resources;
+    const HxLyLayerFilter* const filter = m_manager->GetCurrentFilter();
+    QString name = QString::fromStdWString(filterName);
+    if (name.isEmpty() && filter) name = CKvUiTreeCtrl::displayName(*filter);
+    m_controls.statistics->setText(
+        formatMessage(resourceText(kStrStatistics), {name, QString::number(m_list->rows().rowCount()),
+                                                     QString::number(m_manager->validLayerCount())}));
+}
+
+void KvLayerPropManagerDlg::UpdateCurrentLayerInfoField() {
+    const ModuleResources resources;
+    const HxDbObjectPointer<HxDbLayerTableRecord> layer(
+        m_manager->GetDatabase() ? m_manager->GetDatabase()->clayer() : HxDbObjectId(), HxDb::kForRead);
+    m_controls.currentLayer->setText(formatMessage(
+        resourceText(kStrCurrentLayerLine), {layer ? QString::fromWCharArray(layer->name()) : QString()}));
+}
+
+void KvLayerPropManagerDlg::UpdateTBlayerState() {
+    const bool hasRows = m_list->rows().rowCount() > 0;
+    m_controls.buttons[kButtonDelete]->setEnabled(hasRows);
+    m_controls.buttons[kButtonSetCurrent]->setEnabled(hasRows);
+}
