@@ -109,7 +109,9 @@ List<QWidget> buttonsWithText(const List<QWidget>& widgets, const QString& text)
 
 QWidget* wellKnown(const QString& name) {
     if (name == QLatin1String("focus")) {
-        return QApplication::focusWidget();
+        // Where no window manager makes a window active again after a menu, its own focus counts.
+        QWidget* const focused = QApplication::focusWidget();
+        return focused || !topmostWindow() ? focused : topmostWindow()->focusWidget();
     }
     if (name == QLatin1String("menu")) {
         return qobject_cast<QMenu*>(QApplication::activePopupWidget());

@@ -30,7 +30,6 @@ public:
     QAction* add(QMenu& menu, int number, const QString& text) {
         QAction* const action = menu.addAction(text);
         action->setObjectName(QString::number(number));
-        QObject::connect(action, SIGNAL(triggered()), &m_grid, SLOT(MenuPick()));
         return action;
     }
     QAction* add(int number, KvString text) { return add(m_menu, number, resourceText(text)); }
@@ -99,13 +98,14 @@ void KvLayerListCtrl::contextMenuEvent(QContextMenuEvent* event) {
     if (selected > 0) maker.addViewportMenu();
     maker.addFilterMenus(*m_dialog);
     if (m_dialog->canRemoveFromGroup()) maker.add(kMenuRemoveFromGroup, kStrMenuRemoveFromGroup);
-    menu.exec(event->globalPos());
+    m_picked = menu.exec(event->globalPos());
+    MenuPick();  // now that the menu has given the keyboard back
+    m_picked = nullptr;
 }
 
 void KvLayerListCtrl::MenuPick() {
-    const auto* const action = qobject_cast<QAction*>(sender());
-    if (!action || !m_dialog) return;
-    const int number = action->objectName().toInt();
+    if (!m_picked || !m_dialog) return;
+    const int number = m_picked->objectName().toInt();
     switch (number) {
     case kMenuSetCurrent: return m_dialog->OnButtonSetCurrent();
     case kMenuNew: return m_dialog->OnButtonNew();
@@ -129,7 +129,7 @@ void KvLayerListCtrl::MenuPick() {
     default: break;
     }
     if (!m_manager || number < kMenuFirstFilter) return;
-    const std::wstring name = action->data().toString().toStdWString();
+    const std::wstring name = m_picked->data().toString().toStdWString();
     if (number < kMenuFirstGroup) {
         m_dialog->selectFilter(name.c_str());
     } else {

@@ -19,6 +19,7 @@ class KvLayerData;
 class KvLayerListModel;
 class KvLayerPropManager;
 class KvLayerPropManagerDlg;
+class QAction;
 
 /// What the user sees of a grid's rows: found again by the layers' ids after a reload.
 struct KvLayerGridView {
@@ -135,7 +136,7 @@ public Q_SLOTS:
     bool OnLvnBeginlabeledit(int row, int column);
     /// The editor closes: what was typed becomes the layer's name or description, unless it was given up.
     void OnLvnEndlabeledit(QWidget* editor, QAbstractItemDelegate::EndEditHint hint);
-    /// Carries out the action of the context menu that sent it.
+    /// Carries out the action that was picked in the context menu.
     void MenuPick();
 
 protected:
@@ -176,6 +177,7 @@ private:
 
     KvLayerListModel* m_model;
     KvLayerPropManagerDlg* m_dialog = nullptr;
+    const QAction* m_picked = nullptr;  ///< while it is carried out
     QPersistentModelIndex m_pressed;  ///< the cell that the left button went down on, when its release clicks
     HxDbObjectId m_edited;            ///< the layer whose editor is open
     int m_editedColumn = -1;

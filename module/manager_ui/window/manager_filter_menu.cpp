@@ -73,7 +73,8 @@ void KvLayerPropManagerDlg::ShowContextMenu(const QPoint& at) {
     delete menu->findChild<QAction*>("IDM_MODIFY_FILTER");
     for (const MenuRow& row : kMenu) {
         if (auto* const action = menu->findChild<QAction*>(row.action)) {
-            connect(action, SIGNAL(triggered()), row.slot);
+            // Later, when the menu has given the keyboard back.
+            connect(action, SIGNAL(triggered()), this, row.slot, Qt::QueuedConnection);
         }
     }
     enableItems(*menu, *filter, *document->database());
