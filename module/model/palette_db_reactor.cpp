@@ -55,6 +55,14 @@ void KvLayerPaletteDbReactor::objectReAppended(const HxDbDatabase* database, con
     }
 }
 
+void KvLayerPaletteDbReactor::objectModified(const HxDbDatabase* database, const HxDbObject* object) {
+    KvLayerPaletteMarks* const palette = visiblePalette();
+    if (!palette || !database || !object) return;
+    const HxDbObject* const holder =
+        HxDbXrecord::cast(object) ? hxdbObjectPointer(object->ownerId()) : object;
+    if (isFilterDictionary(*database, holder)) palette->SetDirtyNeedRefreshFilter();
+}
+
 void KvLayerPaletteDbReactor::objectErased(const HxDbDatabase* database, const HxDbObject* object,
                                            bool erased) {
     if (erased) {
