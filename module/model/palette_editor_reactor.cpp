@@ -101,7 +101,8 @@ void KvLayerPaletteEditorReactor::sysVarChanged(const wchar_t* name, bool /*succ
         if (palette && is(name, row.name)) row.changed(*palette);
     }
     const KvLayerPaletteDocReactor* const documents = paletteDocReactor();
-    if (is(name, L"TILEMODE") && documents && documents->context()) {
+    const bool isOtherViewport = is(name, L"TILEMODE") || is(name, L"CVPORT");
+    if (isOtherViewport && documents && documents->context()) {
         documents->context()->followViewport(curDocDatabase());
     }
 }

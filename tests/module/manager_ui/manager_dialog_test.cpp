@@ -3,27 +3,11 @@
 
 #include "manager_ui/grid/layer_column.h"
 
-#include <QFile>
-
 namespace korvex::test {
 namespace {
 
 class ManagerDialog : public PaletteTest {
 protected:
-    /// What a save of the drawing writes, but for the time of saving.
-    QByteArray bytes() {
-        run(L"SAVEAS " + path("now.dxf") + L"\n");
-        QFile file(QString::fromStdWString(path("now.dxf")));
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        QByteArray text = file.readAll();
-        for (const char* const name : {"$TDUPDATE", "$TDUUPDATE", "$TDINDWG", "$TDUSRTIMER"}) {
-            const int at = text.indexOf(name);
-            if (at < 0) continue;
-            const int value = text.indexOf('\n', text.indexOf('\n', at) + 1) + 1;
-            text.remove(value, text.indexOf('\n', value) - value);
-        }
-        return text;
-    }
     std::wstring dialog(const std::wstring& actions) { return run(L"CLASSICLAYER\n" + actions); }
 };
 

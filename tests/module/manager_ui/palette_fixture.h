@@ -7,6 +7,7 @@
 #include "sdk/hxdock.h"
 #include "sdk/hxui.h"
 
+#include <QFile>
 #include <QHeaderView>
 #include <QTableView>
 
@@ -47,6 +48,21 @@ protected:
         QCoreApplication::processEvents();
         frame().notifyIdle();
         QCoreApplication::processEvents();
+    }
+
+    /// What a save of the drawing writes, but for the time of saving.
+    QByteArray bytes() {
+        run(L"SAVEAS " + path("now.dxf") + L"\n");
+        QFile file(QString::fromStdWString(path("now.dxf")));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        QByteArray text = file.readAll();
+        for (const char* const name : {"$TDUPDATE", "$TDUUPDATE", "$TDINDWG", "$TDUSRTIMER"}) {
+            const int at = text.indexOf(name);
+            if (at < 0) continue;
+            const int value = text.indexOf('\n', text.indexOf('\n', at) + 1) + 1;
+            text.remove(value, text.indexOf('\n', value) - value);
+        }
+        return text;
     }
 
     Row rowAt(int row) {
