@@ -35,6 +35,8 @@ public:
                point(17, 0, 0) + group(42, 50) + group(43, 0) + group(44, 0) + group(45, size) +
                group(50, 0) + group(51, 0) + group(72, 100) + group(90, 32800);
     }
+    /// Layers have plot styles of their own: "Normal" at first; "Screened" is another one.
+    void useNamedPlotStyles() { m_namedPlotStyles = true; }
     void model(const Body& body) { m_model += body; }
     void paper(const Body& body) { m_paper += body; }
     void block(const std::string& name, const Body& body) {
@@ -104,7 +106,8 @@ private:
         return section("HEADER", group(9, "$ACADVER") + group(1, "AC1015") + group(9, "$DWGCODEPAGE") +
                                      group(3, "ANSI_1252") + group(9, "$HANDSEED") + group(5, "FFFF") +
                                      group(9, "$CLAYER") + group(8, m_currentLayer) + group(9, "$TILEMODE") +
-                                     group(70, 1));
+                                     group(70, 1) + group(9, "$PSTYLEMODE") +
+                                     group(290, m_namedPlotStyles ? 0 : 1));
     }
     static std::string table(const std::string& name, const std::string& handle, const std::string& records) {
         return group(0, "TABLE") + group(2, name) + group(5, handle) + group(330, "0") +
@@ -139,15 +142,26 @@ private:
                group(1, "") + group(100, "AcDbLayout") + group(1, name) + group(70, 1) + group(71, order) +
                group(330, block);
     }
-    static std::string objects() {
+    static std::string plotStyles(const std::string& marker) {
+        return group(0, "ACDBDICTIONARYWDFLT") + group(5, "E") + group(330, "C") + marker +
+               group(3, "Normal") + group(350, "F") + group(3, "Screened") + group(350, "D") +
+               group(100, "AcDbDictionaryWithDefault") + group(340, "F") + group(0, "ACDBPLACEHOLDER") +
+               group(5, "F") + group(330, "E") + group(0, "ACDBPLACEHOLDER") + group(5, "D") +
+               group(330, "E");
+    }
+    std::string objects() const {
         const std::string marker = group(100, "AcDbDictionary") + group(281, 1);
+        const std::string styleEntry =
+            m_namedPlotStyles ? group(3, "ACAD_PLOTSTYLENAME") + group(350, "E") : "";
         return group(0, "DICTIONARY") + group(5, "C") + group(330, "0") + marker + group(3, "ACAD_LAYOUT") +
-               group(350, "1A") + group(0, "DICTIONARY") + group(5, "1A") + group(330, "C") + marker +
-               group(3, "Layout1") + group(350, "1E") + group(3, "Model") + group(350, "22") +
-               layout("1E", "Layout1", 1, "1B") + layout("22", "Model", 0, "1F");
+               group(350, "1A") + styleEntry + (m_namedPlotStyles ? plotStyles(marker) : "") +
+               group(0, "DICTIONARY") + group(5, "1A") + group(330, "C") + marker + group(3, "Layout1") +
+               group(350, "1E") + group(3, "Model") + group(350, "22") + layout("1E", "Layout1", 1, "1B") +
+               layout("22", "Model", 0, "1F");
     }
 
     std::string m_currentLayer;
+    bool m_namedPlotStyles = false;
     std::map<std::string, std::string> m_layers;  ///< by name, the handles
     std::string m_blocks, m_records, m_model, m_paper;
     int m_nextHandle = 0x100;

@@ -7,6 +7,7 @@
 #include "sdk/hxdbentity.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace korvex {
 
@@ -100,11 +101,9 @@ std::wstring namesOf(const std::vector<HxDbObjectId>& layers) {
 /// Moves what is on the layers; how many objects could not be moved.
 std::size_t moveObjects(const std::vector<HxDbObjectId>& sources, HxDbObjectId target) {
     std::size_t failed = 0;
-    const auto isSource = [&](HxDbStub* layer) {
-        return layer && std::find(sources.begin(), sources.end(), HxDbObjectId(layer)) != sources.end();
-    };
+    const std::unordered_set<HxDbObjectId> merged(sources.begin(), sources.end());
     const auto move = [&](HxDbStub* stub) {
-        if (stub && isAlive(*stub) && isSource(layerOf(*stub))) {
+        if (stub && isAlive(*stub) && merged.count(HxDbObjectId(layerOf(*stub))) != 0) {
             const HxDbObjectPointer<HxDbEntity> entity(HxDbObjectId(stub), HxDb::kForWrite);
             failed += entity && entity->setLayer(target) == Hx::eOk ? 0 : 1;
         }

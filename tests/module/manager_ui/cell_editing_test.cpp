@@ -179,6 +179,26 @@ TEST_F(CellEditing, PlotStylesThatFollowColorsHaveNoPicker) {
     EXPECT_EQ(failures, Lines());
 }
 
+TEST_F(CellEditing, NamedPlotStylesArePicked) {
+    SmallDrawing drawing;
+    drawing.useNamedPlotStyles();
+    drawing.model(drawing.line("A", 0, 0, 1, 0) + drawing.line("B", 0, 1, 1, 1));
+    drawing.paper(drawing.viewport(1, 150, 100, 300, 150, 100) + drawing.viewport(2, 100, 100, 100, 5, 0));
+    write("styles.dxf", drawing.text());
+    open("styles.dxf");
+    run(L"LAYOUT S Layout1\nMSPACE\n");
+    idle();
+    select({"A", "B"});
+    EXPECT_EQ(row("A")[kColPlotStyle], "Normal");
+    clickAnd(L"B,Plot Style", L"CHOOSE IDC_PLOTSTYLE_LIST Screened\nCLICK IDOK\n");
+    EXPECT_EQ(cells({"A", "B", "0"}, kColPlotStyle), (QStringList{"Screened", "Screened", "Normal"}));
+    clickAnd(L"B,VP Plot Style", L"CHOOSE IDC_PLOTSTYLE_LIST Normal\nCLICK IDOK\n");
+    idle();
+    EXPECT_EQ(cells({"A", "B"}, kColVpPlotStyle), (QStringList{"Normal", "Normal"}));
+    EXPECT_EQ(cells({"A", "B"}, kColPlotStyle), (QStringList{"Screened", "Screened"}));
+    EXPECT_EQ(failures, Lines());
+}
+
 TEST_F(CellEditing, LayersThatOthersHaveOpenAreLeftOut) {
     select({"NOTES", "WALLS"});
     {
@@ -313,6 +333,62 @@ protected:
         idle();
     }
 };
+
+TEST_F(ViewportEditing, EveryPropertyHasItsCommand) {
+    select({"NOTES", "WALLS"});
+    const auto both = [this](int column) {
+        idle();
+        const Row notes = row("NOTES");
+        EXPECT_EQ(notes[column], row("WALLS")[column]);
+        EXPECT_NE(notes[kColStatus].indexOf("overrides"), -1);
+        EXPECT_EQ(row("TOP")[kColStatus], "In use");
+        return notes[column];
+    };
+    clickAnd(L"WALLS,VP Color", L"PRESS IDC_COLOR_TEXT Ctrl+A\nTYPE IDC_COLOR_TEXT 42\nCLICK IDOK\n");
+    EXPECT_EQ(both(kColVpColor), "Color 42");
+    clickAnd(L"WALLS,VP Color", L"CLICK IDC_COLOR_TABS Color Books\nCLICK IDC_COLOR_BOOK_COLORS 3\n"
+                                L"CLICK IDOK\n");
+    EXPECT_EQ(both(kColVpColor), "209,209,209");  // drawings keep no book names of overrides
+    clickAnd(L"WALLS,VP Lineweight", L"CHOOSE IDC_LW_LIST Default\nCLICK IDOK\n");
+    EXPECT_EQ(both(kColVpLineweight), "Default");
+    run(L"LWUNITS 0\n");
+    clickAnd(L"WALLS,VP Lineweight", L"CLICK IDC_LW_LIST 9\nCLICK IDOK\n");
+    EXPECT_EQ(both(kColVpLineweight), "0.010 \"");
+    run(L"LWUNITS 1\nREGEN\n");
+    const HxDbObjectPointer<HxDbLayerTableRecord> walls(layer(L"WALLS"), HxDb::kForRead);
+    bool isOverride = false;
+    EXPECT_EQ(walls->lineWeight(hxedGetCurViewportObjectId(), isOverride), 25);
+    clickAnd(L"WALLS,VP Linetype", L"CLICK IDC_LINETYPE_LOAD\nCLICK IDC_LINETYPE_AVAILABLE 2\nCLICK IDOK\n"
+                                   L"CLICK IDC_LINETYPE_LIST 2\nCLICK IDOK\n");
+    EXPECT_NE(both(kColVpLinetype), "Continuous");
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(ViewportEditing, ViewportItemsOfTheMenuWorkOnTheSelectedLayers) {
+    const auto pick = [this](const wchar_t* item) {
+        run(std::wstring(L"CLICK IDC_LIST_LAYERS_LIST right \"WALLS,Name\"\nCHOOSE menu \"Viewport/") + item +
+            L"\"\n");
+        idle();
+    };
+    run(L"-LAYER N Odd\u0020one#\n\nVPLAYER COLOR 1 WALLS,NOTES\n\n\n");
+    idle();
+    select({"Odd one#", "WALLS"});
+    pick(L"Freeze in All Viewports");
+    EXPECT_EQ(frozenHere(), (Names{L"Odd one#", L"WALLS"}));
+    run(L"U\n");
+    EXPECT_EQ(frozenHere(), Names()) << "one step";
+    pick(L"Freeze in All Viewports Except Current");
+    EXPECT_EQ(frozenHere(), Names());
+    pick(L"Remove Overrides in Current Viewport");
+    EXPECT_EQ(row("WALLS")[kColVpColor], "White");
+    EXPECT_EQ(row("NOTES")[kColVpColor], "Red");
+    run(L"VPLAYER COLOR 1 WALLS\n\n\n");
+    idle();
+    EXPECT_EQ(row("WALLS")[kColVpColor], "Red");
+    pick(L"Remove Overrides in All Viewports");
+    EXPECT_EQ(row("WALLS")[kColVpColor], "White");
+    EXPECT_EQ(failures, Lines());
+}
 
 TEST_F(ViewportEditing, FreezesInTheActiveViewport) {
     select({"NOTES", "WALLS"});
