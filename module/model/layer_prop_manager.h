@@ -129,7 +129,7 @@ private:
     T* got(HxDbObjectId id, HxDb::OpenMode mode, Hx::ErrorStatus* status = nullptr) const;
     void listRecord(const HxDbLayerTableRecord* record);
     KvLayerData* entryOf(const HxDbLayerTableRecord* record) const;
-    bool hasEntryNamed(const wchar_t* name) const;
+    bool hasErasedEntryNamed(const wchar_t* name) const;
     CStdStr<wchar_t> nextLayerName(const HxDbLayerTable& table) const;
     Hx::ErrorStatus eraseLayer(HxDbObjectId id);
     static Hx::ErrorStatus eraseRecord(HxDbLayerTableRecord& record);

@@ -171,8 +171,10 @@ HxArray<KvLayerData*> KvLayerPropManager::GetFilteredLayers(const HxArray<KvLaye
     return accepted;
 }
 
-bool KvLayerPropManager::hasEntryNamed(const wchar_t* name) const {
+/// Of entries whose layers are erased: the table knows the others.
+bool KvLayerPropManager::hasErasedEntryNamed(const wchar_t* name) const {
     return std::any_of(m_layers.begin(), m_layers.end(), [name](KvLayerData* data) {
+        if (!data->layerId().isErased()) return false;
         const KvAutoLayerRecordPtr record(data, true);
         return record.object() && std::wcscmp(record->name(), name) == 0;
     });
@@ -186,7 +188,7 @@ CStdStr<wchar_t> KvLayerPropManager::nextLayerName(const HxDbLayerTable& table) 
     int number = 0;
     do {
         name.Format(pattern.c_str(), ++number);
-    } while (table.has(name.c_str()) || hasEntryNamed(name.c_str()));
+    } while (table.has(name.c_str()) || hasErasedEntryNamed(name.c_str()));
     return name;
 }
 

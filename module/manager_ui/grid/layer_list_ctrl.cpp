@@ -176,6 +176,15 @@ void KvLayerListCtrl::ShowLayers(const HxArray<KvLayerData*>& layers, bool keepS
     if (keepSelection) restoreView(before);
 }
 
+std::vector<HxDbObjectId> KvLayerListCtrl::order() const {
+    std::vector<HxDbObjectId> ids;
+    ids.reserve(m_model->layers().size());
+    for (const KvLayerData* const layer : m_model->layers()) {
+        ids.push_back(layer->layerId());
+    }
+    return ids;
+}
+
 KvLayerGridView KvLayerListCtrl::view() const {
     KvLayerGridView view;
     view.selected = selectedIds();
@@ -208,7 +217,7 @@ void KvLayerListCtrl::placeRow(KvLayerData* layer, bool shown) {
         m_model->removeRowAt(row);
         return;
     }
-    const MyComp comparison = order();
+    const MyComp comparison = this->comparison();
     const KvLayerSortKey key = comparison.keyOf(layer);
     const auto isBefore = [&](int other) {
         return comparison.lessthan(comparison.keyOf(m_model->layerAt(other)), key);
@@ -343,13 +352,13 @@ HxDbTransactionManager* KvLayerListCtrl::transactions() const {
 
 // ---- order ----
 
-MyComp KvLayerListCtrl::order() const {
+MyComp KvLayerListCtrl::comparison() const {
     const int column = horizontalHeader()->logicalIndex(m_sortColumn);
     return MyComp(column < 0 ? m_sortColumn : column, m_ascending, this);
 }
 
 std::vector<KvLayerData*> KvLayerListCtrl::sortedLayers(std::vector<KvLayerData*> layers) const {
-    if (layers.size() > 1 && GetDatabase()) sortLayers(layers, order());
+    if (layers.size() > 1 && GetDatabase()) sortLayers(layers, comparison());
     return layers;
 }
 

@@ -63,6 +63,9 @@ public:
     /// Gives the layer its row at its place in the order, filled anew, or takes the row away. Null is fine.
     void placeRow(KvLayerData* layer, bool shown);
 
+    /// The layers of all rows, from top to bottom.
+    std::vector<HxDbObjectId> order() const;
+
     KvLayerGridView view() const;
     /// The view, and no rows.
     KvLayerGridView takeView();
@@ -155,7 +158,7 @@ protected:
 private:
     int usualRowHeight() const;
     bool fill(KvLayerData* layer, KvLayerCells& cells);
-    class MyComp order() const;
+    class MyComp comparison() const;
     std::vector<KvLayerData*> sortedLayers(std::vector<KvLayerData*> layers) const;
     void selectRows(const std::vector<HxDbObjectId>& ids);
     void selectRowNumbers(const std::vector<int>& rows);  ///< ascending

@@ -169,6 +169,7 @@ private:
     HxArray<KvLayerData*> shownLayers();
     void updateInfo();
     void tellCounts(int text, int selected, int failed);
+    void showInOrder(const std::vector<HxDbObjectId>& layers);
     void addToCurrentGroups(const HxDbLayerTableRecord& layer);
     void setSearch(const QString& text);
     bool isShown(HxDbObjectId layer) const;

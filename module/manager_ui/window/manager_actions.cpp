@@ -54,6 +54,7 @@ void KvLayerPropManagerDlg::OnButtonDelete() {
     if (!m_list->canEdit() || selected.empty()) return;
     int erased = 0;
     const KvLayerGridView view = m_list->view();
+    const std::vector<HxDbObjectId> order = m_list->order();
     {
         const CStdStr<wchar_t> name = ResourceString(kStrUndoDelete);
         const KvLayerUndoAndLockWorker guard(m_isPalette, name.c_str());
@@ -63,10 +64,21 @@ void KvLayerPropManagerDlg::OnButtonDelete() {
         long long done = 0;
         erased = m_manager->RemoveLayers(selected, [&] { return progress.step(done++); });
     }
-    UpdateLayerList(false);
+    showInOrder(order);
     m_list->restoreView(view);
     const int kept = static_cast<int>(selected.size()) - erased;
     if (kept > 0) tellCounts(kStrDeleteSummary, static_cast<int>(selected.size()), kept);
+}
+
+/// Those that there still are.
+void KvLayerPropManagerDlg::showInOrder(const std::vector<HxDbObjectId>& layers) {
+    std::vector<KvLayerData*> rows;
+    rows.reserve(layers.size());
+    for (const HxDbObjectId layer : layers) {
+        if (KvLayerData* const data = m_manager->FindLayer(layer)) rows.push_back(data);
+    }
+    m_list->rows().setLayers(std::move(rows));
+    updateInfo();
 }
 
 /// A warning with two numbers.

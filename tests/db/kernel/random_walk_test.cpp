@@ -6,6 +6,7 @@
 #include "sdk/hxads.h"
 #include "sdk/hxdbdict.h"
 #include "sdk/hxdbentity.h"
+#include "tests/walk_seed.h"
 
 #include <gtest/gtest.h>
 #include <random>
@@ -338,20 +339,9 @@ private:
 
 class RandomWalk : public ::testing::TestWithParam<const char*> {};
 
-/// The same walks every time, unless KORVEX_WALK_SEED names another first seed or says "random".
-std::uint32_t firstSeed() {
-    constexpr std::uint32_t kUsual = 1;
-    const char* wanted = std::getenv("KORVEX_WALK_SEED");
-    if (!wanted) {
-        return kUsual;
-    }
-    return std::string(wanted) == "random" ? std::random_device()()
-                                           : static_cast<std::uint32_t>(std::stoul(wanted));
-}
-
 TEST_P(RandomWalk, AlwaysComesBackToTheSameBytes) {
     constexpr std::uint32_t kWalks = 5;
-    const std::uint32_t first = firstSeed();
+    const std::uint32_t first = walkSeed(1);
     std::printf("seeds from %u\n", first);
     for (std::uint32_t seed = first; seed != first + kWalks && !HasFailure(); ++seed) {
         SCOPED_TRACE("KORVEX_WALK_SEED=" + std::to_string(seed));

@@ -1,6 +1,7 @@
 // Whatever is edited in the layer manager, in whatever order: the grid shows what the drawing holds, and undo
 // or Cancel bring back the drawing byte for byte.
 #include "tests/module/manager_ui/palette_fixture.h"
+#include "tests/walk_seed.h"
 
 #include <random>
 
@@ -9,7 +10,8 @@ namespace {
 
 class ManagerWalk : public PaletteTest {
 protected:
-    std::mt19937 random{20261126};
+    const std::uint32_t seed = walkSeed(20261126);
+    std::mt19937 random{seed};
 
     std::size_t upTo(std::size_t most) { return 1 + random() % most; }
     std::wstring number(std::size_t most) { return std::to_wstring(upTo(most)); }
@@ -97,6 +99,7 @@ protected:
 };
 
 TEST_F(ManagerWalk, ThePaletteAgreesWithTheDrawingAndUndoTakesAllBack) {
+    SCOPED_TRACE("KORVEX_WALK_SEED=" + std::to_string(seed));
     const QByteArray before = bytes();
     run(L"LAYOUT S Layout1\nMSPACE\n");
     showPalette();
@@ -111,6 +114,7 @@ TEST_F(ManagerWalk, ThePaletteAgreesWithTheDrawingAndUndoTakesAllBack) {
 }
 
 TEST_F(ManagerWalk, CancelTakesAllBack) {
+    SCOPED_TRACE("KORVEX_WALK_SEED=" + std::to_string(seed));
     run(L"LAYOUT S Layout1\nMSPACE\n");
     const QByteArray before = bytes();
     for (int round = 0; round < 6; ++round) {

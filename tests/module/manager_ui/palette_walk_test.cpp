@@ -1,5 +1,6 @@
 // Whatever happens outside of the palette: at every idle it shows what a palette that is loaded afresh shows.
 #include "tests/module/manager_ui/palette_fixture.h"
+#include "tests/walk_seed.h"
 
 #include <random>
 
@@ -12,7 +13,8 @@ protected:
         PaletteTest::SetUp();
         define(L"CHANGE", [this] { m_change(); });
     }
-    std::mt19937 random{20261125};
+    const std::uint32_t seed = walkSeed(20261125);
+    std::mt19937 random{seed};
 
     template <class T>
     const T& any(const std::vector<T>& items) {
@@ -105,6 +107,7 @@ private:
 };
 
 TEST_F(PaletteWalk, TheGridEqualsAFreshReload) {
+    SCOPED_TRACE("KORVEX_WALK_SEED=" + std::to_string(seed));
     showPalette();
     for (int i = 0; i < 400; ++i) {
         for (std::size_t steps = 1 + random() % 3; steps > 0; --steps) {

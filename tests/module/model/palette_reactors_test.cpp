@@ -181,8 +181,8 @@ TEST_F(PaletteReactors, FollowTheViewportOfALayoutAlsoWhileThePaletteIsHidden) {
     palette->visible = false;
     EXPECT_EQ(tellsOf(L"LAYOUT S Layout1\nMSPACE\nPSPACE\n"), Told{});
     EXPECT_TRUE(isFollowed(hxedGetCurViewportObjectId()));
-    EXPECT_EQ(tellsOf(L"MSPACE\nVPLAYER Freeze WALLS\nCurrent\n\n"), Told{})
-        << "of a viewport not yet followed";
+    EXPECT_EQ(tellsOf(L"MSPACE\nVPLAYER Freeze WALLS\nCurrent\n\n"), Told{"list"});
+    EXPECT_TRUE(isFollowed(hxedGetCurViewportObjectId()));
     run(L"TILEMODE 1\nTILEMODE 0\nMSPACE\nTILEMODE 1\n");
 }
 
