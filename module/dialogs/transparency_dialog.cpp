@@ -11,6 +11,7 @@
 namespace {
 
 constexpr int kMostPercent = 90;
+constexpr int kFieldAlpha = 90;  ///< of the darker fields, so that both themes have light and dark ones
 
 /// Something to see through: a checked ground with a bar on it.
 QPixmap previewOf(QSize size, qreal ratio, int percent, const QPalette& palette) {
@@ -19,9 +20,11 @@ QPixmap previewOf(QSize size, qreal ratio, int percent, const QPalette& palette)
     preview.setDevicePixelRatio(ratio);
     preview.fill(palette.color(QPalette::Base));
     QPainter painter(&preview);
+    QColor fields = palette.color(QPalette::Text);
+    fields.setAlpha(kFieldAlpha);
     for (int y = 0; y < size.height(); y += kField) {
         for (int x = y / kField % 2 * kField; x < size.width(); x += 2 * kField) {
-            painter.fillRect(x, y, kField, kField, palette.color(QPalette::Mid));
+            painter.fillRect(x, y, kField, kField, fields);
         }
     }
     painter.setOpacity(1 - percent / 100.0);

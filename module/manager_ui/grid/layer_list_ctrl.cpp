@@ -190,7 +190,9 @@ KvLayerGridView KvLayerListCtrl::view() const {
     view.selected = selectedIds();
     if (const KvLayerData* const layer = m_model->layerAt(currentIndex().row()))
         view.current = layer->layerId();
+    view.column = std::max(currentIndex().column(), 0);
     view.top = verticalScrollBar()->value();
+    view.left = horizontalScrollBar()->value();
     return view;
 }
 
@@ -203,10 +205,12 @@ KvLayerGridView KvLayerListCtrl::takeView() {
 void KvLayerListCtrl::restoreView(const KvLayerGridView& view) {
     const int row = m_model->rowOf(view.current);
     if (row >= 0) {
-        selectionModel()->setCurrentIndex(m_model->index(row, kColName), QItemSelectionModel::NoUpdate);
+        const int column = std::min(view.column, m_model->columnCount() - 1);
+        selectionModel()->setCurrentIndex(m_model->index(row, column), QItemSelectionModel::NoUpdate);
     }
     selectRows(view.selected);
     verticalScrollBar()->setValue(view.top);
+    horizontalScrollBar()->setValue(view.left);
 }
 
 /// A row that stands right stays; its neighbours tell.

@@ -25,7 +25,9 @@ class QAction;
 struct KvLayerGridView {
     std::vector<HxDbObjectId> selected;
     HxDbObjectId current;  ///< the row with the focus
-    int top = 0;
+    int column = 1;        ///< of the cell with the focus
+    int top = 0;           ///< how far it is scrolled
+    int left = 0;
 };
 
 /// One row a layer, one column a property, for a palette or a dialog. The layers are the manager's: before it

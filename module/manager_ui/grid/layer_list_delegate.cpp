@@ -51,13 +51,23 @@ int drawPayload(QPainter& painter, const QRect& cell, const QVariant& payload, c
     return kMargin;
 }
 
+/// A part of one colour, the rest of another.
+QColor mixed(const QColor& a, const QColor& b, double part) {
+    const auto mix = [part](int x, int y) { return static_cast<int>(x * part + y * (1 - part)); };
+    return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
+}
+
+/// Selected rows are pale, so that icons and grey texts can be told from them.
+void paleSelection(QPalette& palette) {
+    constexpr double kStrength = 0.32;
+    palette.setColor(QPalette::Highlight,
+                     mixed(palette.color(QPalette::Active, QPalette::Highlight),
+                           palette.color(QPalette::Active, QPalette::Base), kStrength));
+}
+
 QColor inkOf(const QStyleOptionViewItem& option, bool overridden, bool greyed) {
     if (greyed) return option.palette.color(QPalette::Disabled, QPalette::Text);
-    if (overridden) return Qt::black;
-    const bool selected = option.state & QStyle::State_Selected;
-    const QPalette::ColorGroup group =
-        option.state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
-    return option.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text);
+    return overridden ? QColor(Qt::black) : option.palette.color(QPalette::Active, QPalette::Text);
 }
 
 }  // namespace
@@ -65,6 +75,7 @@ QColor inkOf(const QStyleOptionViewItem& option, bool overridden, bool greyed) {
 void KvLayerListCtrlItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& given,
                                         const QModelIndex& index) const {
     QStyleOptionViewItem option = given;
+    paleSelection(option.palette);
     const bool overridden = index.data(kRoleOverridden).toBool();
     const bool greyed = index.data(kRoleGreyed).toBool();
     const QStyle& style = option.widget ? *option.widget->style() : *QApplication::style();
