@@ -35,7 +35,9 @@ inline void needApplication() {
     static int count = 1;
     static char name[] = "module_test";
     static char* arguments[] = {name, nullptr};
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
     static const QApplication* const application = new QApplication(count, arguments);
     Q_UNUSED(application);
     startUiCommands();

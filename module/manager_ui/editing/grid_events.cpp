@@ -98,6 +98,7 @@ void KvLayerListCtrl::makeLayerCurrent(HxDbObjectId layer) {
 void KvLayerListCtrl::startDrag(Qt::DropActions /*actions*/) {
     auto* const data = new QMimeData;
     data->setData("application/x-korvex-layers", QByteArray());
+
     auto* const drag = new QDrag(this);
     drag->setMimeData(data);
     drag->exec(Qt::CopyAction);

@@ -41,7 +41,7 @@ CKvUiTreeCtrl::CKvUiTreeCtrl(QWidget* parent) : QTreeWidget(parent) {
     setUniformRowHeights(true);
     setContextMenuPolicy(Qt::CustomContextMenu);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setAcceptDrops(true);
+    viewport()->setAcceptDrops(true);
     setDropIndicatorShown(false);
 }
 

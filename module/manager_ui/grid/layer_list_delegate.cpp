@@ -60,9 +60,8 @@ QColor mixed(const QColor& a, const QColor& b, double part) {
 /// Selected rows are pale, so that icons and grey texts can be told from them.
 void paleSelection(QPalette& palette) {
     constexpr double kStrength = 0.32;
-    palette.setColor(QPalette::Highlight,
-                     mixed(palette.color(QPalette::Active, QPalette::Highlight),
-                           palette.color(QPalette::Active, QPalette::Base), kStrength));
+    palette.setColor(QPalette::Highlight, mixed(palette.color(QPalette::Active, QPalette::Highlight),
+                                                palette.color(QPalette::Active, QPalette::Base), kStrength));
 }
 
 QColor inkOf(const QStyleOptionViewItem& option, bool overridden, bool greyed) {

@@ -111,7 +111,9 @@ int KvNaturalKeys::compare(std::size_t a, std::size_t b) const {
             if (x.head[i] != y.head[i]) return x.head[i] < y.head[i] ? -1 : 1;
         }
     }
-    const int order = std::memcmp(m_bytes.data() + x.begin, m_bytes.data() + y.begin, std::min(xSize, ySize));
+    const std::size_t common = std::min(xSize, ySize);
+    const int order =
+        common == 0 ? 0 : std::memcmp(m_bytes.data() + x.begin, m_bytes.data() + y.begin, common);
     if (order != 0) return sign(order);
     if (xSize == ySize || x.length == y.length) return 0;
     return x.length < y.length ? -1 : 1;

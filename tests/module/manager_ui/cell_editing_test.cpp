@@ -5,8 +5,10 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QTest>
+#include <QToolTip>
 
 namespace korvex::test {
 namespace {
@@ -218,6 +220,66 @@ TEST_F(CellEditing, NothingIsEditedWhileACommandNeedsTheLayers) {
     EXPECT_EQ(row("WALLS")[kColLock], "Locked");
 }
 
+TEST_F(CellEditing, NoEditorOpensWhileACommandNeedsTheLayers) {
+    click("WALLS", kColName);
+    std::wstring told = run(L"-LAYER\n'PRESS IDC_LIST_LAYERS_LIST F2\nOK\n\n");
+    EXPECT_TRUE(contains(told, L"[OK]"));
+    EXPECT_FALSE(openEditor());
+    told = run(L"-LAYER\n'CLICK IDC_LIST_LAYERS_LIST double \"NOTES,Name\"\nOK\n\n");
+    EXPECT_TRUE(contains(told, L"[OK]"));
+    EXPECT_EQ(variable(L"CLAYER"), L"\"SPARE\"");
+    told = run(L"-LAYER\n'CLICK IDC_LIST_LAYERS_LIST right \"NOTES,Name\"\nOK\n\n");
+    EXPECT_TRUE(contains(told, L"[OK]")) << "nor a menu";
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(CellEditing, BoxesSpeakGerman) {
+    linker().unloadModule(kModule);
+    qputenv("LC_ALL", "de_DE.UTF-8");
+    load();
+    showPalette();
+    EXPECT_TRUE(
+        contains(clickAnd(L"SPARE,Frieren", L"OK\n"),
+                 L"Der Layer \"SPARE\" ist der aktuelle Layer und kann nicht gefroren werden. Setzen Sie "
+                 L"zuerst einen anderen Layer aktuell. [OK]"));
+    EXPECT_TRUE(contains(clickAnd(L"SPARE,Ein", L"No\n"),
+                         L"Der Layer \"SPARE\" ist der aktuelle Layer. Soll er "
+                         L"ausgeschaltet werden? [Yes/No]"));
+    const auto rename = [this](const std::wstring& name) {
+        return run(
+            L"CLICK IDC_LIST_LAYERS_LIST WALLS,Name\nPRESS IDC_LIST_LAYERS_LIST F2\nPRESS focus Ctrl+A\n"
+            L"TYPE focus " +
+            name + L"\nPRESS focus Enter\nOK\n");
+    };
+    EXPECT_TRUE(contains(rename(L"A*"), L"\"A*\" kann kein Layername sein."));
+    EXPECT_TRUE(contains(rename(L"NOTES"),
+                         L"Der Layer kann nicht \"NOTES\" hei\u00dfen: Ein anderer Layer hat "
+                         L"diesen Namen. W\u00e4hlen Sie einen anderen Namen. [OK]"));
+    EXPECT_TRUE(contains(rename(std::wstring(256, L'A')), L"h\u00f6chstens 255 Zeichen lang sein. [OK]"));
+    EXPECT_TRUE(contains(run(L"-LAYER\n'CLICK IDC_LIST_LAYERS_LIST \"WALLS,Sperren\"\nOK\n\n"), L"[OK]"));
+    EXPECT_EQ(failures, Lines());
+    qputenv("LC_ALL", "C");
+}
+
+TEST_F(CellEditing, CutCellsAndIconsHaveToolTips) {
+    const auto tip = [this](const QString& layer, int column) {
+        const QPoint at = place(layer, column);
+        QHelpEvent event(QEvent::ToolTip, at, grid()->viewport()->mapToGlobal(at));
+        QApplication::sendEvent(grid()->viewport(), &event);
+        return QToolTip::text();
+    };
+    EXPECT_EQ(tip("TOP", kColName), "") << "it is all there";
+    EXPECT_EQ(tip("WALLS", kColFreeze), "Thawed");
+    grid()->setColumnWidth(kColName, 30);
+    EXPECT_EQ(tip("WALLS", kColName), "WALLS");
+    QToolTip::hideText();
+    QHeaderView& header = *grid()->horizontalHeader();
+    const QPoint border(header.sectionViewportPosition(kColName) + 29, header.height() / 2);
+    QTest::mouseMove(header.viewport(), border);
+    QTest::mouseDClick(header.viewport(), Qt::LeftButton, Qt::NoModifier, border);
+    EXPECT_GT(grid()->columnWidth(kColName), 60) << "a double click on the border fits the column";
+}
+
 TEST_F(CellEditing, ADoubleClickMakesTheLayerCurrent) {
     const auto twice = [&](const QString& layer) {
         click(layer, kColName);
@@ -333,6 +395,13 @@ protected:
         idle();
     }
 };
+
+TEST_F(ViewportEditing, AViewportOnALockedLayerWorks) {
+    run(L"-LAYER LOCK 0\n\n");  // both viewports are on it
+    idle();
+    click("WALLS", kColVpFreeze);
+    EXPECT_EQ(frozenHere(), Names{L"WALLS"});
+}
 
 TEST_F(ViewportEditing, EveryPropertyHasItsCommand) {
     select({"NOTES", "WALLS"});

@@ -8,9 +8,10 @@
 #include "sdk/hxdbdict.h"
 #include "sdk/hxlyfilter.h"
 
-#include <QLabel>
 #include <QTest>
+#include <QTimer>
 #include <QTreeWidget>
+#include <QWindow>
 
 namespace korvex::test {
 namespace {
@@ -109,6 +110,70 @@ TEST_F(FilterTree, AGroupIsMadeFilledRenamedAndDeleted) {
     idle();
     EXPECT_TRUE(item("Mine"));
     EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(FilterTree, RowsAreDroppedOnGroups) {
+    if (QGuiApplication::platformName() == "offscreen")
+        GTEST_SKIP() << "nothing can be dragged without a display";
+    run(L"CLICK IDC_BUTTON_NEW_GROUPFILTER\nPRESS focus Ctrl+A\nTYPE focus Outer\nPRESS focus Enter\n"
+        L"CLICK IDC_BUTTON_NEW_GROUPFILTER\nPRESS focus Ctrl+A\nTYPE focus Inner\nPRESS focus Enter\n"
+        L"CHOOSE IDC_LAYER_FILTER_TREE All\nCLICK IDC_LIST_LAYERS_LIST \"NOTES,Name\"\n");
+    idle();
+    ASSERT_TRUE(item("Inner"));
+    const auto dragTo = [&](const QString& filter) {
+        QWindow* const window = frame().windowHandle();
+        const auto inWindow = [&](QWidget* widget, const QPoint& at) { return widget->mapTo(&frame(), at); };
+        const int row = static_cast<int>(names().indexOf("NOTES"));
+        const QPoint from =
+            inWindow(grid()->viewport(), grid()->visualRect(grid()->model()->index(row, kColName)).center());
+        const QPoint to = inWindow(tree().viewport(), tree().visualItemRect(item(filter)).center());
+        QTimer::singleShot(50, [=] {
+            QTest::mouseMove(window, to - QPoint(2, 0));
+            QTest::mouseMove(window, to);
+            QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, to);
+        });
+        QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, from);
+        QTest::mouseMove(window, from - QPoint(10, 0));
+        QTest::mouseMove(window, from - QPoint(30, 0));
+        QTest::qWait(150);
+        idle();
+    };
+    dragTo("All");
+    dragTo("Inner");
+    tree().setCurrentItem(item("Inner"));
+    EXPECT_EQ(names(), QStringList{"NOTES"});
+    tree().setCurrentItem(item("Outer"));
+    EXPECT_EQ(names(), QStringList{"NOTES"}) << "the group around it has the layer, too";
+    run(L"U\n");
+    idle();
+    EXPECT_EQ(names(), QStringList());
+}
+
+TEST_F(FilterTree, BoxesSpeakGerman) {
+    linker().unloadModule(kModule);
+    qputenv("LC_ALL", "de_DE.UTF-8");
+    load();
+    showPalette();
+    addPropertyFilter(L"Eins", L"NAME==\"W*\"");
+    run(L"CHOOSE IDC_LAYER_FILTER_TREE Alle\n");
+    addPropertyFilter(L"Zwei", L"NAME==\"S*\"");
+    EXPECT_TRUE(
+        contains(pick(L"Alle/Zwei", L"Sichtbarkeit/Gefroren", L"OK\n"), L"\"SPARE\" ist der aktuelle"));
+    EXPECT_TRUE(contains(pick(L"Alle/Eins", L"L\u00f6schen", L"Yes\n"),
+                         L"Soll der Filter \"Eins\" gel\u00f6scht werden? Layer werden nicht gel\u00f6scht. "
+                         L"[Yes/No] <No>"));
+    EXPECT_FALSE(item("Eins"));
+    const std::wstring told = run(
+        L"CLICK IDC_BUTTON_NEW_PROPFILTER\nPRESS IDC_PROPFILTER_NAME Ctrl+A\nTYPE IDC_PROPFILTER_NAME zwei\n"
+        L"CLICK IDOK\nOK\nPRESS IDC_PROPFILTER_NAME Ctrl+A\nTYPE IDC_PROPFILTER_NAME a:b\nCLICK IDOK\nOK\n"
+        L"PRESS IDC_PROPFILTER_NAME Ctrl+A\nTYPE IDC_PROPFILTER_NAME Drei\n"
+        L"TYPE IDC_PROPFILTER_EXPRESSION NAME==\nCLICK IDOK\nOK\nCLICK IDCANCEL\n");
+    EXPECT_TRUE(
+        contains(told, L"Ein anderer Filter hat den Namen \"zwei\". W\u00e4hlen Sie einen anderen Namen."));
+    EXPECT_TRUE(contains(told, L"\"a:b\" kann kein Filtername sein."));
+    EXPECT_TRUE(contains(told, L"Der Ausdruck ist nicht verst\u00e4ndlich ab Zeichen 7: "));
+    EXPECT_EQ(failures, Lines());
+    qputenv("LC_ALL", "C");
 }
 
 TEST_F(FilterTree, EveryStepIsTakenBackByItself) {

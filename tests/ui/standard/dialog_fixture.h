@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QPointer>
 #include <QTest>
 #include <QTimer>
 
@@ -48,8 +49,8 @@ protected:
     /// Does something in the dialog of that name as soon as it is open. Nests: call it before the event that
     /// opens the inner dialog.
     void later(const char* name, std::function<void(QDialog&)> work, int patience = 200) {
-        QTimer::singleShot(10, [this, name, work = std::move(work), patience] {
-            auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        QTimer::singleShot(10, &m_waiting, [this, name, work = std::move(work), patience] {
+            const QPointer<QDialog> dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             if (!dialog || dialog->objectName() != name) {
                 if (patience > 0) {
                     later(name, work, patience - 1);
@@ -65,11 +66,14 @@ protected:
             } catch (const std::exception& error) {
                 ADD_FAILURE() << error.what();
             }
-            if (dialog->isVisible()) {
+            if (dialog && dialog->isVisible()) {
                 dialog->reject();
             }
         });
     }
+
+private:
+    QObject m_waiting;  ///< with the test ends what still waits
 };
 
 }  // namespace korvex::test
