@@ -61,7 +61,7 @@ void KvCollation::open(const std::locale& locale) {
     m_letters = std::make_unique<Letters>();
 }
 
-std::int64_t KvCollation::takeNumber(const std::wstring& text, std::size_t& at) {
+std::int64_t KvCollation::takeNumber(std::wstring_view text, std::size_t& at) {
     constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
     std::int64_t number = 0;
     for (; at < text.size() && isDigit(text[at]); ++at) {
@@ -94,7 +94,7 @@ int KvCollation::compareLetters(wchar_t a, wchar_t b) const {
     return x == y ? 0 : m_letters->compare(x, y, *m_collate);
 }
 
-int KvCollation::compareNatural(const std::wstring& a, const std::wstring& b) const {
+int KvCollation::compareNatural(std::wstring_view a, std::wstring_view b) const {
     std::size_t i = 0;
     std::size_t j = 0;
     while (i < a.size() && j < b.size()) {

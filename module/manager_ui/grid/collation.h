@@ -5,6 +5,7 @@
 #include <locale>
 #include <memory>
 #include <string>
+#include <string_view>
 
 /// The user's letters: lower case and collation, as the environment's locale has them; "C" where that does
 /// not exist. Looking up a facet and comparing single letters are dear: they are done once for each letter.
@@ -21,7 +22,7 @@ public:
     int compareTexts(const std::wstring& a, const std::wstring& b) const;
     /// -1, 0 or 1: digits as numbers, other letters one by one in lower case. When one text ends before
     /// the other and they are equal so far, the one with fewer letters is the smaller.
-    int compareNatural(const std::wstring& a, const std::wstring& b) const;
+    int compareNatural(std::wstring_view a, std::wstring_view b) const;
 
     /// The same in two steps: the lower case is made once.
     std::wstring lowered(std::wstring text) const;
@@ -33,7 +34,7 @@ public:
     static bool isDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
     /// The number of a run of digits from `at`, which moves behind it; the largest number there is when it
     /// has more digits than fit.
-    static std::int64_t takeNumber(const std::wstring& text, std::size_t& at);
+    static std::int64_t takeNumber(std::wstring_view text, std::size_t& at);
 
 private:
     class Letters;

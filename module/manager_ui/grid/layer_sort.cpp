@@ -125,46 +125,34 @@ bool MyComp::lessthan(KvLayerData* a, KvLayerData* b) const { return lessthan(ke
 
 namespace {
 
-/// All keys of the layers that are sorted, with what makes comparing them cheap.
+/// The keys of layers that are sorted by another column than their names, or some of which can not be opened.
 class SortedKeys {
 public:
     SortedKeys(const std::vector<KvLayerData*>& layers, const MyComp& order) : m_order(order) {
         m_keys.reserve(layers.size());
+        m_ties.reserve(layers.size());
         for (KvLayerData* const layer : layers) {
             m_keys.push_back(order.keyOf(layer));
+            m_ties.push_back(order.collation().lowered(m_keys.back().name));
         }
-        for (const KvLayerSortKey& key : m_keys) {
-            if (order.isByName())
-                m_names.push_back(&key.name);
-            else
-                m_ties.push_back(order.collation().lowered(key.name));
-        }
-        if (order.isByName()) m_natural = std::make_unique<KvNaturalKeys>(order.collation(), m_names);
     }
 
     bool lessthan(std::uint32_t a, std::uint32_t b) const {
         const KvLayerSortKey& x = m_keys[a];
         const KvLayerSortKey& y = m_keys[b];
         if (!x.isOpened || !y.isOpened) return true;
-        if (m_natural) {
-            const int order = m_natural->compare(a, b);
-            return m_order.goesBefore(order ? order : m_order.collation().compareTexts(x.name, y.name));
-        }
-        const int order = m_order.compareValues(x, y);
+        const int order = m_order.isByName() ? m_order.collation().compareNatural(x.name, y.name)
+                                             : m_order.compareValues(x, y);
         return m_order.goesBefore(order ? order : m_order.collation().compareLowered(m_ties[a], m_ties[b]));
     }
 
 private:
     const MyComp& m_order;
     std::vector<KvLayerSortKey> m_keys;
-    std::vector<const std::wstring*> m_names;  ///< by name only
-    std::vector<std::wstring> m_ties;          ///< by other columns only
-    std::unique_ptr<KvNaturalKeys> m_natural;
+    std::vector<std::wstring> m_ties;
 };
 
-}  // namespace
-
-void sortLayers(std::vector<KvLayerData*>& layers, const MyComp& order) {
+void sortByKeys(std::vector<KvLayerData*>& layers, const MyComp& order) {
     const SortedKeys keys(layers, order);
     std::vector<std::uint32_t> places(layers.size());
     std::iota(places.begin(), places.end(), 0U);
@@ -172,4 +160,51 @@ void sortLayers(std::vector<KvLayerData*>& layers, const MyComp& order) {
     const std::vector<KvLayerData*> before = layers;
     std::transform(places.begin(), places.end(), layers.begin(),
                    [&before](std::uint32_t at) { return before[at]; });
+}
+
+/// All names one behind the other, each with its end; false when some record can not be opened.
+bool readNames(const std::vector<KvLayerData*>& layers, const MyComp& order, std::wstring& names) {
+    for (KvLayerData* const layer : layers) {
+        const KvAutoLayerRecordPtr record(order.transactions(), layer, true);
+        if (!record.object()) return false;
+        names += record->name();
+        names += L'\0';
+    }
+    return true;
+}
+
+std::vector<std::wstring_view> partsOf(const std::wstring& names, std::size_t count) {
+    std::vector<std::wstring_view> parts;
+    parts.reserve(count);
+    for (std::size_t begin = 0; begin < names.size(); begin += parts.back().size() + 1) {
+        parts.emplace_back(names.c_str() + begin);
+    }
+    return parts;
+}
+
+/// What is compared lies together in the order of the sort.
+bool sortByName(std::vector<KvLayerData*>& layers, const MyComp& order) {
+    constexpr std::size_t kUsualName = 24;
+    std::wstring text;
+    text.reserve(layers.size() * kUsualName);
+    if (!readNames(layers, order, text)) return false;
+    const std::vector<std::wstring_view> names = partsOf(text, layers.size());
+    const KvNaturalKeys keys(order.collation(), names);
+    std::vector<KvNaturalKeys::Item> items = keys.items();
+    mergeSort(items, [&](const KvNaturalKeys::Item& a, const KvNaturalKeys::Item& b) {
+        const int byKey = keys.compare(a, b);
+        if (byKey != 0) return order.goesBefore(byKey);
+        return order.goesBefore(
+            order.collation().compareTexts(std::wstring(names[a.place]), std::wstring(names[b.place])));
+    });
+    const std::vector<KvLayerData*> before = layers;
+    std::transform(items.begin(), items.end(), layers.begin(),
+                   [&before](const KvNaturalKeys::Item& item) { return before[item.place]; });
+    return true;
+}
+
+}  // namespace
+
+void sortLayers(std::vector<KvLayerData*>& layers, const MyComp& order) {
+    if (!order.isByName() || !sortByName(layers, order)) sortByKeys(layers, order);
 }

@@ -45,6 +45,7 @@ public:
     /// What goes before what when it compares so.
     bool goesBefore(int order) const { return m_ascending ? order < 0 : order > 0; }
     bool isByName() const;
+    HxDbTransactionManager* transactions() const { return m_transactions; }
     const KvCollation& collation() const { return *m_collation; }
 
 private:

@@ -9,28 +9,40 @@
 namespace {
 
 constexpr wchar_t kCommonLetters = 0x250;
+constexpr std::size_t kWordBytes = sizeof(std::uint64_t);
+constexpr std::size_t kHeadBytes = 2 * kWordBytes;
 
 int sign(int value) { return (value > 0) - (value < 0); }
 
+/// Counted in bytes from the highest. REQUIRES: they differ.
+std::size_t firstDifference(std::uint64_t x, std::uint64_t y) {
+    std::size_t byte = 0;
+    for (std::uint64_t rest = x ^ y; (rest >> 56) == 0; rest <<= 8) {
+        ++byte;
+    }
+    return byte;
+}
+
 }  // namespace
 
-KvNaturalKeys::KvNaturalKeys(const KvCollation& collation, const std::vector<const std::wstring*>& names)
-    : m_collation(collation), m_names(names) {
-    m_isExact = rankLetters(names);
-    if (!m_isExact) return;
-    m_keys.reserve(names.size());
-    for (const std::wstring* const name : names) {
-        append(*name);
+KvNaturalKeys::KvNaturalKeys(const KvCollation& collation, std::vector<std::wstring_view> names)
+    : m_collation(collation), m_names(std::move(names)) {
+    m_isExact = rankLetters();
+    m_items.resize(m_names.size());
+    m_begins.reserve(m_names.size());
+    for (std::size_t place = 0; place < m_names.size(); ++place) {
+        m_items[place].place = static_cast<std::uint32_t>(place);
+        if (m_isExact) append(m_names[place]);
     }
 }
 
 /// Equal letters have the same rank; ranks begin with 1. False when some other letter stands among the
 /// digits, or there are too many letters.
-bool KvNaturalKeys::rankLetters(const std::vector<const std::wstring*>& names) {
+bool KvNaturalKeys::rankLetters() {
     std::wstring letters = L"0123456789";
     std::vector<bool> seen(kCommonLetters);
-    for (const std::wstring* const name : names) {
-        for (const wchar_t c : *name) {
+    for (const std::wstring_view name : m_names) {
+        for (const wchar_t c : name) {
             const wchar_t letter = m_collation.lower(c);
             const auto at = static_cast<std::size_t>(letter);
             if (at < seen.size() ? seen[at] : false) continue;
@@ -74,10 +86,8 @@ void KvNaturalKeys::appendNumber(std::int64_t number) {
     }
 }
 
-void KvNaturalKeys::append(const std::wstring& name) {
-    Key key{};
-    key.begin = static_cast<std::uint32_t>(m_bytes.size());
-    key.length = static_cast<std::uint32_t>(name.size());
+void KvNaturalKeys::append(std::wstring_view name) {
+    const std::size_t begin = m_bytes.size();
     for (std::size_t i = 0; i < name.size();) {
         const bool isDigit = KvCollation::isDigit(name[i]);
         const std::uint32_t rank = rankOf(isDigit ? L'0' : m_collation.lower(name[i]));
@@ -89,32 +99,36 @@ void KvNaturalKeys::append(const std::wstring& name) {
             ++i;
         }
     }
-    key.end = static_cast<std::uint32_t>(m_bytes.size());
-    for (std::size_t i = 0; i < sizeof(key.head); ++i) {
-        const std::size_t at = key.begin + i;
-        const std::uint64_t byte = at < key.end ? m_bytes[at] : 0;
-        key.head[i / 8] |= byte << (56 - 8 * (i % 8));
+    Item& item = m_items[m_begins.size()];
+    m_begins.push_back(static_cast<std::uint32_t>(begin));
+    item.size = static_cast<std::uint32_t>(m_bytes.size() - begin);
+    for (std::size_t i = 0; i < kHeadBytes; ++i) {
+        const std::uint64_t byte = i < item.size ? m_bytes[begin + i] : 0;
+        std::uint64_t& word = i < kWordBytes ? item.high : item.low;
+        word |= byte << (56 - 8 * (i % kWordBytes));
     }
-    m_keys.push_back(key);
 }
 
-/// The heads decide only where both keys reach beyond them: at the end of one of two equal keys their lengths
-/// count.
-int KvNaturalKeys::compare(std::size_t a, std::size_t b) const {
-    if (!m_isExact) return m_collation.compareNatural(*m_names[a], *m_names[b]);
-    const Key& x = m_keys[a];
-    const Key& y = m_keys[b];
-    const std::size_t xSize = x.end - x.begin;
-    const std::size_t ySize = y.end - y.begin;
-    if (std::min(xSize, ySize) >= sizeof(x.head)) {
-        for (std::size_t i = 0; i < kHeadWords; ++i) {
-            if (x.head[i] != y.head[i]) return x.head[i] < y.head[i] ? -1 : 1;
-        }
+/// The first bytes decide where both keys reach as far as they differ: at the end of one of two equal keys
+/// the lengths of the names count.
+int KvNaturalKeys::compare(const Item& a, const Item& b) const {
+    if (!m_isExact) return m_collation.compareNatural(m_names[a.place], m_names[b.place]);
+    const std::uint64_t x = a.high != b.high ? a.high : a.low;
+    const std::uint64_t y = a.high != b.high ? b.high : b.low;
+    if (x != y) {
+        const std::size_t differs = firstDifference(x, y) + (a.high != b.high ? 0 : kWordBytes);
+        if (differs < std::min(a.size, b.size)) return x < y ? -1 : 1;
     }
-    const std::size_t common = std::min(xSize, ySize);
+    return compareWhole(a, b);
+}
+
+int KvNaturalKeys::compareWhole(const Item& a, const Item& b) const {
+    const std::size_t common = std::min(a.size, b.size);
     const int order =
-        common == 0 ? 0 : std::memcmp(m_bytes.data() + x.begin, m_bytes.data() + y.begin, common);
+        common == 0 ? 0 : std::memcmp(&m_bytes[m_begins[a.place]], &m_bytes[m_begins[b.place]], common);
     if (order != 0) return sign(order);
-    if (xSize == ySize || x.length == y.length) return 0;
-    return x.length < y.length ? -1 : 1;
+    const std::size_t xLength = m_names[a.place].size();
+    const std::size_t yLength = m_names[b.place].size();
+    if (a.size == b.size || xLength == yLength) return 0;
+    return xLength < yLength ? -1 : 1;
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
+#include <string_view>
 #include <vector>
 
 class KvCollation;
@@ -12,31 +12,39 @@ class KvCollation;
 /// number.
 class KvNaturalKeys {
 public:
-    KvNaturalKeys(const KvCollation& collation, const std::vector<const std::wstring*>& names);
-
-    /// -1, 0 or 1 for two of the names by their places.
-    int compare(std::size_t a, std::size_t b) const;
-
-private:
-    static constexpr std::size_t kHeadWords = 2;
-    struct Key {
-        std::uint64_t head[kHeadWords];  ///< the first bytes, so that few comparisons look further
-        std::uint32_t begin, end;        ///< all bytes, in m_bytes
-        std::uint32_t length;            ///< of the name in letters
+    /// One name in a sort: its place in the set and the first bytes of its key, which decide most
+    /// comparisons without a look at anything else.
+    struct Item {
+        std::uint64_t high = 0, low = 0;
+        std::uint32_t size = 0;  ///< of the whole key
+        std::uint32_t place = 0;
     };
 
-    bool rankLetters(const std::vector<const std::wstring*>& names);
-    void append(const std::wstring& name);
+    /// The names must outlive the keys.
+    KvNaturalKeys(const KvCollation& collation, std::vector<std::wstring_view> names);
+
+    /// For all names, in their order.
+    const std::vector<Item>& items() const { return m_items; }
+    /// -1, 0 or 1.
+    int compare(const Item& a, const Item& b) const;
+    /// The same for two of the names by their places.
+    int compare(std::size_t a, std::size_t b) const { return compare(m_items[a], m_items[b]); }
+
+private:
+    bool rankLetters();
+    void append(std::wstring_view name);
     void appendNumber(std::int64_t number);
     std::uint32_t rankOf(wchar_t letter) const;
+    int compareWhole(const Item& a, const Item& b) const;
 
     const KvCollation& m_collation;
-    const std::vector<const std::wstring*>& m_names;
+    std::vector<std::wstring_view> m_names;
     bool m_isExact =
         false;  ///< false: digits do not lie together in this order; names are compared as they are
     std::vector<std::pair<wchar_t, std::uint32_t>> m_ranks;  ///< by letter in lower case
     std::vector<std::uint32_t> m_common;                     ///< the same for the first letters of all
     int m_rankBytes = 1;
     std::vector<std::uint8_t> m_bytes;
-    std::vector<Key> m_keys;
+    std::vector<std::uint32_t> m_begins;  ///< of each key, in m_bytes
+    std::vector<Item> m_items;
 };
