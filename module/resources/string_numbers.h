@@ -93,6 +93,8 @@ enum KvString : std::uint32_t {
     kStrDeleteFiltersQuestion = 10192,  ///< %1 the filter
     kStrExcessFiltersCaption = 10193,
     kStrExcessFilters = 10194,
+    kStrFiltersHaveNoPlace = 10195,  ///< failures of storing filters, 10195 and 10196
+    kStrFiltersNotStored = 10196,
     kStrHeaderStatus = 10200,  ///< column headers of the layer grid, 10200 to 10218
     kStrHeaderName = 10201,
     kStrHeaderOn = 10202,

@@ -100,6 +100,10 @@ constexpr HxResourceString kStrings[] = {
      L"There are more layer filters in this drawing than layers.Extra layer filters might have been created "
      L"in error.Too many layer filters can result in slower performance.\nWhat do you want to do?\n\nChoose "
      L"yes to delete all layer filters (recommended) \n\nChoose no to retain all layer filters"},
+    {kStrFiltersHaveNoPlace,
+     L"This drawing is of a format that has no place for layer filters. Save it in a newer format first."},
+    {kStrFiltersNotStored,
+     L"The layer filters could not be stored: another program part is working on them. Try again."},
     {kStrHeaderStatus, L"Status"},
     {kStrHeaderName, L"Name"},
     {kStrHeaderOn, L"On"},

@@ -103,6 +103,10 @@ constexpr HxResourceString kStrings[] = {
      L"Diese Zeichnung enthält mehr Layerfilter als Layer. Überzählige Layerfilter können versehentlich "
      L"entstanden sein. Zu viele Layerfilter können das Programm verlangsamen.\nWas möchten Sie tun?\n\nJa "
      L"löscht alle Layerfilter (empfohlen).\n\nNein behält alle Layerfilter."},
+    {kStrFiltersHaveNoPlace, L"Diese Zeichnung hat ein Format ohne Platz für Layerfilter. Speichern Sie sie "
+                             L"zuerst in einem neueren Format."},
+    {kStrFiltersNotStored, L"Die Layerfilter konnten nicht gespeichert werden: Ein anderer Programmteil "
+                           L"arbeitet an ihnen. Versuchen Sie es erneut."},
     {kStrHeaderStatus, L"Status"},
     {kStrHeaderName, L"Name"},
     {kStrHeaderOn, L"Ein"},

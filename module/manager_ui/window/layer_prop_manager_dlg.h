@@ -178,7 +178,8 @@ private:
     void connectTree();
     HxLyLayerFilter* filterNamed(const wchar_t* name) const;
     void showFilter(HxLyLayerFilter& filter);
-    void filtersChanged();
+    bool saveLayerFilters();
+    bool filtersChanged();
     void addToGroup(HxLyLayerGroup* group, const std::vector<HxDbObjectId>& layers);
     void makeGroup(HxLyLayerFilter& parent, const std::vector<HxDbObjectId>& layers, int undoName);
     HxLyLayerFilter* parentForNew() const;

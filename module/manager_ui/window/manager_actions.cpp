@@ -43,7 +43,7 @@ void KvLayerPropManagerDlg::addToCurrentGroups(const HxDbLayerTableRecord& layer
         auto* const group = HxLyLayerGroup::cast(filter);
         added = (group && group->addLayerId(layer.objectId()) == Hx::eOk) || added;
     }
-    if (added) m_manager->SaveLayerFilters(false);
+    if (added) saveLayerFilters();
 }
 
 // ---- delete ----

@@ -138,7 +138,7 @@ void KvLayerPropManagerDlg::OnTvnEndlabeleditLayerFilterTree(QWidget* editor,
     if (refusal == 0 && m_list->canEdit()) {
         const KvLayerUndoAndLockWorker guard(m_isPalette, ResourceString(kStrUndoRenameFilter).c_str());
         const Hx::ErrorStatus status = filter->setName(wanted.c_str());
-        if (status == Hx::eOk) m_manager->SaveLayerFilters(false);
+        if (status == Hx::eOk && !saveLayerFilters()) return;
         if (status != Hx::eOk) refusal = kStrFilterNameDuplicate;
     }
     UpdateFiltersTree();

@@ -45,11 +45,23 @@ void KvLayerPropManagerDlg::showFilter(HxLyLayerFilter& filter) {
     UpdateLayerList(true);
 }
 
+/// What cannot be stored is not shown either, as it would be lost.
+bool KvLayerPropManagerDlg::saveLayerFilters() {
+    const Hx::ErrorStatus status = m_manager->SaveLayerFilters(false);
+    if (status == Hx::eOk) return true;
+    const ModuleResources resources;
+    const KvString text = status == Hx::eNotApplicable ? kStrFiltersHaveNoPlace : kStrFiltersNotStored;
+    MessageBox(ResourceString(text).c_str(), nullptr, MB_OK | MB_ICONWARNING);
+    ReLoadFilter();
+    return false;
+}
+
 /// Filters of the tree have changed: they are stored, and shown.
-void KvLayerPropManagerDlg::filtersChanged() {
-    m_manager->SaveLayerFilters(false);
+bool KvLayerPropManagerDlg::filtersChanged() {
+    if (!saveLayerFilters()) return false;
     UpdateFiltersTree();
     UpdateLayerList(true);
+    return true;
 }
 
 bool KvLayerPropManagerDlg::canRemoveFromGroup() const {
@@ -107,7 +119,7 @@ void KvLayerPropManagerDlg::makeGroup(HxLyLayerFilter& parent, const std::vector
     {
         const KvLayerUndoAndLockWorker guard(m_isPalette, ResourceString(undoName).c_str());
         m_manager->SetCurrentFilter(group);
-        filtersChanged();
+        if (!filtersChanged()) return;
     }
     m_tree->editSelected();
 }

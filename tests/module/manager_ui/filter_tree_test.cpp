@@ -112,6 +112,24 @@ TEST_F(FilterTree, AGroupIsMadeFilledRenamedAndDeleted) {
     EXPECT_EQ(failures, Lines());
 }
 
+TEST_F(FilterTree, WhatCannotBeStoredIsToldAndNotShown) {
+    HxApDocument* document = nullptr;
+    CStdStr<wchar_t> error;
+    ASSERT_EQ(
+        editor().documents().openDocument(L"" KORVEX_SOURCE_DIR "/samples/small/r12.dxf", document, &error),
+        Hx::eOk);
+    idle();
+    const std::wstring told = run(L"CLICK IDC_BUTTON_NEW_GROUPFILTER\nOK\n");
+    EXPECT_TRUE(contains(told, L"has no place for layer filters."))
+        << QString::fromStdWString(told).toStdString();
+    EXPECT_FALSE(item("Group Filter1"));
+    editor().documents().activateDocument(editor().documents().all().front());
+    idle();
+    const HxDbObjectPointer<HxDbLayerTable> table(database().layerTableId(), HxDb::kForRead);
+    EXPECT_TRUE(contains(run(L"CLICK IDC_BUTTON_NEW_GROUPFILTER\nOK\n"), L"[OK]"));
+    EXPECT_EQ(filterCount(), 0);
+}
+
 TEST_F(FilterTree, RowsAreDroppedOnGroups) {
     if (QGuiApplication::platformName() == "offscreen")
         GTEST_SKIP() << "nothing can be dragged without a display";

@@ -105,6 +105,26 @@ TEST_F(Palette, KeepsMarksWhileItIsHidden) {
     EXPECT_TRUE(panel()->isVisible());
 }
 
+TEST_F(Palette, ShowsEachChangedRowOnceAndEverythingWithoutMore) {
+    showPalette();
+    int refreshed = 0;
+    int reset = 0;
+    const QAbstractItemModel* const model = grid()->model();
+    QObject::connect(model, &QAbstractItemModel::dataChanged, grid(), [&] { ++refreshed; });
+    QObject::connect(model, &QAbstractItemModel::modelReset, grid(), [&] { ++reset; });
+    run(L"-LAYER COLOR 1 WALLS\nCOLOR 2 WALLS\nLOCK WALLS\n\n");
+    idle();
+    EXPECT_EQ(refreshed, 1);
+    EXPECT_EQ(reset, 0);
+    EXPECT_EQ(row("WALLS")[kColColor], "Yellow");
+    run(L"-LAYER UNLOCK WALLS\n\nLAYOUT S Layout1\n");
+    refreshed = 0;
+    idle();
+    EXPECT_EQ(refreshed, 0) << "the whole covers single rows";
+    EXPECT_GT(reset, 0);
+    EXPECT_EQ(row("WALLS")[kColLock], "Unlocked");
+}
+
 TEST_F(Palette, SortsByHeaderAndKeepsTheSelection) {
     showPalette();
     run(L"-LAYER OFF NOTES,TOP\n\n");
