@@ -39,8 +39,10 @@ public:
         if (m_grid.GetDatabase()->tilemode()) return;
         QMenu& menu = *m_menu.addMenu(resourceText(kStrMenuViewport));
         const bool isActive = !activeViewport(m_grid.GetDatabase()).isNull();
-        add(menu, kMenuFreezeInAll, resourceText(kStrMenuFreezeInAll));
-        add(menu, kMenuFreezeInOthers, resourceText(kStrMenuFreezeInOthers))->setEnabled(isActive);
+        const bool mayFreeze = m_grid.manager()->isPaletteMode();
+        add(menu, kMenuFreezeInAll, resourceText(kStrMenuFreezeInAll))->setEnabled(mayFreeze);
+        add(menu, kMenuFreezeInOthers, resourceText(kStrMenuFreezeInOthers))
+            ->setEnabled(mayFreeze && isActive);
         menu.addSeparator();
         add(menu, kMenuRemoveOverrides, resourceText(kStrMenuRemoveOverrides))->setEnabled(isActive);
         add(menu, kMenuRemoveAllOverrides, resourceText(kStrMenuRemoveAllOverrides));
@@ -167,9 +169,9 @@ void KvLayerListCtrl::invertSelection() {
 
 // ---- viewports ----
 
-/// By a command also from the dialog: it comes when the dialog is over.
+/// Not from the dialog: the command would run after its Cancel, too.
 void KvLayerListCtrl::freezeInViewports(const wchar_t* format) {
-    if (!canEdit()) return;
+    if (!canEdit() || !m_manager->isPaletteMode()) return;
     CStdStr<wchar_t> command;
     command.Format(format, layerNames(*this, selectedIds()).c_str());
     sendViewportCommand(command);
