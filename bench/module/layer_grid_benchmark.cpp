@@ -12,16 +12,33 @@
 namespace korvex::bench {
 namespace {
 
+/// Against the same palette on an empty drawing, whose grid shows the bare model.
 void open(benchmark::State& state) {
+    Drawing empty(0);
+    HxApDocument* const emptyDocument = curDoc();
     Drawing drawing(state.range(0));
+    HxApDocument* const fullDocument = curDoc();
+    BareModel model(static_cast<int>(state.range(0)));
+    double spent = 0;
+    double least = 0;
     std::size_t bytes = 0;
-    against(
-        state,
-        [&] {
+    for (auto _ : state) {
+        hxDocManager()->activateDocument(fullDocument);
+        const double seconds = secondsOf([&] {
             Palette palette;
             bytes = palette.list().rows().bytes();
-        },
-        [&] { BarePanel panel(static_cast<int>(state.range(0))); });
+        });
+        state.SetIterationTime(seconds);
+        spent += seconds;
+        hxDocManager()->activateDocument(emptyDocument);
+        least += secondsOf([&] {
+            Palette palette;
+            palette.list().setModel(&model);
+            QCoreApplication::processEvents();
+        });
+    }
+    state.counters["ratio"] = spent / least;
+    state.counters["floor_ms"] = least * 1000 / static_cast<double>(state.iterations());
     state.counters["bytes_per_layer"] = static_cast<double>(bytes) / static_cast<double>(state.range(0));
 }
 

@@ -3,12 +3,18 @@
 
 #include <algorithm>
 #include <locale>
+#include <memory_resource>
 #include <string_view>
 
 namespace {
 
 /// Holds the marks of geometric constraints.
 constexpr std::wstring_view kConstraintLayer = L"*ADSK_CONSTRAINTS";
+
+std::pmr::memory_resource& entryPool() {
+    static std::pmr::unsynchronized_pool_resource pool;
+    return pool;
+}
 
 bool equalFolded(std::wstring_view a, std::wstring_view b) {
     const auto& types = std::use_facet<std::ctype<wchar_t>>(std::locale::classic());
@@ -18,9 +24,13 @@ bool equalFolded(std::wstring_view a, std::wstring_view b) {
 
 }  // namespace
 
+void* KvLayerData::operator new(std::size_t size) { return entryPool().allocate(size); }
+
+void KvLayerData::operator delete(void* entry, std::size_t size) { entryPool().deallocate(entry, size); }
+
 bool KvLayerData::fillData(const HxDbLayerTableRecord* record, const HxDbDatabase* /*database*/) {
     const wchar_t* const name = record ? record->name() : nullptr;
-    if (!name || equalFolded(name, kConstraintLayer)) return false;
+    if (!name || (*name == kConstraintLayer.front() && equalFolded(name, kConstraintLayer))) return false;
     m_record = const_cast<HxDbLayerTableRecord*>(record);
     m_id = record->objectId();
     return true;

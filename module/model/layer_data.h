@@ -4,6 +4,8 @@
 #include "hxdbdatabase.h"
 #include "hxdbsymtb.h"
 
+#include <cstddef>
+
 /// One layer of a list: its record, which the database owns, as the list's maker had it. An entry belongs to
 /// its list.
 class KvLayerData {
@@ -19,6 +21,10 @@ public:
     /// False while the record is being erased or its creation is undone: not to be read then.
     bool isValid() const { return m_isValid; }
     void setValid(bool valid) { m_isValid = valid; }
+
+    /// From a pool: lists come and go with all their entries.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* entry, std::size_t size);
 
 private:
     HxDbLayerTableRecord* m_record = nullptr;

@@ -127,6 +127,7 @@ private:
     void forgetDeletedFilters();
     template <class T>
     T* got(HxDbObjectId id, HxDb::OpenMode mode, Hx::ErrorStatus* status = nullptr) const;
+    void indexEntries() const;
     void listRecord(const HxDbLayerTableRecord* record);
     KvLayerData* entryOf(const HxDbLayerTableRecord* record) const;
     bool hasErasedEntryNamed(const wchar_t* name) const;
@@ -141,7 +142,8 @@ private:
     HxDbLayerTable* m_layerTable = nullptr;  ///< dialog mode: held by the transaction
     HxDbViewport* m_viewport = nullptr;      ///< dialog mode: held by the transaction
     HxArray<KvLayerData*> m_layers;
-    std::unordered_map<HxDbObjectId, KvLayerData*> m_entries;  ///< the same by id
+    mutable std::unordered_map<HxDbObjectId, KvLayerData*> m_entries;  ///< the same by id, while m_isIndexed
+    mutable bool m_isIndexed = false;
     std::unique_ptr<HxLyLayerFilter> m_root;
     HxLyLayerFilter* m_current = nullptr;
     HxLyLayerFilter* m_previous = nullptr;

@@ -75,7 +75,6 @@ void KvLayerPropManager::ReloadLayers() {
     HxDbSymbolTableIterator* steps = nullptr;
     if (!table || table->newIterator(steps) != Hx::eOk) return;
     const std::unique_ptr<HxDbSymbolTableIterator> owner(steps);
-    m_entries.reserve(table->numRecords());
     for (; !steps->done(); steps->step()) {
         const HxDbObjectId id = steps->getRecordId();
         if (m_isPalette) {
@@ -97,7 +96,18 @@ KvLayerData* KvLayerPropManager::entryOf(const HxDbLayerTableRecord* record) con
     return record ? FindLayer(record->objectId()) : nullptr;
 }
 
+/// Made when an entry is first asked for by id: a list that is only shown needs none.
+void KvLayerPropManager::indexEntries() const {
+    if (m_isIndexed) return;
+    m_isIndexed = true;
+    m_entries.reserve(static_cast<std::size_t>(m_layers.length()));
+    for (KvLayerData* const data : m_layers) {
+        m_entries[data->layerId()] = data;
+    }
+}
+
 KvLayerData* KvLayerPropManager::FindLayer(HxDbObjectId layer) const {
+    indexEntries();
     const auto found = m_entries.find(layer);
     return found == m_entries.end() ? nullptr : found->second;
 }
@@ -111,7 +121,7 @@ int KvLayerPropManager::validLayerCount() const {
 void KvLayerPropManager::AddLayerData(KvLayerData* data) {
     if (!data) return;
     m_layers.append(data);
-    m_entries[data->layerId()] = data;
+    if (m_isIndexed) m_entries[data->layerId()] = data;
 }
 
 bool KvLayerPropManager::AddToLayers(const HxDbLayerTableRecord* record) {
@@ -136,6 +146,7 @@ void KvLayerPropManager::ClearLayers() {
     }
     m_layers.removeAll();
     m_entries.clear();
+    m_isIndexed = false;
 }
 
 void KvLayerPropManager::ClearData() {
@@ -219,6 +230,7 @@ Hx::ErrorStatus KvLayerPropManager::RemoveLayer(HxDbObjectId id) {
 int KvLayerPropManager::RemoveLayers(const std::vector<HxDbObjectId>& ids,
                                      const std::function<bool()>& goesOn) {
     if (!GetDatabase()) return 0;
+    indexEntries();
     int erased = 0;
     for (const HxDbObjectId id : ids) {
         if (goesOn && !goesOn()) break;

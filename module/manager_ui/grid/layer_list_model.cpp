@@ -60,9 +60,17 @@ void KvLayerListModel::setHeaders(const std::vector<QString>& headers) {
     endResetModel();
 }
 
+/// It is made when rows are asked for again and again: a drawing that is only shown needs none.
+void KvLayerListModel::dropIndex() {
+    m_rows.clear();
+    m_isIndexed = false;
+    m_lookups = 0;
+}
+
 /// From a row on; from the first everything anew.
-void KvLayerListModel::indexRows(int first) {
+void KvLayerListModel::indexRows(int first) const {
     if (first == 0) m_rows.clear();
+    m_isIndexed = true;
     m_rows.reserve(m_layers.size());
     for (std::size_t row = static_cast<std::size_t>(first); row < m_layers.size(); ++row) {
         m_rows[m_layers[row]->layerId()] = static_cast<int>(row);
@@ -75,7 +83,7 @@ void KvLayerListModel::setLayers(std::vector<KvLayerData*> layers) {
     m_cells.clear();
     m_cells.resize(m_layers.size());
     m_filled = 0;
-    indexRows();
+    dropIndex();
     endResetModel();
 }
 
@@ -90,7 +98,7 @@ void KvLayerListModel::reorder(const std::vector<KvLayerData*>& layers) {
     }
     m_layers = layers;
     m_cells = std::move(cells);
-    indexRows();
+    dropIndex();
     const QModelIndexList before = persistentIndexList();
     QModelIndexList after;
     after.reserve(before.size());
@@ -106,6 +114,13 @@ KvLayerData* KvLayerListModel::layerAt(int row) const {
 }
 
 int KvLayerListModel::rowOf(HxDbObjectId layer) const {
+    constexpr int kFewLookups = 4;
+    if (!m_isIndexed && ++m_lookups <= kFewLookups) {
+        const auto at = std::find_if(m_layers.begin(), m_layers.end(),
+                                     [layer](const KvLayerData* data) { return data->layerId() == layer; });
+        return at == m_layers.end() ? -1 : static_cast<int>(at - m_layers.begin());
+    }
+    if (!m_isIndexed) indexRows(0);
     const auto found = m_rows.find(layer);
     return found == m_rows.end() ? -1 : found->second;
 }
@@ -119,7 +134,7 @@ void KvLayerListModel::insert(int row, KvLayerData* layer) {
     beginInsertRows({}, row, row);
     m_layers.insert(m_layers.begin() + row, layer);
     m_cells.insert(m_cells.begin() + row, nullptr);
-    indexRows(row);
+    if (m_isIndexed) indexRows(row);
     endInsertRows();
 }
 
@@ -134,7 +149,7 @@ void KvLayerListModel::moveRow(int from, int to) {
     };
     rotateTo(m_layers.begin());
     rotateTo(m_cells.begin());
-    indexRows(std::min(from, at));
+    if (m_isIndexed) indexRows(std::min(from, at));
     endMoveRows();
 }
 
@@ -146,7 +161,7 @@ void KvLayerListModel::removeRowAt(int row) {
     m_rows.erase(m_layers[static_cast<std::size_t>(row)]->layerId());
     m_layers.erase(m_layers.begin() + at);
     m_cells.erase(m_cells.begin() + at);
-    indexRows(row);
+    if (m_isIndexed) indexRows(row);
     endRemoveRows();
 }
 

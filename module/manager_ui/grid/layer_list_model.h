@@ -72,7 +72,8 @@ public:
 
 private:
     const KvLayerCell* cellAt(int row, int column) const;
-    void indexRows(int first = 0);
+    void indexRows(int first) const;
+    void dropIndex();
 
     Filler m_filler;
     KvLayerIcons m_icons;
@@ -80,5 +81,7 @@ private:
     std::vector<KvLayerData*> m_layers;
     mutable std::vector<std::unique_ptr<KvLayerCells>> m_cells;  ///< by row; null: not made yet
     mutable std::size_t m_filled = 0;
-    std::unordered_map<HxDbObjectId, int> m_rows;
+    mutable std::unordered_map<HxDbObjectId, int> m_rows;  ///< while m_isIndexed
+    mutable bool m_isIndexed = false;
+    mutable int m_lookups = 0;  ///< since the rows were replaced
 };

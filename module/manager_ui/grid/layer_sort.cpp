@@ -164,8 +164,11 @@ void sortByKeys(std::vector<KvLayerData*>& layers, const MyComp& order) {
 
 /// All names one behind the other, each with its end; false when some record can not be opened.
 bool readNames(const std::vector<KvLayerData*>& layers, const MyComp& order, std::wstring& names) {
-    for (KvLayerData* const layer : layers) {
-        const KvAutoLayerRecordPtr record(order.transactions(), layer, true);
+    constexpr std::size_t kAhead =
+        8;  // records lie all over the memory: they are fetched before they are read
+    for (std::size_t i = 0; i < layers.size(); ++i) {
+        if (i + kAhead < layers.size()) __builtin_prefetch(layers[i + kAhead]->layerRec());
+        const KvAutoLayerRecordPtr record(order.transactions(), layers[i], true);
         if (!record.object()) return false;
         names += record->name();
         names += L'\0';

@@ -9,19 +9,8 @@
 namespace {
 
 constexpr wchar_t kCommonLetters = 0x250;
-constexpr std::size_t kWordBytes = sizeof(std::uint64_t);
-constexpr std::size_t kHeadBytes = 2 * kWordBytes;
 
 int sign(int value) { return (value > 0) - (value < 0); }
-
-/// Counted in bytes from the highest. REQUIRES: they differ.
-std::size_t firstDifference(std::uint64_t x, std::uint64_t y) {
-    std::size_t byte = 0;
-    for (std::uint64_t rest = x ^ y; (rest >> 56) == 0; rest <<= 8) {
-        ++byte;
-    }
-    return byte;
-}
 
 }  // namespace
 
@@ -43,11 +32,10 @@ bool KvNaturalKeys::rankLetters() {
     std::vector<bool> seen(kCommonLetters);
     for (const std::wstring_view name : m_names) {
         for (const wchar_t c : name) {
-            const wchar_t letter = m_collation.lower(c);
-            const auto at = static_cast<std::size_t>(letter);
-            if (at < seen.size() ? seen[at] : false) continue;
+            const auto at = static_cast<std::size_t>(c);
+            if (at < seen.size() && seen[at]) continue;
             if (at < seen.size()) seen[at] = true;
-            letters += letter;
+            letters += m_collation.lower(c);
         }
     }
     std::sort(letters.begin(), letters.end());
@@ -62,16 +50,20 @@ bool KvNaturalKeys::rankLetters() {
     m_rankBytes = rank <= 0xFF ? 1 : 2;
     std::sort(m_ranks.begin(), m_ranks.end());
     m_common.assign(kCommonLetters, 0);
-    for (const auto& [letter, place] : m_ranks) {
-        if (letter < kCommonLetters) m_common[static_cast<std::size_t>(letter)] = place;
+    for (std::size_t at = 0; at < seen.size(); ++at) {
+        const bool isDigit = KvCollation::isDigit(static_cast<wchar_t>(at));
+        if (seen[at] || isDigit) m_common[at] = searchRank(m_collation.lower(static_cast<wchar_t>(at)));
     }
     return rank <= 0xFFFF && rankOf(L'9') - rankOf(L'0') == 9;
 }
 
+std::uint32_t KvNaturalKeys::searchRank(wchar_t lowered) const {
+    return std::lower_bound(m_ranks.begin(), m_ranks.end(), std::make_pair(lowered, 0U))->second;
+}
+
 std::uint32_t KvNaturalKeys::rankOf(wchar_t letter) const {
-    if (letter < kCommonLetters) return m_common[static_cast<std::size_t>(letter)];
-    const auto found = std::lower_bound(m_ranks.begin(), m_ranks.end(), std::make_pair(letter, 0U));
-    return found->second;
+    const auto at = static_cast<std::size_t>(letter);
+    return at < m_common.size() ? m_common[at] : searchRank(m_collation.lower(letter));
 }
 
 /// Short numbers before long ones, then by their bytes.
@@ -90,7 +82,7 @@ void KvNaturalKeys::append(std::wstring_view name) {
     const std::size_t begin = m_bytes.size();
     for (std::size_t i = 0; i < name.size();) {
         const bool isDigit = KvCollation::isDigit(name[i]);
-        const std::uint32_t rank = rankOf(isDigit ? L'0' : m_collation.lower(name[i]));
+        const std::uint32_t rank = rankOf(isDigit ? L'0' : name[i]);
         if (m_rankBytes == 2) m_bytes.push_back(static_cast<std::uint8_t>(rank >> 8));
         m_bytes.push_back(static_cast<std::uint8_t>(rank));
         if (isDigit) {
@@ -109,20 +101,8 @@ void KvNaturalKeys::append(std::wstring_view name) {
     }
 }
 
-/// The first bytes decide where both keys reach as far as they differ: at the end of one of two equal keys
-/// the lengths of the names count.
-int KvNaturalKeys::compare(const Item& a, const Item& b) const {
-    if (!m_isExact) return m_collation.compareNatural(m_names[a.place], m_names[b.place]);
-    const std::uint64_t x = a.high != b.high ? a.high : a.low;
-    const std::uint64_t y = a.high != b.high ? b.high : b.low;
-    if (x != y) {
-        const std::size_t differs = firstDifference(x, y) + (a.high != b.high ? 0 : kWordBytes);
-        if (differs < std::min(a.size, b.size)) return x < y ? -1 : 1;
-    }
-    return compareWhole(a, b);
-}
-
 int KvNaturalKeys::compareWhole(const Item& a, const Item& b) const {
+    if (!m_isExact) return m_collation.compareNatural(m_names[a.place], m_names[b.place]);
     const std::size_t common = std::min(a.size, b.size);
     const int order =
         common == 0 ? 0 : std::memcmp(&m_bytes[m_begins[a.place]], &m_bytes[m_begins[b.place]], common);

@@ -1,6 +1,7 @@
 // Names made into bytes that compare as the names do.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -26,15 +27,29 @@ public:
     /// For all names, in their order.
     const std::vector<Item>& items() const { return m_items; }
     /// -1, 0 or 1.
-    int compare(const Item& a, const Item& b) const;
+    int compare(const Item& a, const Item& b) const {
+        // They decide where both keys reach as far as they differ.
+        const bool isHigh = a.high != b.high;
+        const std::uint64_t x = isHigh ? a.high : a.low;
+        const std::uint64_t y = isHigh ? b.high : b.low;
+        if (x != y) {
+            const int bytes = __builtin_clzll(x ^ y) / 8 + (isHigh ? 0 : static_cast<int>(kWordBytes));
+            if (static_cast<std::uint32_t>(bytes) < std::min(a.size, b.size)) return x < y ? -1 : 1;
+        }
+        return compareWhole(a, b);
+    }
     /// The same for two of the names by their places.
     int compare(std::size_t a, std::size_t b) const { return compare(m_items[a], m_items[b]); }
 
 private:
+    static constexpr std::size_t kWordBytes = sizeof(std::uint64_t);
+    static constexpr std::size_t kHeadBytes = 2 * kWordBytes;
+
     bool rankLetters();
     void append(std::wstring_view name);
     void appendNumber(std::int64_t number);
     std::uint32_t rankOf(wchar_t letter) const;
+    std::uint32_t searchRank(wchar_t lowered) const;
     int compareWhole(const Item& a, const Item& b) const;
 
     const KvCollation& m_collation;
@@ -42,7 +57,7 @@ private:
     bool m_isExact =
         false;  ///< false: digits do not lie together in this order; names are compared as they are
     std::vector<std::pair<wchar_t, std::uint32_t>> m_ranks;  ///< by letter in lower case
-    std::vector<std::uint32_t> m_common;                     ///< the same for the first letters of all
+    std::vector<std::uint32_t> m_common;                     ///< by letter, of the first of all
     int m_rankBytes = 1;
     std::vector<std::uint8_t> m_bytes;
     std::vector<std::uint32_t> m_begins;  ///< of each key, in m_bytes
