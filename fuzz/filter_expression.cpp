@@ -1,54 +1,12 @@
 // Fuzz target: any text is taken as a filter's expression. One that cannot be understood tells where and why
 // and accepts nothing; NOT around one that can accepts exactly the other layers.
+#include "fuzz/filter_layers.h"
+
 #include "host/base/text.h"
-#include "sdk/hxdbdatabase.h"
-#include "sdk/hxdbsymtb.h"
-#include "sdk/hxlyfilter.h"
 
-#include <cstdint>
-#include <cstdlib>
-#include <memory>
-#include <vector>
-
-namespace {
-
-void require(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
-
-/// A drawing with layers that differ in what expressions ask for.
-struct Drawing {
-    Drawing() {
-        const HxDbObjectPointer<HxDbLayerTable> table(database.layerTableId(), HxDb::kForWrite);
-        for (const wchar_t* name : {L"A-WALL", L"A-DOOR-1", L"x[a]", L"\u4e2d\u6587"}) {
-            auto* layer = new HxDbLayerTableRecord;
-            layer->setName(name);
-            layer->setIsOff(layers.size() % 2 == 0);
-            layer->setColor(HxCmColor::byIndex(static_cast<std::int16_t>(1 + layers.size())));
-            table->add(layer);
-            layers.push_back(layer);
-        }
-    }
-    ~Drawing() {
-        for (HxDbLayerTableRecord* layer : layers) {
-            layer->close();
-        }
-    }
-    HxDbDatabase database;
-    std::vector<HxDbLayerTableRecord*> layers;
-};
-
-std::vector<bool> accepted(const HxLyLayerFilter& filter, const Drawing& drawing) {
-    std::vector<bool> all;
-    for (const HxDbLayerTableRecord* layer : drawing.layers) {
-        all.push_back(filter.filter(layer));
-    }
-    return all;
-}
-
-}  // namespace
+using korvex::fuzz::accepted;
+using korvex::fuzz::Drawing;
+using korvex::fuzz::require;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static auto* const drawing = new Drawing;

@@ -204,7 +204,8 @@ CommandProcessor::Outcome CommandProcessor::perform(const std::function<void()>&
 }
 
 void CommandProcessor::execute(const Command& command, const std::function<void()>& body) {
-    Document* document = command.has(HXCMD_SESSION | kStandsForUser) ? nullptr : m_editor.documents().current();
+    Document* document =
+        command.has(HXCMD_SESSION | kStandsForUser) ? nullptr : m_editor.documents().current();
     if (!document && !command.has(HXCMD_SESSION | kDocumentOptional | kStandsForUser)) {
         m_editor.failure(command.global + L" needs a drawing, and none is open: use NEW or OPEN first.");
         return;

@@ -73,9 +73,11 @@ CStdStr<wchar_t> linetypeOverrideCommand(HxDbObjectId linetype, const CStdStr<wc
 CStdStr<wchar_t> lineweightOverrideCommand(HxDb::LineWeight weight, const CStdStr<wchar_t>& layers) {
     if (weight == HxDb::kLnWtByLwDefault) return formatted(L"'_.vplayer _LW _D %ls\n_C  ", layers.c_str());
     if (lineweightsAreInInches()) {
-        return formatted(L"'_.vplayer _LW %.3f %ls\n_C  ", weight / kHundredthsPerInch, layers.c_str());
+        return formatted(L"'_.vplayer _LW %.3f %ls\n_C  ", static_cast<double>(weight) / kHundredthsPerInch,
+                         layers.c_str());
     }
-    return formatted(L"'_.vplayer _LW %.2f %ls\n_C  ", weight / kHundredthsPerMillimetre, layers.c_str());
+    return formatted(L"'_.vplayer _LW %.2f %ls\n_C  ", static_cast<double>(weight) / kHundredthsPerMillimetre,
+                     layers.c_str());
 }
 
 CStdStr<wchar_t> plotStyleOverrideCommand(const wchar_t* style, const CStdStr<wchar_t>& layers) {

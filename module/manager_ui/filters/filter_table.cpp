@@ -53,7 +53,11 @@ private:
         return true;
     }
     bool condition(KvFilterTable& table) {
-        if (take("(")) return alternatives(table) && take(")");
+        if (take("(")) {
+            const bool isRead = ++m_depth <= kDeepest && alternatives(table) && take(")");
+            --m_depth;
+            return isRead;
+        }
         if (m_at + 2 >= m_tokens.size()) return false;
         const int column = columnOf(m_tokens[m_at]);
         if (column < 0 || m_tokens[m_at + 1] != "==") return false;
@@ -91,8 +95,11 @@ private:
         return known.empty() ? value : QString();
     }
 
+    static constexpr int kDeepest = 50;
+
     QStringList m_tokens;
     int m_at = 0;
+    int m_depth = 0;  ///< of parentheses
 };
 
 }  // namespace

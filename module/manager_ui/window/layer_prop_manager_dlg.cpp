@@ -43,8 +43,8 @@ KvLayerPropManagerDlg::~KvLayerPropManagerDlg() { ClearDlgData(); }
 bool KvLayerPropManagerDlg::OnInitDialog() {
     const ModuleResources resources;
     m_manager = std::make_unique<KvLayerPropManager>(m_database, m_isPalette);
-    CheckLayerFilterNumber(kManyFilters);
     m_manager->Initialize();
+    CheckLayerFilterNumber(kManyFilters);  // in the dialog's transaction: Cancel brings them back
     buildControls();
     initColumns();
     initPlacement();

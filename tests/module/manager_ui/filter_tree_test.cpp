@@ -384,7 +384,9 @@ TEST_F(ExcessFilters, GoSilentlyOrStayAsTheVariableSays) {
     EXPECT_EQ(filterCount(), 3);
     linker().unloadModule(kModule);
     load();
-    run(L"LAYERFILTERALERT 1\nLAYERPALETTE\n");
+    run(L"LAYERFILTERALERT 1\nCLASSICLAYER\nCLICK IDCANCEL\n");
+    EXPECT_EQ(filterCount(), 3) << "the dialog's Cancel takes back that, too";
+    run(L"LAYERPALETTE\n");
     EXPECT_EQ(filterCount(), 0);
     EXPECT_EQ(failures, Lines());
 }
