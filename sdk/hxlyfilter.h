@@ -135,6 +135,8 @@ public:
     Hx::ErrorStatus addLayerId(HxDbObjectId layer);
     /// eKeyNotFound.
     Hx::ErrorStatus removeLayerId(HxDbObjectId layer);
+    /// Those of the layers that are in the group; at once, for many.
+    void removeLayerIds(const HxArray<HxDbObjectId>& layers);
     bool containsLayerId(HxDbObjectId layer) const;
     /// In stored order, without layers that are erased now.
     void layerIds(HxArray<HxDbObjectId>& ids) const;

@@ -28,6 +28,7 @@ void ViewportImp::clearFields() {
     number = flags = 0;
     height = viewHeight = 0;
     m_frozen.clear();
+    m_isIndexed = false;
     m_frozenNames.clear();
 }
 
@@ -47,6 +48,7 @@ void ViewportImp::readField(const ReadContext& context, const GroupCursor& group
         HxDbStub* found = context.database.imp()->handles.find(group.asHandle());
         const bool isLayer = found && found->owner && found->owner == context.database.layerTableId().stub();
         m_frozen.push_back({group.code(), group.asHandle(), isLayer ? found : nullptr});
+        m_isIndexed = false;
         break;
     }
     default: EntityImp::readField(context, group);
@@ -160,17 +162,36 @@ void ViewportImp::freeze(HxDbStub& layer) {
     } else {
         const int code = m_frozen.empty() ? kFrozenCode : m_frozen.front().code;
         m_frozen.push_back({code, layer.handle, &layer});
+        m_isIndexed = false;
     }
 }
 
-void ViewportImp::thaw(const HxDbStub& layer) {
+void ViewportImp::thaw(const std::unordered_set<const HxDbStub*>& layers) {
+    m_isIndexed = false;
     m_frozen.erase(std::remove_if(m_frozen.begin(), m_frozen.end(),
-                                  [&](const Frozen& frozen) { return frozen.layer == &layer; }),
+                                  [&](const Frozen& frozen) { return layers.count(frozen.layer) != 0; }),
                    m_frozen.end());
-    m_frozenNames.erase(
-        std::remove_if(m_frozenNames.begin(), m_frozenNames.end(),
-                       [&](const RecordRef& frozen) { return frozen.record(layer.database) == &layer; }),
-        m_frozenNames.end());
+    m_frozenNames.erase(std::remove_if(m_frozenNames.begin(), m_frozenNames.end(),
+                                       [&](const RecordRef& frozen) {
+                                           return layers.count(frozen.record(stub->database)) != 0;
+                                       }),
+                        m_frozenNames.end());
+}
+
+/// Many layers are asked for one after the other: the index is made once.
+bool ViewportImp::isFrozen(const HxDbDatabase& database, const HxDbStub& layer) const {
+    if (!m_isIndexed) {
+        m_isFrozen.clear();
+        for (const Frozen& frozen : m_frozen) {
+            if (frozen.layer) {
+                m_isFrozen.insert(frozen.layer);
+            }
+        }
+        m_isIndexed = true;
+    }
+    return (m_isFrozen.count(&layer) != 0 && !layer.erased) ||
+           std::any_of(m_frozenNames.begin(), m_frozenNames.end(),
+                       [&](const RecordRef& frozen) { return frozen.record(&database) == &layer; });
 }
 
 namespace {
@@ -202,9 +223,9 @@ bool areLayers(const HxArray<HxDbObjectId>& ids, const HxDbDatabase* database) {
 /// Those of the layers whose state in the viewport is the other one, each once.
 std::vector<HxDbStub*> toChange(const HxDbViewport* viewport, const HxArray<HxDbObjectId>& ids, bool frozen) {
     std::vector<HxDbStub*> layers;
+    std::unordered_set<const HxDbStub*> seen;
     for (const HxDbObjectId& id : ids) {
-        if (viewport->isLayerFrozenInViewport(id) == frozen &&
-            std::find(layers.begin(), layers.end(), id.stub()) == layers.end()) {
+        if (viewport->isLayerFrozenInViewport(id) == frozen && seen.insert(id.stub()).second) {
             layers.push_back(id.stub());
         }
     }
@@ -249,8 +270,7 @@ bool HxDbViewport::isLayerFrozenInViewport(HxDbObjectId layer) const {
     if (!database() || layer.isNull()) {
         return false;
     }
-    const std::vector<HxDbStub*> frozen = fields<ViewportImp>(this).frozenLayers(*database());
-    return std::find(frozen.begin(), frozen.end(), layer.stub()) != frozen.end();
+    return fields<ViewportImp>(this).isFrozen(*database(), *layer.stub());
 }
 
 Hx::ErrorStatus HxDbViewport::freezeLayersInViewport(const HxArray<HxDbObjectId>& layers) {
@@ -271,9 +291,7 @@ Hx::ErrorStatus HxDbViewport::thawLayersInViewport(const HxArray<HxDbObjectId>& 
     }
     const std::vector<HxDbStub*> frozen = toChange(this, layers, true);
     return frozen.empty() ? Hx::eOk : changeFrozen(this, [&](ViewportImp& imp) {
-        for (const HxDbStub* layer : frozen) {
-            imp.thaw(*layer);
-        }
+        imp.thaw({frozen.begin(), frozen.end()});
     });
 }
 

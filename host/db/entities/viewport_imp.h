@@ -3,6 +3,8 @@
 
 #include "host/db/entities/entity_imp.h"
 
+#include <unordered_set>
+
 namespace korvex {
 
 class ViewportImp : public EntityImp {
@@ -16,8 +18,9 @@ public:
 
     bool isOn() const { return status != 0 && (flags & kOffFlag) == 0; }
     std::vector<HxDbStub*> frozenLayers(const HxDbDatabase& database) const;
+    bool isFrozen(const HxDbDatabase& database, const HxDbStub& layer) const;
     void freeze(HxDbStub& layer);
-    void thaw(const HxDbStub& layer);
+    void thaw(const std::unordered_set<const HxDbStub*>& layers);
     /// Drawings older than R13 keep the names in the extended data, where there is a place for them.
     bool holdsNames() const { return m_holdsNames; }
     void namesToXData(const HxDbDatabase& database);
@@ -36,6 +39,8 @@ private:
         HxDbStub* layer = nullptr;  ///< null when the drawing lacks it; the handle is kept then
     };
     std::vector<Frozen> m_frozen;
+    mutable std::unordered_set<const HxDbStub*> m_isFrozen;  ///< layers of m_frozen, while m_isIndexed
+    mutable bool m_isIndexed = false;
     std::vector<RecordRef> m_frozenNames;  ///< older than R13
     bool m_holdsNames = false;
 };

@@ -44,6 +44,16 @@ Hx::ErrorStatus HxLyLayerGroup::removeLayerId(HxDbObjectId layer) {
     return Hx::eOk;
 }
 
+void HxLyLayerGroup::removeLayerIds(const HxArray<HxDbObjectId>& layers) {
+    for (const HxDbObjectId& layer : layers) {
+        imp()->layerSet.erase(layer.stub());
+    }
+    std::vector<HxDbStub*>& all = imp()->layers;
+    all.erase(std::remove_if(all.begin(), all.end(),
+                             [this](HxDbStub* stub) { return imp()->layerSet.count(stub) == 0; }),
+              all.end());
+}
+
 bool HxLyLayerGroup::containsLayerId(HxDbObjectId layer) const {
     return !layer.isErased() && imp()->layerSet.count(layer.stub()) > 0;
 }

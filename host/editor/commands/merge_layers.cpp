@@ -52,6 +52,7 @@ std::vector<HxDbObjectId> layersOf(const Answer& answer, const wchar_t* nameProm
 
 /// False when the user gave up.
 bool askSources(std::vector<HxDbObjectId>& sources) {
+    std::unordered_set<HxDbObjectId> known;
     for (;;) {
         const Answer answer =
             askEntity({L"Select object on layer to merge or [Name/Undo]:", L"Name Undo"}, false);
@@ -59,14 +60,19 @@ bool askSources(std::vector<HxDbObjectId>& sources) {
             return answer.isNone();
         }
         if (answer.isKeywordOf(L"Undo")) {
-            sources.empty() ? say(L"There is no layer to leave out.") : sources.pop_back();
+            if (sources.empty()) {
+                say(L"There is no layer to leave out.");
+            } else {
+                known.erase(sources.back());
+                sources.pop_back();
+            }
             continue;
         }
         for (const HxDbObjectId& id : layersOf(answer, L"Enter name list of layer(s) to merge:")) {
             const std::wstring why = obstacle(id);
             if (!why.empty()) {
                 refuse(L"Layer " + quoted(layerName(id)) + L" can not be merged: " + why + L".");
-            } else if (std::find(sources.begin(), sources.end(), id) == sources.end()) {
+            } else if (known.insert(id).second) {
                 sources.push_back(id);
             }
         }

@@ -9,7 +9,6 @@
 #include <vector>
 
 class HxDbLayerTableRecord;
-class HxDbViewport;
 class KvLayerListCtrl;
 
 /// Changes one property of the selected layers, the new value being made from the clicked one: the opposite,

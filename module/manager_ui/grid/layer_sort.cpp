@@ -162,36 +162,45 @@ void sortByKeys(std::vector<KvLayerData*>& layers, const MyComp& order) {
                    [&before](std::uint32_t at) { return before[at]; });
 }
 
-/// All names one behind the other, each with its end; false when some record can not be opened.
-bool readNames(const std::vector<KvLayerData*>& layers, const MyComp& order, std::wstring& names) {
+/// Names one behind the other.
+struct Names {
+    std::wstring text;
+    std::vector<std::size_t> ends;
+
+    std::vector<std::wstring_view> parts() const {
+        std::vector<std::wstring_view> all;
+        all.reserve(ends.size());
+        std::size_t begin = 0;
+        for (const std::size_t end : ends) {
+            all.emplace_back(text.data() + begin, end - begin);
+            begin = end;
+        }
+        return all;
+    }
+};
+
+/// False when some record can not be opened.
+bool readNames(const std::vector<KvLayerData*>& layers, const MyComp& order, Names& names) {
+    constexpr std::size_t kUsualName = 24;
     constexpr std::size_t kAhead =
         8;  // records lie all over the memory: they are fetched before they are read
+    names.text.reserve(layers.size() * kUsualName);
+    names.ends.reserve(layers.size());
     for (std::size_t i = 0; i < layers.size(); ++i) {
         if (i + kAhead < layers.size()) __builtin_prefetch(layers[i + kAhead]->layerRec());
         const KvAutoLayerRecordPtr record(order.transactions(), layers[i], true);
         if (!record.object()) return false;
-        names += record->name();
-        names += L'\0';
+        names.text += record->name();
+        names.ends.push_back(names.text.size());
     }
     return true;
 }
 
-std::vector<std::wstring_view> partsOf(const std::wstring& names, std::size_t count) {
-    std::vector<std::wstring_view> parts;
-    parts.reserve(count);
-    for (std::size_t begin = 0; begin < names.size(); begin += parts.back().size() + 1) {
-        parts.emplace_back(names.c_str() + begin);
-    }
-    return parts;
-}
-
 /// What is compared lies together in the order of the sort.
 bool sortByName(std::vector<KvLayerData*>& layers, const MyComp& order) {
-    constexpr std::size_t kUsualName = 24;
-    std::wstring text;
-    text.reserve(layers.size() * kUsualName);
-    if (!readNames(layers, order, text)) return false;
-    const std::vector<std::wstring_view> names = partsOf(text, layers.size());
+    Names read;
+    if (!readNames(layers, order, read)) return false;
+    const std::vector<std::wstring_view> names = read.parts();
     const KvNaturalKeys keys(order.collation(), names);
     std::vector<KvNaturalKeys::Item> items = keys.items();
     mergeSort(items, [&](const KvNaturalKeys::Item& a, const KvNaturalKeys::Item& b) {

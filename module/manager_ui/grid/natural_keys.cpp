@@ -19,22 +19,32 @@ KvNaturalKeys::KvNaturalKeys(const KvCollation& collation, std::vector<std::wstr
     m_isExact = rankLetters();
     m_items.resize(m_names.size());
     m_begins.reserve(m_names.size());
+    if (m_isExact) m_bytes.reserve(usualBytes());
     for (std::size_t place = 0; place < m_names.size(); ++place) {
         m_items[place].place = static_cast<std::uint32_t>(place);
         if (m_isExact) append(m_names[place]);
     }
 }
 
+/// A little more than letters, for the numbers.
+std::size_t KvNaturalKeys::usualBytes() const {
+    std::size_t letters = 0;
+    for (const std::wstring_view name : m_names) {
+        letters += name.size() + 2;
+    }
+    return letters * static_cast<std::size_t>(m_rankBytes);
+}
+
 /// Equal letters have the same rank; ranks begin with 1. False when some other letter stands among the
 /// digits, or there are too many letters.
 bool KvNaturalKeys::rankLetters() {
     std::wstring letters = L"0123456789";
-    std::vector<bool> seen(kCommonLetters);
+    std::vector<char> seen(kCommonLetters);
     for (const std::wstring_view name : m_names) {
         for (const wchar_t c : name) {
             const auto at = static_cast<std::size_t>(c);
-            if (at < seen.size() && seen[at]) continue;
-            if (at < seen.size()) seen[at] = true;
+            if (at < seen.size() && seen[at] != 0) continue;
+            if (at < seen.size()) seen[at] = 1;
             letters += m_collation.lower(c);
         }
     }
@@ -52,7 +62,7 @@ bool KvNaturalKeys::rankLetters() {
     m_common.assign(kCommonLetters, 0);
     for (std::size_t at = 0; at < seen.size(); ++at) {
         const bool isDigit = KvCollation::isDigit(static_cast<wchar_t>(at));
-        if (seen[at] || isDigit) m_common[at] = searchRank(m_collation.lower(static_cast<wchar_t>(at)));
+        if (seen[at] != 0 || isDigit) m_common[at] = searchRank(m_collation.lower(static_cast<wchar_t>(at)));
     }
     return rank <= 0xFFFF && rankOf(L'9') - rankOf(L'0') == 9;
 }

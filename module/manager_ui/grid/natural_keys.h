@@ -46,6 +46,7 @@ private:
     static constexpr std::size_t kHeadBytes = 2 * kWordBytes;
 
     bool rankLetters();
+    std::size_t usualBytes() const;
     void append(std::wstring_view name);
     void appendNumber(std::int64_t number);
     std::uint32_t rankOf(wchar_t letter) const;

@@ -75,9 +75,11 @@ void KvLayerPropManagerDlg::RemoveSelectedFromGroup() {
     if (!group || !m_list->canEdit()) return;
     const ModuleResources resources;
     const KvLayerUndoAndLockWorker guard(m_isPalette, ResourceString(kStrUndoRemoveFromGroup).c_str());
+    HxArray<HxDbObjectId> leaving;
     for (const HxDbObjectId layer : m_list->selectedIds()) {
-        group->removeLayerId(layer);
+        leaving.append(layer);
     }
+    group->removeLayerIds(leaving);
     filtersChanged();
 }
 

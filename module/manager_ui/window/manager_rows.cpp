@@ -118,9 +118,12 @@ void KvLayerPropManagerDlg::UpdateTotalLayersInfoField(const CStdStr<wchar_t>& f
     const HxLyLayerFilter* const filter = m_manager->GetCurrentFilter();
     QString name = QString::fromStdWString(filterName);
     if (name.isEmpty() && filter) name = CKvUiTreeCtrl::displayName(*filter);
+    const int shown = m_list->rows().rowCount();
+    const bool showsAll =
+        filter && filter->kind() == HxLyLayerFilter::kAll && !m_found && !m_controls.invert->isChecked();
+    const int all = showsAll ? shown : m_manager->validLayerCount();
     m_controls.statistics->setText(
-        formatMessage(resourceText(kStrStatistics), {name, QString::number(m_list->rows().rowCount()),
-                                                     QString::number(m_manager->validLayerCount())}));
+        formatMessage(resourceText(kStrStatistics), {name, QString::number(shown), QString::number(all)}));
 }
 
 void KvLayerPropManagerDlg::UpdateCurrentLayerInfoField() {
