@@ -16,10 +16,17 @@ bool isFilterDictionary(const HxDbDatabase& database, const HxDbObject* object) 
     return HxDbDictionary::cast(owner) && owner->ownerId() == database.layerTableId();
 }
 
+/// Entities use layers; new layers are taken to be in use until that is found out.
+void markUsage(const HxDbObject* object) {
+    KvLayerPaletteMarks* const palette = visiblePalette();
+    if (palette && (HxDbEntity::cast(object) || HxDbLayerTableRecord::cast(object))) palette->SetDirtyUsage();
+}
+
 }  // namespace
 
 void KvLayerPaletteDbReactor::objectAppended(const HxDbDatabase* database, const HxDbObject* object) {
     if (!m_context || !database || !object) return;
+    markUsage(object);
     const bool isLayer = HxDbLayerTableRecord::cast(object) != nullptr;
     if (!isLayer && !HxDbViewport::cast(object)) return;
     m_context->GetLayerPaletteObjectReactor()->follow(object);
@@ -29,6 +36,7 @@ void KvLayerPaletteDbReactor::objectAppended(const HxDbDatabase* database, const
 
 void KvLayerPaletteDbReactor::objectUnAppended(const HxDbDatabase* database, const HxDbObject* object) {
     if (!m_context || !database || !object) return;
+    markUsage(object);
     KvLayerPaletteMarks* const palette = visiblePalette();
     if (isFilterDictionary(*database, object)) {
         m_context->GetLayerPaletteObjectReactor()->leave(object);
@@ -43,6 +51,7 @@ void KvLayerPaletteDbReactor::objectUnAppended(const HxDbDatabase* database, con
 
 void KvLayerPaletteDbReactor::objectReAppended(const HxDbDatabase* database, const HxDbObject* object) {
     if (!m_context || !database || !object) return;
+    markUsage(object);
     KvLayerPaletteMarks* const palette = visiblePalette();
     if (isFilterDictionary(*database, object)) {
         m_context->GetLayerPaletteObjectReactor()->follow(object);
@@ -58,6 +67,7 @@ void KvLayerPaletteDbReactor::objectReAppended(const HxDbDatabase* database, con
 void KvLayerPaletteDbReactor::objectModified(const HxDbDatabase* database, const HxDbObject* object) {
     KvLayerPaletteMarks* const palette = visiblePalette();
     if (!palette || !database || !object) return;
+    if (HxDbEntity::cast(object)) palette->SetDirtyUsage();
     const HxDbObject* const holder =
         HxDbXrecord::cast(object) ? hxdbObjectPointer(object->ownerId()) : object;
     if (isFilterDictionary(*database, holder)) palette->SetDirtyNeedRefreshFilter();

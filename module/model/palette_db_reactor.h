@@ -13,7 +13,7 @@ public:
     void objectAppended(const HxDbDatabase* database, const HxDbObject* object) override;
     void objectUnAppended(const HxDbDatabase* database, const HxDbObject* object) override;
     void objectReAppended(const HxDbDatabase* database, const HxDbObject* object) override;
-    /// Filters that are stored, and filters that undo brings back.
+    /// Filters that are stored, and filters that undo brings back; objects that come to another layer.
     void objectModified(const HxDbDatabase* database, const HxDbObject* object) override;
     void objectErased(const HxDbDatabase* database, const HxDbObject* object, bool erased) override;
 

@@ -21,6 +21,8 @@ public:
     virtual void SetDirtyNeedRefreshList() = 0;
     virtual void SetDirtyNeedRefreshListItem(HxDbObjectId layer) = 0;
     virtual void SetDirtyNeedRefreshFilter() = 0;
+    /// Objects have come, gone or changed their layer: other layers may be in use now.
+    virtual void SetDirtyUsage() {}
     /// The drawing of the mark for everything, without setting it.
     virtual void setRefreshDb(HxDbDatabase* database) = 0;
     virtual void clearDirtyFlag() = 0;

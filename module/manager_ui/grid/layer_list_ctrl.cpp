@@ -356,10 +356,12 @@ HxDbTransactionManager* KvLayerListCtrl::transactions() const {
 
 // ---- order ----
 
-MyComp KvLayerListCtrl::comparison() const {
+int KvLayerListCtrl::sortedBy() const {
     const int column = horizontalHeader()->logicalIndex(m_sortColumn);
-    return MyComp(column < 0 ? m_sortColumn : column, m_ascending, this);
+    return column < 0 ? m_sortColumn : column;
 }
+
+MyComp KvLayerListCtrl::comparison() const { return MyComp(sortedBy(), m_ascending, this); }
 
 std::vector<KvLayerData*> KvLayerListCtrl::sortedLayers(std::vector<KvLayerData*> layers) const {
     if (layers.size() > 1 && GetDatabase()) sortLayers(layers, comparison());

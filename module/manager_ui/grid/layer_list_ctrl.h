@@ -97,6 +97,8 @@ public:
     /// Sorts by the column at a display position, keeping the selection.
     void Sort(int column, bool ascending);
     int sortColumn() const { return m_sortColumn; }
+    /// The identity of that column.
+    int sortedBy() const;
     bool isSortAscending() const { return m_ascending; }
     /// The order of rows that are shown from now on.
     void setSortInfo(int column, bool ascending);

@@ -68,6 +68,7 @@ void KvLayerManagerWnd::OnUpdateCmdUI() {
     if (dirty & kDirtyFilter) updateDlgLayerTree();
     if (dirty & kDirtyItems) updateDlgLayerList(items);
     if (dirty & kDirtyList) updateDlgLayerList();
+    if ((dirty & kDirtyUsage) && m_isEnabled) m_content->updateUsage();
 }
 
 // ---- showing ----

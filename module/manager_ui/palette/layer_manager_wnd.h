@@ -47,6 +47,7 @@ public:
     void SetDirtyNeedRefreshList() override { m_dirty |= kDirtyList; }
     void SetDirtyNeedRefreshListItem(HxDbObjectId layer) override;
     void SetDirtyNeedRefreshFilter() override { m_dirty |= kDirtyFilter; }
+    void SetDirtyUsage() override { m_dirty |= kDirtyUsage; }
     void setRefreshDb(HxDbDatabase* database) override { m_refreshDatabase = database; }
     void clearDirtyFlag() override;
     void updateCurLayer() override;
@@ -68,7 +69,13 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    enum Dirty : unsigned { kDirtyAll = 1, kDirtyList = 2, kDirtyItems = 4, kDirtyFilter = 8 };
+    enum Dirty : unsigned {
+        kDirtyAll = 1,
+        kDirtyList = 2,
+        kDirtyItems = 4,
+        kDirtyFilter = 8,
+        kDirtyUsage = 16
+    };
 
     KvLayerPropManagerDlg* m_content = nullptr;
     HxUiDockFrameWindow* m_frame;

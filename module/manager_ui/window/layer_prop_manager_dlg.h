@@ -49,6 +49,8 @@ public:
     void refreshDlgLayers(HxDbDatabase* database, bool changed);
     /// The columns of the space that is current now.
     void updateTileMode();
+    /// Finds out anew which layers are in use.
+    void updateUsage();
     /// Another layer is current.
     void updateCurLayer();
     void UpdateTotalLayersInfoField(const CStdStr<wchar_t>& filterName);

@@ -84,6 +84,20 @@ void KvLayerPropManagerDlg::UpdateLayerList(bool keepSelection) {
     updateInfo();
 }
 
+/// Filters that may ask for it, and the order by it, choose and order the rows anew; else cells are enough.
+void KvLayerPropManagerDlg::updateUsage() {
+    if (!m_manager->GetDatabase()) return;
+    m_manager->procLayerUsageData();
+    const HxLyLayerFilter* const filter = m_manager->GetCurrentFilter();
+    const bool mayAsk = filter && (filter->kind() == HxLyLayerFilter::kAllUsed ||
+                                   filter->kind() == HxLyLayerFilter::kProperty);
+    if (mayAsk || m_list->sortedBy() == kColStatus) {
+        UpdateLayerList(true);
+    } else {
+        m_list->refreshRows();
+    }
+}
+
 void KvLayerPropManagerDlg::updateInfo() {
     UpdateCurrentLayerInfoField();
     UpdateTotalLayersInfoField(CStdStr<wchar_t>());

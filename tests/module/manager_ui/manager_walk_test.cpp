@@ -69,13 +69,12 @@ protected:
         default: return click + L"/header " + any({L"Name", L"On", L"Color", L"Status"}) + L"\n";
         }
     }
-    /// As a palette that is loaded afresh shows it; whether layers are in use is found out then only.
+    /// As a palette that is loaded afresh shows it.
     void expectCurrent(const std::wstring& step) {
         idle();
         const auto shown = [this] {
             QStringList all;
-            for (Row row : rows()) {
-                row[0].remove("Not in use").remove("In use");
+            for (const Row& row : rows()) {
                 all << row.join('|');
             }
             all.sort();  // equal keys have no order among themselves

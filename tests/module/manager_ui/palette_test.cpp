@@ -125,6 +125,27 @@ TEST_F(Palette, ShowsEachChangedRowOnceAndEverythingWithoutMore) {
     EXPECT_EQ(row("WALLS")[kColLock], "Unlocked");
 }
 
+TEST_F(Palette, TellsWhichLayersAreInUseAsObjectsComeAndGo) {
+    run(L"-LAYER N Fresh,Other\nSET Fresh\n\n");
+    showPalette();
+    run(L"-LAYER SET SPARE\n\n");
+    idle();
+    EXPECT_EQ(row("Fresh")[kColStatus], "Not in use");
+    run(L"-LAYER SET Fresh\n\nLINE 0,0 1,1\n\n-LAYER SET SPARE\n\n");
+    idle();
+    EXPECT_EQ(row("Fresh")[kColStatus], "In use");
+    EXPECT_EQ(row("Other")[kColStatus], "Not in use");
+    auto* const tree = frame().findChild<QTreeWidget*>("IDC_LAYER_FILTER_TREE");
+    tree->setCurrentItem(tree->findItems("All Used Layers", Qt::MatchExactly | Qt::MatchRecursive).front());
+    EXPECT_TRUE(names().contains("Fresh"));
+    run(L"ERASE L\n\n");
+    idle();
+    EXPECT_FALSE(names().contains("Fresh"));
+    run(L"U\n");
+    idle();
+    EXPECT_TRUE(names().contains("Fresh"));
+}
+
 TEST_F(Palette, SortsByHeaderAndKeepsTheSelection) {
     showPalette();
     run(L"-LAYER OFF NOTES,TOP\n\n");
