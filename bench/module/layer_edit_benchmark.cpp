@@ -212,6 +212,31 @@ void merge(benchmark::State& state) {
     state.counters["ratio"] = spent / least;
 }
 
+/// Which of 1,000 layers are in use, and their rows, after a line was drawn among so many; against reading
+/// every object's layer.
+void usage(benchmark::State& state) {
+    Drawing drawing(1000);
+    const std::vector<HxDbObjectId> lines =
+        addLines(drawing.database(), tableOrder(drawing.database()), static_cast<int>(state.range(0)));
+    Palette palette;
+    against(
+        state,
+        [&] {
+            palette.palette->SetDirtyUsage();
+            palette.palette->OnUpdateCmdUI();
+            QCoreApplication::processEvents();
+        },
+        [&] {
+            std::size_t own = 0;
+            for (const HxDbObjectId line : lines) {
+                const HxDbObjectPointer<HxDbEntity> entity(line, HxDb::kForRead);
+                own += entity->layerId().isNull() ? 0 : 1;
+            }
+            benchmark::DoNotOptimize(own);
+        });
+    state.counters.erase("ns_per_layer");
+}
+
 /// The dialog's Cancel after 10,000 edits, against aborting a bare transaction of as many.
 void cancel(benchmark::State& state) {
     constexpr std::size_t kEdits = 10000;
@@ -250,6 +275,7 @@ BENCHMARK(search)->Apply(sizes);
 BENCHMARK(newLayer)->Apply(sizes);
 BENCHMARK(deleteLayers)->Apply(sizes)->Iterations(5);
 BENCHMARK(merge)->Apply(sizes)->Iterations(3);
+BENCHMARK(usage)->Arg(1000)->Arg(10000)->Arg(100000)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(cancel)->Apply(sizes)->Iterations(5);
 
 }  // namespace

@@ -89,10 +89,11 @@ void KvLayerListCtrl::EditLayerName(HxDbLayerTableRecord* layer) { editCell(laye
 void KvLayerListCtrl::EditLayerDescription(HxDbLayerTableRecord* layer) { editCell(layer, kColDescription); }
 
 void KvLayerListCtrl::SetEditLayerName() {
-    const QModelIndex at = currentIndex();
-    if (at.isValid() && ItemIsSelected(at.row())) {
-        edit(m_model->index(at.row(), kColName), AllEditTriggers, nullptr);
-    }
+    const QModelIndexList selected = selectionModel()->selectedRows(kColName);
+    const bool hasFocus = ItemIsSelected(currentIndex().row());
+    if (!hasFocus && selected.isEmpty()) return;
+    const QModelIndex name = hasFocus ? m_model->index(currentIndex().row(), kColName) : selected.front();
+    edit(name, AllEditTriggers, nullptr);
 }
 
 // ---- taking what was typed ----

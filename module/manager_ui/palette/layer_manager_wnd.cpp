@@ -122,14 +122,14 @@ void KvLayerManagerWnd::clearDocData(HxApDocument* document) {
 
 // ---- order, columns, look ----
 
-void KvLayerManagerWnd::getSortInfo(int& column, bool& ascending) const {
+void KvLayerManagerWnd::getSortInfo(int& column, bool& descending) const {
     column = m_sortColumn;
-    ascending = m_sortsAscending;
+    descending = m_sortsDescending;
 }
 
-void KvLayerManagerWnd::setSortInfo(int column, bool ascending) {
+void KvLayerManagerWnd::setSortInfo(int column, bool descending) {
     m_sortColumn = column;
-    m_sortsAscending = ascending;
+    m_sortsDescending = descending;
 }
 
 bool KvLayerManagerWnd::SaveWndLayerListColInfoInReg() { return m_content && m_content->SaveColInfoInReg(); }

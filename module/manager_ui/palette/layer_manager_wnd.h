@@ -27,8 +27,9 @@ public:
     bool SaveWndLayerListColInfoInReg();
     void AdjustFrameSize();
     void UpdateUIStyle() override;
-    void getSortInfo(int& column, bool& ascending) const;
-    void setSortInfo(int column, bool ascending);
+    /// By which column, by display position, the rows were sorted last, and whether the greatest come first.
+    void getSortInfo(int& column, bool& descending) const;
+    void setSortInfo(int column, bool descending);
     KvLayerPropManagerDlg& content() const { return *m_content; }
 
     // KvPalettePanel
@@ -81,7 +82,7 @@ private:
     HxUiDockFrameWindow* m_frame;
     bool m_isEnabled = true;  ///< false while the layer table is open for change
     int m_sortColumn = 1;
-    bool m_sortsAscending = true;
+    bool m_sortsDescending = false;
     std::int16_t m_savedNomutt = -1;
     unsigned m_dirty = 0;
     HxDbDatabase* m_refreshDatabase = nullptr;

@@ -106,20 +106,20 @@ void KvLayerPropManagerDlg::connectControls() {
 
 void KvLayerPropManagerDlg::initOrder() {
     int column = kColName;
-    bool ascending = true;
+    bool descending = false;
     if (m_palette) {
-        m_palette->getSortInfo(column, ascending);
+        m_palette->getSortInfo(column, descending);
     } else if (const KvLayerPaletteDocReactor* const documents = paletteDocReactor()) {
         const KvLayerSortInfo order = documents->sortInfo(curDoc());
         column = order.column;
-        ascending = !order.descending;
+        descending = order.descending;
     }
-    m_list->setSortInfo(column, ascending);
+    m_list->setSortInfo(column, !descending);
 }
 
 void KvLayerPropManagerDlg::rememberOrder(int column, bool descending) {
     if (m_palette) {
-        m_palette->setSortInfo(column, !descending);
+        m_palette->setSortInfo(column, descending);
     } else if (KvLayerPaletteDocReactor* const documents = paletteDocReactor()) {
         documents->setSortInfo(curDoc(), {column, descending});
     }
