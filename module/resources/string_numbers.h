@@ -199,8 +199,9 @@ enum KvString : std::uint32_t {
     kStrNewLayerFailed = 10346,
     kStrDeleteSummary = 10347,      ///< %1!d! selected layers, %2!d! of them left
     kStrSetCurrentRefused = 10348,  ///< refusal; %1 the layer
-    kStrMergeTargetTitle = 10350,   ///< choosing where layers are merged to, 10350 to 10352
-    kStrMergeTargetLabel = 10351,   ///< %1 how many layers
+    kStrNotKeptYet = 10349,
+    kStrMergeTargetTitle = 10350,  ///< choosing where layers are merged to, 10350 to 10352
+    kStrMergeTargetLabel = 10351,  ///< %1 how many layers
     kStrMergeTargetSearch = 10352,
     kStrMergeQuestion = 10353,  ///< %1!d! layers, %2 the target
     kStrMergeSummary = 10354,   ///< %1!d! selected layers, %2!d! of them left

@@ -217,6 +217,8 @@ constexpr HxResourceString kStrings[] = {
      L"layer, layers with objects, and layers of external references."},
     {kStrSetCurrentRefused,
      L"Layer \"%1\" cannot be made current: it is frozen or belongs to an external reference."},
+    {kStrNotKeptYet,
+     L"The changes cannot be kept yet: another program part is changing the drawing. Try OK again."},
     {kStrMergeTargetTitle, L"Merge Layers Into"},
     {kStrMergeTargetLabel, L"Layer that takes the objects of the %1 selected layer(s):"},
     {kStrMergeTargetSearch, L"Part of a name"},

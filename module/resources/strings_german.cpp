@@ -219,6 +219,8 @@ constexpr HxResourceString kStrings[] = {
                         L"DEFPOINTS, der aktuelle Layer, Layer mit Objekten und Layer externer Referenzen."},
     {kStrSetCurrentRefused, L"Der Layer \"%1\" kann nicht aktuell gesetzt werden: Er ist gefroren oder "
                             L"gehört zu einer externen Referenz."},
+    {kStrNotKeptYet, L"Die Änderungen können noch nicht übernommen werden: Ein anderer Programmteil ändert "
+                     L"die Zeichnung. Versuchen Sie OK noch einmal."},
     {kStrMergeTargetTitle, L"Layer zusammenführen in"},
     {kStrMergeTargetLabel, L"Layer, der die Objekte der %1 gewählten Layer übernimmt:"},
     {kStrMergeTargetSearch, L"Teil eines Namens"},

@@ -50,7 +50,7 @@ bool KvLayerPropManagerDlg::OnInitDialog() {
     initPlacement();
     UpdateUIStyle();
     refreshDlgLayers(m_database, true);
-    m_firstFilter = m_manager->GetCurrentFilter();
+    m_firstFilter = currentFilterName();
     m_list->SetCurLayerSelected();
     m_list->setFocus();
     return HxUiBaseDialog::OnInitDialog();
@@ -270,15 +270,28 @@ void KvLayerPropManagerDlg::AdjustFrameSize() {
     if (layout()) layout()->activate();
 }
 
+CStdStr<wchar_t> KvLayerPropManagerDlg::currentFilterName() const {
+    const HxLyLayerFilter* const filter = m_manager->GetCurrentFilter();
+    return filter ? filter->name() : CStdStr<wchar_t>();
+}
+
 // ---- the end of the dialog; the palette is closed by its panel, not by Esc in its content ----
 
 void KvLayerPropManagerDlg::OnOK() {
     if (m_isPalette) return;
     hxedSetInvertLayerFilterFlag(m_controls.invert->isChecked());
-    hxedSetUseCurrentFilterFlag(m_manager->GetCurrentFilter() != m_firstFilter);
+    hxedSetUseCurrentFilterFlag(currentFilterName() != m_firstFilter);
+    const ModuleResources resources;
+    const Hx::ErrorStatus status = m_manager->Commit(false);
+    if (status == Hx::eNotTopTransaction) {
+        MessageBox(ResourceString(kStrNotKeptYet).c_str(), nullptr, MB_OK | MB_ICONWARNING);
+        return;
+    }
+    if (status != Hx::eOk) {
+        MessageBox(ResourceString(kStrFiltersNotStored).c_str(), nullptr, MB_OK | MB_ICONWARNING);
+    }
     savePlacement();
     clearRows();
-    m_manager->Commit(false);
     HxUiBaseDialog::OnOK();
 }
 

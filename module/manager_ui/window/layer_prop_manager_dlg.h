@@ -178,6 +178,7 @@ private:
     void placeRow(HxDbObjectId layer);
     void reloadFilters(bool keepsCurrent);
     void connectTree();
+    CStdStr<wchar_t> currentFilterName() const;
     HxLyLayerFilter* filterNamed(const wchar_t* name) const;
     void showFilter(HxLyLayerFilter& filter);
     bool saveLayerFilters();
@@ -208,5 +209,5 @@ private:
     bool m_isPaneShown = true;
     QString m_search;                          ///< what is searched for; empty: nothing
     std::unique_ptr<HxLyLayerFilter> m_found;  ///< accepts the names that are searched for
-    HxLyLayerFilter* m_firstFilter = nullptr;  ///< current when the dialog opened; not to be followed
+    CStdStr<wchar_t> m_firstFilter;            ///< the current one when the dialog opened
 };

@@ -10,6 +10,7 @@
 #include <QSplitter>
 #include <QToolButton>
 
+#include <cstdlib>
 #include <cwchar>
 
 namespace {
@@ -68,8 +69,8 @@ bool KvLayerPropManagerDlg::ReadWindowPos(int& x, int& y, int& width, int& heigh
 void KvLayerPropManagerDlg::initPlacement() {
     int split = kFirstSplit;
     std::swscanf(read(m_isPalette ? kPaletteSplit : kDialogSplit).c_str(), L"%d", &split);
-    split = std::clamp(split, 0, kWidestSplit);
-    showFilterPane(split > 0, split > 0 ? split : kFirstSplit);
+    split = std::clamp(split, -kWidestSplit, kWidestSplit);
+    showFilterPane(split > 0, split == 0 ? kFirstSplit : std::abs(split));
     if (m_isPalette) return;
     QRect place;
     int width = 0;
@@ -85,7 +86,7 @@ void KvLayerPropManagerDlg::savePlacement() {
     if (!m_list) return;
     SaveColInfoInReg();
     const QRect place = geometry();
-    SaveWindowPos(place.x(), place.y(), place.width(), place.height(), m_isPaneShown ? m_split : 0);
+    SaveWindowPos(place.x(), place.y(), place.width(), place.height(), m_isPaneShown ? m_split : -m_split);
 }
 
 // ---- the filter pane ----

@@ -205,6 +205,33 @@ TEST_F(ManagerWindow, MergesIntoALayerThatTheUserChooses) {
     EXPECT_EQ(names().size(), 14);
 }
 
+TEST_F(ManagerWindow, LayerStatesTellThatTheyAreNotThere) {
+    EXPECT_TRUE(contains(pressAnd("IDC_BUTTON_LAYERSTATES", L"OK\n"),
+                         L"LAYERSTATE is not available in this version. [OK]"));
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(ManagerWindow, MergesSpeakGermanAndWaitForATarget) {
+    linker().unloadModule(kModule);
+    qputenv("LC_ALL", "de_DE.UTF-8");
+    load();
+    showPalette();
+    selectLayers({"NOTES", "0"});
+    const std::wstring told = run(L"CLICK IDC_LIST_LAYERS_LIST right \"NOTES,Name\"\n"
+                                  L"CHOOSE menu \"Gew\u00e4hlte Layer zusammenf\u00fchren in...\"\n"
+                                  L"TYPE IDC_MERGE_SEARCH nowhere\nLOOK IDOK\nPRESS IDC_MERGE_SEARCH Ctrl+A\n"
+                                  L"TYPE IDC_MERGE_SEARCH wall\nCLICK IDOK\nOK\nOK\n");
+    EXPECT_TRUE(contains(told, L"\"OK\", disabled"));
+    EXPECT_TRUE(contains(told,
+                         L"Alle Objekte von 1 Layer(n) kommen auf den Layer \"WALLS\", und die Layer werden "
+                         L"gel\u00f6scht. [OK/Cancel]"));
+    EXPECT_TRUE(
+        contains(told, L"Von 2 gew\u00e4hlten Layern k\u00f6nnen 1 nicht zusammengef\u00fchrt werden."));
+    EXPECT_FALSE(hasLayer(L"NOTES"));
+    EXPECT_EQ(failures, Lines());
+    qputenv("LC_ALL", "C");
+}
+
 TEST_F(ManagerWindow, NothingIsDoneWhileACommandNeedsTheLayers) {
     selectLayers({"WALLS"});
     for (const wchar_t* const button :
@@ -221,7 +248,7 @@ TEST_F(ManagerWindow, KeepsTheSplitterAndTheClosedFilterPane) {
     QTest::mouseClick(control<QToolButton>("IDC_EXPAND_BUTTON1"), Qt::LeftButton);
     EXPECT_FALSE(control<QWidget>("IDC_STATIC_FILTERBOX")->isVisible());
     run(L"LAYERCLOSE\n");
-    EXPECT_EQ(std::wstring(setting(L"LayerDialog/PalletSplitPos").asString()), L"0");
+    EXPECT_EQ(std::wstring(setting(L"LayerDialog/PalletSplitPos").asString()), L"-170");
     linker().unloadModule(kModule);
     load();
     showPalette();
