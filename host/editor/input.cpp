@@ -56,6 +56,12 @@ bool Input::takeSent(bool transparentOnly) {
     return true;
 }
 
+void Input::dropSent() {
+    while (!m_sources.empty() && m_sources.front()->document()) {
+        m_sources.pop_front();
+    }
+}
+
 void Input::forget(const HxApDocument* document) {
     const auto isOf = [document](const auto& sent) { return sent.second.document == document; };
     m_sent.erase(std::remove_if(m_sent.begin(), m_sent.end(), isOf), m_sent.end());

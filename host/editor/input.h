@@ -35,6 +35,9 @@ public:
     /// Lets the oldest sent string come next; `transparentOnly` only if it begins with "'". False when there
     /// is none.
     bool takeSent(bool transparentOnly);
+    /// Drops what is left of the string that was sent and answers now: its command cannot run, and its
+    /// answers are no commands.
+    void dropSent();
     /// Forgets what was sent to a document that is going.
     void forget(const HxApDocument* document);
 

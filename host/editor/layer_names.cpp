@@ -11,6 +11,8 @@ namespace korvex {
 
 namespace {
 
+constexpr wchar_t kEscape = L'`';
+
 /// Collects layers, each once.
 class Collector {
 public:
@@ -49,7 +51,10 @@ bool addMatching(const HxDbLayerTable& table, const std::wstring& element, Colle
 std::vector<std::wstring> splitNames(const std::wstring& list) {
     std::vector<std::wstring> names;
     for (std::size_t at = 0; at <= list.size();) {
-        const std::size_t end = std::min(list.find(L',', at), list.size());
+        std::size_t end = at;
+        while (end < list.size() && list[end] != L',') {
+            end = std::min(end + (list[end] == kEscape ? 2 : 1), list.size());
+        }
         CStdStr<wchar_t> name(list.substr(at, end - at));
         if (!name.Trim().IsEmpty()) {
             names.push_back(name);

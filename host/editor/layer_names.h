@@ -18,7 +18,8 @@ struct LayerSelection {
 /// pattern.
 LayerSelection selectLayers(HxDbDatabase& database, const std::wstring& list);
 
-/// The elements of a list, without blanks at their ends; empty ones are left out.
+/// The elements of a list, without blanks at their ends; empty ones are left out. A comma after "`" parts
+/// none.
 std::vector<std::wstring> splitNames(const std::wstring& list);
 
 /// The layer's name; empty when it can not be read.

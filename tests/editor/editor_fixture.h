@@ -9,6 +9,7 @@
 #include "host/editor/system_variables.h"
 #include "sdk/hxdbentity.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 
 #include <functional>
@@ -77,6 +78,11 @@ protected:
     }
 
     HxDbDatabase& database() { return *curDocDatabase(); }
+    void write(const char* name, const std::string& text) {
+        QFile file(QString::fromStdWString(path(name)));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text.data(), static_cast<qint64>(text.size()));
+    }
     std::wstring path(const char* name) { return m_folder.filePath(name).toStdWString(); }
 
     int entities() {

@@ -40,6 +40,7 @@ TEST_F(LayerCommand, FindsLayersByNameOrPattern) {
         {L"[A]#", {L"A1"}, {}},
         {L"~A*", {L"0", L"B-WALL", L"[A]"}, {}},
         {L" , ,", {}, {}},
+        {L"A`,1,A-WIN,A`", {L"A-WIN"}, {L"A`,1", L"A`"}},
     };
     for (const Case& c : cases) {
         const LayerSelection selection = selectLayers(database(), c.list);

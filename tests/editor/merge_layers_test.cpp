@@ -1,7 +1,9 @@
 // -LAYMRG: everything on the layers moves, in all spaces and blocks, and the layers go, in one step.
 #include "host/db/kernel/entity_access.h"
 #include "host/io/drawing_writer.h"
+#include "sdk/hxlyfilter.h"
 #include "tests/editor/editor_fixture.h"
+#include "tests/module/small_drawing.h"
 
 namespace korvex::test {
 namespace {
@@ -27,6 +29,8 @@ TEST_F(MergeLayers, MovesAndErasesInOneStep) {
     const std::wstring shown = run(L"_.-LAYMRG _N A\n_N B\n\n_N C\n_Y ");
     EXPECT_EQ(failures, Lines());
     EXPECT_TRUE(contains(shown, L"Merge \"A\", \"B\" into \"C\"?")) << testing::PrintToString(shown);
+    EXPECT_TRUE(contains(shown, L"2 layer(s) merged into \"C\", 3 object(s) moved."))
+        << testing::PrintToString(shown);
     EXPECT_FALSE(hasLayer(L"A") || hasLayer(L"B"));
     EXPECT_EQ(on(L"C"), 3);
     run(L"U\n");
@@ -34,6 +38,50 @@ TEST_F(MergeLayers, MovesAndErasesInOneStep) {
     EXPECT_EQ(on(L"A"), 1);
     EXPECT_EQ(on(L"B"), 2);
     EXPECT_EQ(on(L"C"), 0);
+}
+
+TEST_F(MergeLayers, LeavesNothingBehindInBlocksViewportsAndGroups) {
+    SmallDrawing drawing;
+    drawing.block("DOOR", drawing.line("My A#", 0, 0, 1, 0));
+    drawing.model(drawing.insert("DOOR", "B", 0, 0) + drawing.line("C", 0, 0, 1, 0) +
+                  drawing.line("C,.1", 0, 0, 1, 0));
+    drawing.paper(drawing.viewport(1, 150, 100, 300, 150, 100) + drawing.viewport(2, 60, 100, 100, 5, 0));
+    write("blocks.dxf", drawing.text());
+    run(L"OPEN " + path("blocks.dxf") + L"\nLAYOUT S Layout1\nMSPACE\nVPLAYER F My A#,C\nC\nC 1 B\nC\n\n");
+    HxLyLayerFilter* root = nullptr;
+    HxLyLayerFilter* current = nullptr;
+    ASSERT_EQ(database().layerFilterManager()->getFilters(root, current), Hx::eOk);
+    auto* const group = new HxLyLayerGroup;
+    group->setName(L"Both");
+    ASSERT_EQ(root->addNested(group), Hx::eOk);
+    for (const wchar_t* const name : {L"My A#", L"C"}) {
+        ASSERT_EQ(group->addLayerId(layer(name)), Hx::eOk);
+    }
+    const auto frozen = [] {
+        const HxDbObjectPointer<HxDbViewport> viewport(hxedGetCurViewportObjectId(), HxDb::kForRead);
+        HxArray<HxDbObjectId> ids;
+        viewport->getFrozenLayers(ids);
+        return ids.length();
+    };
+    const auto grouped = [group] {
+        HxArray<HxDbObjectId> ids;
+        group->layerIds(ids);
+        return ids.length();
+    };
+    const std::string before = writeDrawing(database());
+    run(L"_.-laymrg _N My A#,C`,`.1,B\n\n_N C\n_Y ");
+    EXPECT_EQ(failures, Lines());
+    EXPECT_FALSE(hasLayer(L"My A#") || hasLayer(L"B") || hasLayer(L"C,.1"));
+    EXPECT_EQ(on(L"C"), 3);
+    EXPECT_EQ(frozen(), 1);
+    EXPECT_EQ(grouped(), 1);
+    const std::string after = writeDrawing(database());
+    EXPECT_EQ(after.find("My A#"), std::string::npos);
+    EXPECT_EQ(after.find("  8\nB\n"), std::string::npos);
+    run(L"U\n");
+    EXPECT_EQ(frozen(), 2);
+    EXPECT_EQ(grouped(), 2);
+    EXPECT_EQ(writeDrawing(database()), before);
 }
 
 TEST_F(MergeLayers, TakesPicksAndAsksBefore) {

@@ -10,7 +10,6 @@
 #include "sdk/hxmodule.h"
 
 #include <QApplication>
-#include <QFile>
 
 #include <set>
 
@@ -61,11 +60,6 @@ protected:
     template <class Function>
     Function* exported(const char* name) {
         return reinterpret_cast<Function*>(linker().functionOf(kModule, name));
-    }
-    void write(const char* name, const std::string& text) {
-        QFile file(QString::fromStdWString(path(name)));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text.data(), static_cast<qint64>(text.size()));
     }
     void open(const char* name) {
         HxApDocument* document = nullptr;

@@ -104,14 +104,19 @@ std::wstring namesOf(const std::vector<HxDbObjectId>& layers) {
     return names;
 }
 
-/// Moves what is on the layers; how many objects could not be moved.
-std::size_t moveObjects(const std::vector<HxDbObjectId>& sources, HxDbObjectId target) {
+struct Moves {
+    std::size_t done = 0;
     std::size_t failed = 0;
+};
+
+/// Moves what is on the layers.
+Moves moveObjects(const std::vector<HxDbObjectId>& sources, HxDbObjectId target) {
+    Moves moves;
     const std::unordered_set<HxDbObjectId> merged(sources.begin(), sources.end());
     const auto move = [&](HxDbStub* stub) {
         if (stub && isAlive(*stub) && merged.count(HxDbObjectId(layerOf(*stub))) != 0) {
             const HxDbObjectPointer<HxDbEntity> entity(HxDbObjectId(stub), HxDb::kForWrite);
-            failed += entity && entity->setLayer(target) == Hx::eOk ? 0 : 1;
+            ++(entity && entity->setLayer(target) == Hx::eOk ? moves.done : moves.failed);
         }
     };
     for (HxDbStub* block : members(*drawing().blockTableId().stub())) {
@@ -125,18 +130,17 @@ std::size_t moveObjects(const std::vector<HxDbObjectId>& sources, HxDbObjectId t
             move(entity);
         }
     }
-    return failed;
+    return moves;
 }
 
-void eraseLayer(HxDbObjectId id) {
-    const std::wstring name = layerName(id);
+/// False when the layer stays, which is told.
+bool eraseLayer(HxDbObjectId id) {
     const HxDbObjectPointer<HxDbLayerTableRecord> layer(id, HxDb::kForWrite);
     const Hx::ErrorStatus status = layer ? layer->erase() : layer.openStatus();
-    if (status == Hx::eOk) {
-        say(L"Layer " + quoted(name) + L" is merged.");
-    } else {
-        refuse(L"Layer " + quoted(name) + L" was not erased" + because(status) + L".");
+    if (status != Hx::eOk) {
+        refuse(L"Layer " + quoted(layerName(id)) + L" was not erased" + because(status) + L".");
     }
+    return status == Hx::eOk;
 }
 
 }  // namespace
@@ -155,14 +159,14 @@ void mergeLayersCommand() {
         say(L"No layer was merged.");
         return;
     }
-    const std::size_t failed = moveObjects(sources, target);
-    if (failed > 0) {
-        refuse(std::to_wstring(failed) + L" object(s) could not be moved, so no layer was erased.");
+    const Moves moves = moveObjects(sources, target);
+    if (moves.failed > 0) {
+        refuse(std::to_wstring(moves.failed) + L" object(s) could not be moved, so no layer was erased.");
         return;
     }
-    for (const HxDbObjectId& id : sources) {
-        eraseLayer(id);
-    }
+    const auto erased = std::count_if(sources.begin(), sources.end(), eraseLayer);
+    say(std::to_wstring(erased) + L" layer(s) merged into " + quoted(layerName(target)) + L", " +
+        std::to_wstring(moves.done) + L" object(s) moved.");
 }
 
 }  // namespace korvex

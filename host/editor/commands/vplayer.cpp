@@ -2,6 +2,7 @@
 #include "host/editor/commands/command_support.h"
 #include "host/editor/commands/host_commands.h"
 #include "host/editor/commands/layer_values.h"
+#include "host/editor/editor.h"
 #include "host/editor/layer_names.h"
 #include "sdk/hxdbdict.h"
 #include "sdk/hxdbentity.h"
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace korvex {
 
@@ -18,8 +20,9 @@ using Ids = std::vector<HxDbObjectId>;
 
 // ---- which layers, which viewports ----
 
-/// The layers of a list that is asked for; empty when there are none, which is told.
-Ids askLayers(const std::wstring& what) {
+/// The layers of a list that is asked for; nothing when the user gave up. Names that fit no layer are told;
+/// the next question comes all the same, since whoever wrote its answer down expects it.
+std::optional<Ids> askLayers(const std::wstring& what) {
     const Answer list = askName({L"Enter layer name(s) " + what + L":"});
     if (!list.isValue()) {
         return {};
@@ -109,15 +112,15 @@ HxArray<HxDbObjectId> arrayOf(const Ids& ids) {
 }
 
 void freezeOption() {
-    const HxArray<HxDbObjectId> layers = arrayOf(askLayers(L"to freeze"));
-    if (!layers.isEmpty()) {
+    if (const std::optional<Ids> ids = askLayers(L"to freeze")) {
+        const HxArray<HxDbObjectId> layers = arrayOf(*ids);
         changeViewports(askViewports(), [&](HxDbViewport& v) { return v.freezeLayersInViewport(layers); });
     }
 }
 
 void thawOption() {
-    const HxArray<HxDbObjectId> layers = arrayOf(askLayers(L"to thaw"));
-    if (!layers.isEmpty()) {
+    if (const std::optional<Ids> ids = askLayers(L"to thaw")) {
+        const HxArray<HxDbObjectId> layers = arrayOf(*ids);
         changeViewports(askViewports(), [&](HxDbViewport& v) { return v.thawLayersInViewport(layers); });
     }
 }
@@ -129,11 +132,11 @@ bool isFrozenInNew(HxDbObjectId id) {
 
 /// Each layer becomes in the viewports what it is in new ones.
 void resetOption() {
-    const Ids layers = askLayers(L"to reset");
-    if (layers.empty()) {
+    const std::optional<Ids> layers = askLayers(L"to reset");
+    if (!layers) {
         return;
     }
-    Ids frozen = layers;
+    Ids frozen = *layers;
     const auto thawed = std::stable_partition(frozen.begin(), frozen.end(), isFrozenInNew);
     const HxArray<HxDbObjectId> toThaw = arrayOf(Ids(thawed, frozen.end()));
     frozen.erase(thawed, frozen.end());
@@ -181,8 +184,8 @@ void newFrozenOption() {
 }
 
 void defaultOption() {
-    const Ids layers = askLayers(L"to change viewport visibility");
-    if (layers.empty()) {
+    const std::optional<Ids> layers = askLayers(L"to change viewport visibility");
+    if (!layers) {
         return;
     }
     const Answer answer =
@@ -190,7 +193,7 @@ void defaultOption() {
     if (answer.isCancelled()) {
         return;
     }
-    for (const HxDbObjectId& id : layers) {
+    for (const HxDbObjectId& id : *layers) {
         const HxDbObjectPointer<HxDbLayerTableRecord> layer(id, HxDb::kForWrite);
         if (layer) {
             layer->setVPDFLT(answer.isKeywordOf(L"Frozen"));
@@ -207,12 +210,12 @@ using LayerChange = std::function<Hx::ErrorStatus(HxDbLayerTableRecord&, HxDbObj
 
 /// Asks for layers and viewports and changes every layer in every viewport.
 void changeOverrides(const std::wstring& what, const LayerChange& change) {
-    const Ids layers = askLayers(what);
-    if (layers.empty()) {
+    const std::optional<Ids> layers = askLayers(what);
+    if (!layers) {
         return;
     }
     const Ids viewports = askViewports();
-    for (const HxDbObjectId& id : layers) {
+    for (const HxDbObjectId& id : *layers) {
         const HxDbObjectPointer<HxDbLayerTableRecord> layer(id, HxDb::kForWrite);
         Hx::ErrorStatus status = layer.openStatus();
         for (std::size_t i = 0; i < viewports.size() && status == Hx::eOk; ++i) {
@@ -339,6 +342,7 @@ const std::vector<CommandOption> kOptions = {
 void viewportLayerCommand() {
     if (drawing().tilemode()) {
         refuse(L"VPLAYER works in a layout only: go to one with LAYOUT first.");
+        editor().input().dropSent();
         return;
     }
     runOptions(kOptions);

@@ -12,6 +12,8 @@
 #include "hxdbentity.h"
 #include "hxdoc.h"
 
+#include <cwchar>
+
 namespace {
 
 constexpr double kHundredthsPerInch = 2540.0;
@@ -39,13 +41,23 @@ HxDbObjectId activeViewport(const HxDbDatabase* database) {
     return isFloating ? hxdbGetCurVportId(database) : HxDbObjectId();
 }
 
+std::wstring listElement(const std::wstring& name) {
+    if (name.find(L',') == std::wstring::npos) return name;
+    std::wstring escaped;
+    for (const wchar_t c : name) {
+        if (std::wcschr(L"#@.*?~[`,", c)) escaped += L'`';
+        escaped += c;
+    }
+    return escaped;
+}
+
 CStdStr<wchar_t> layerNames(const KvLayerListCtrl& grid, const std::vector<HxDbObjectId>& layers) {
     CStdStr<wchar_t> names;
     for (const HxDbObjectId layer : layers) {
         const KvAutoLayerRecordPtr record(grid.transactions(), grid.manager()->FindLayer(layer), true);
         if (!record.object()) continue;
         if (!names.empty()) names += L",";
-        names += record->name();
+        names += listElement(record->name());
     }
     return names;
 }

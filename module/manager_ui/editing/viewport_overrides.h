@@ -5,6 +5,7 @@
 #include "hxdbdatabase.h"
 #include "hxdbsymtb.h"
 
+#include <string>
 #include <vector>
 
 class KvLayerListCtrl;
@@ -12,6 +13,9 @@ class KvLayerPropManager;
 
 /// The floating viewport of a layout that is current; null in model space and on the paper.
 HxDbObjectId activeViewport(const HxDbDatabase* database);
+
+/// A layer's name as commands take it in lists. Names with commas, which other programs allow, stay one.
+std::wstring listElement(const std::wstring& name);
 
 /// The layers' names, parted by commas, as commands take them.
 CStdStr<wchar_t> layerNames(const KvLayerListCtrl& grid, const std::vector<HxDbObjectId>& layers);

@@ -5,6 +5,7 @@
 #include "dialogs/merge_target_dialog.h"
 #include "frame/resource_text.h"
 #include "frame/text_utilities.h"
+#include "manager_ui/editing/viewport_overrides.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
 #include "model/auto_layer_record.h"
 #include "model/layer_data.h"
@@ -64,9 +65,9 @@ void KvLayerPropManagerDlg::MergeSelectLayersTo() {
                  [&](KvLayerData* layer) { return IsValidLayer(layer, *m_manager->GetDatabase()); });
     const int count = static_cast<int>(merged.size());
     if (count > 0) {
-        QString names;
+        std::wstring names;
         for (KvLayerData* const layer : merged) {
-            names += (names.isEmpty() ? "" : ",") + nameOf(layer);
+            names += (names.empty() ? L"" : L",") + listElement(nameOf(layer).toStdWString());
         }
         KvMergeTargetDialog dialog(targetsFor(m_manager->GetAllLayersRef(), merged), count, this);
         if (dialog.DoModal() != IDOK) return;
@@ -75,8 +76,8 @@ void KvLayerPropManagerDlg::MergeSelectLayersTo() {
         if (MessageBox(question.toStdWString().c_str(), nullptr, MB_OKCANCEL | MB_ICONWARNING) != IDOK)
             return;
         CStdStr<wchar_t> command;
-        command.Format(L"_.-laymrg %ls\n_N %ls\n_Y ", (L"_N " + names.toStdWString() + L"\n").c_str(),
-                       dialog.target().toStdWString().c_str());
+        command.Format(L"_.-laymrg %ls\n_N %ls\n_Y ", (L"_N " + names + L"\n").c_str(),
+                       listElement(dialog.target().toStdWString()).c_str());
         hxDocManager()->sendStringToExecute(document, command.c_str(), true, false, false);
     }
     if (count < selected.length()) tellCounts(kStrMergeSummary, selected.length(), selected.length() - count);
