@@ -33,3 +33,6 @@ void setPaletteDocReactor(KvLayerPaletteDocReactor* reactor) { docReactor().rese
 
 KvPalettePanel* layerPalette() { return palettePanel().get(); }
 void setLayerPalette(KvPalettePanel* palette) { palettePanel().reset(palette); }
+void forgetLayerPalette(const KvPalettePanel& palette) {
+    if (palettePanel().get() == &palette) palettePanel().release();
+}

@@ -23,3 +23,5 @@ void setPaletteDocReactor(KvLayerPaletteDocReactor* reactor);
 /// takes it away.
 KvPalettePanel* layerPalette();
 void setLayerPalette(KvPalettePanel* palette);
+/// The panel is being deleted, whoever does it; nothing when it is not the one that is owned here.
+void forgetLayerPalette(const KvPalettePanel& palette);

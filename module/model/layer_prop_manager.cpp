@@ -72,7 +72,8 @@ void KvLayerPropManager::ReloadFilters() {
     m_root.reset();
     m_current = nullptr;
     m_previous = nullptr;
-    if (!GetDatabase() || !m_database->layerFilterManager()) return;
+    m_listed = GetDatabase();
+    if (!m_listed || !m_database->layerFilterManager()) return;
     HxLyLayerFilter* root = nullptr;
     HxLyLayerFilter* current = nullptr;
     if (m_database->layerFilterManager()->getFilters(root, current) != Hx::eOk) return;

@@ -34,6 +34,9 @@ public:
     bool isPaletteMode() const { return m_isPalette; }
     /// The current document's; null when there is none.
     HxDbDatabase* GetDatabase();
+    /// The one that the entries and filters are of; null when there are none. Another than the current
+    /// document's between a switch of documents and the next reload.
+    HxDbDatabase* listedDatabase() const { return m_listed; }
 
     // ---- filters ----
 
@@ -89,7 +92,8 @@ public:
 
     /// Takes over an entry made with new.
     void AddLayerData(KvLayerData* data);
-    /// Makes an entry; false without a drawing, for a layer that is listed already or never shown.
+    /// Makes an entry; false without a drawing, for a layer that is listed already, of another drawing, or
+    /// never shown.
     bool AddToLayers(const HxDbLayerTableRecord* record);
     /// Takes an entry out and deletes it; nothing for one that is not listed.
     void RemoveLayerData(KvLayerData* data);
@@ -138,6 +142,7 @@ private:
     bool m_isPalette;
     bool m_isUsageComputed = false;
     HxDbDatabase* m_database;
+    HxDbDatabase* m_listed = nullptr;
     HxTransaction* m_transaction = nullptr;  ///< dialog mode; the transaction manager's
     HxDbLayerTable* m_layerTable = nullptr;  ///< dialog mode: held by the transaction
     HxDbViewport* m_viewport = nullptr;      ///< dialog mode: held by the transaction

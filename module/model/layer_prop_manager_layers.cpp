@@ -67,7 +67,8 @@ private:
 
 void KvLayerPropManager::ReloadLayers() {
     ClearLayers();
-    if (!GetDatabase()) return;
+    m_listed = GetDatabase();
+    if (!m_listed) return;
     const HxDbObjectId tableId = m_database->layerTableId();
     const HxDbObjectPointer<HxDbLayerTable> opened(m_isPalette ? tableId : HxDbObjectId(), HxDb::kForRead);
     if (!m_isPalette) m_layerTable = got<HxDbLayerTable>(tableId, HxDb::kForRead);
@@ -125,7 +126,7 @@ void KvLayerPropManager::AddLayerData(KvLayerData* data) {
 }
 
 bool KvLayerPropManager::AddToLayers(const HxDbLayerTableRecord* record) {
-    if (!GetDatabase() || !record || entryOf(record)) return false;
+    if (!GetDatabase() || !record || record->database() != m_database || entryOf(record)) return false;
     listRecord(record);
     return entryOf(record) != nullptr;
 }
@@ -154,6 +155,7 @@ void KvLayerPropManager::ClearData() {
     m_root.reset();
     m_current = nullptr;
     m_previous = nullptr;
+    m_listed = nullptr;
 }
 
 void KvLayerPropManager::setMgrLayerDataValid(const HxDbLayerTableRecord* record, bool valid) {

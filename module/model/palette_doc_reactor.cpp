@@ -43,6 +43,11 @@ KvLayerSortInfo KvLayerPaletteDocReactor::sortInfo(HxApDocument* document) const
     return found == m_orders.end() ? KvLayerSortInfo() : found->second;
 }
 
+KvLayerFilterInfo KvLayerPaletteDocReactor::filterInfo(HxApDocument* document) const {
+    const auto found = m_filters.find(document);
+    return found == m_filters.end() ? KvLayerFilterInfo() : found->second;
+}
+
 void KvLayerPaletteDocReactor::documentCreated(HxApDocument* document) { AppendLayerDocContext(document); }
 
 void KvLayerPaletteDocReactor::documentActivated(HxApDocument* document) {
@@ -62,5 +67,6 @@ void KvLayerPaletteDocReactor::documentToBeDestroyed(HxApDocument* document) {
     }
     m_blockingCommands.erase(document);
     m_orders.erase(document);
+    m_filters.erase(document);
     RemoveLayerDocContext(document);
 }

@@ -12,6 +12,12 @@ struct KvLayerSortInfo {
     bool descending = false;
 };
 
+/// What the user looks at in the palette: the filter's name (empty: never looked) and what is searched for.
+struct KvLayerFilterInfo {
+    CStdStr<wchar_t> filter;
+    CStdStr<wchar_t> search;
+};
+
 /// Registered with the document manager from its making to its end. Keeps which documents are followed, and
 /// how many commands run in each during which the palette refuses edits.
 class KvLayerPaletteDocReactor : public HxApDocManagerReactor {
@@ -37,6 +43,12 @@ public:
     KvLayerSortInfo sortInfo(HxApDocument* document) const;
     void setSortInfo(HxApDocument* document, KvLayerSortInfo order) { m_orders[document] = order; }
 
+    /// Empty for a document that the palette has never shown.
+    KvLayerFilterInfo filterInfo(HxApDocument* document) const;
+    void setFilterInfo(HxApDocument* document, const KvLayerFilterInfo& shown) {
+        m_filters[document] = shown;
+    }
+
     void documentCreated(HxApDocument* document) override;
     void documentActivated(HxApDocument* document) override;
     void documentToBeDestroyed(HxApDocument* document) override;
@@ -44,5 +56,6 @@ public:
 private:
     std::map<HxApDocument*, int> m_blockingCommands;
     std::map<HxApDocument*, KvLayerSortInfo> m_orders;
+    std::map<HxApDocument*, KvLayerFilterInfo> m_filters;
     std::unique_ptr<KvLayerDocContext> m_context;
 };

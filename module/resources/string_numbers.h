@@ -205,4 +205,8 @@ enum KvString : std::uint32_t {
     kStrMergeTargetSearch = 10352,
     kStrMergeQuestion = 10353,  ///< %1!d! layers, %2 the target
     kStrMergeSummary = 10354,   ///< %1!d! selected layers, %2!d! of them left
+    kStrNoDrawing = 10360,      ///< in place of the current layer
+    kStrNeedsViewport = 10361,  ///< why cells are grey, 10361 and 10362
+    kStrStylesFollowColors = 10362,
+    kStrDroppedAreHidden = 10363,  ///< %1!d! layers of %2!d!, %3 the group, %4 the filter around it
 };

@@ -225,6 +225,13 @@ constexpr HxResourceString kStrings[] = {
     {kStrMergeQuestion, L"All objects of %1!d! layer(s) move to layer \"%2\", and the layers are deleted."},
     {kStrMergeSummary, L"Of %1!d! selected layers %2!d! cannot be merged.\n\nLayers that stay: 0, DEFPOINTS, "
                        L"the current layer, and layers of external references."},
+    {kStrNoDrawing, L"No drawing is open"},
+    {kStrNeedsViewport,
+     L"The paper is current. Double-click into a viewport to see and change its overrides."},
+    {kStrStylesFollowColors, L"The drawing's plot styles follow the colors."},
+    {kStrDroppedAreHidden, L"%1!d! of %2!d! layer(s) are in the group \"%3\" now, but are not shown in it: "
+                           L"the filter \"%4\" around it "
+                           L"leaves them out. Change that filter to see them."},
 };
 
 }  // namespace

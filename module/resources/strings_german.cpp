@@ -228,6 +228,13 @@ constexpr HxResourceString kStrings[] = {
      L"Alle Objekte von %1!d! Layer(n) kommen auf den Layer \"%2\", und die Layer werden gelöscht."},
     {kStrMergeSummary, L"Von %1!d! gewählten Layern können %2!d! nicht zusammengeführt werden.\n\nEs "
                        L"bleiben: 0, DEFPOINTS, der aktuelle Layer und Layer externer Referenzen."},
+    {kStrNoDrawing, L"Keine Zeichnung geöffnet"},
+    {kStrNeedsViewport, L"Das Papier ist aktuell. Doppelklicken Sie in ein Ansichtsfenster, um dessen "
+                        L"Überschreibungen zu sehen und zu ändern."},
+    {kStrStylesFollowColors, L"Die Plotstile der Zeichnung folgen den Farben."},
+    {kStrDroppedAreHidden, L"%1!d! von %2!d! Layer(n) sind jetzt in der Gruppe \"%3\", werden in ihr aber "
+                           L"nicht gezeigt: Der Filter "
+                           L"\"%4\" um sie herum lässt sie aus. Ändern Sie diesen Filter, um sie zu sehen."},
 };
 
 }  // namespace

@@ -36,7 +36,7 @@ bool isPlainLeft(const QMouseEvent& event) {
 }  // namespace
 
 bool KvLayerListCtrl::canEdit() {
-    if (!m_manager || !GetDatabase()) return false;
+    if (!m_manager || !GetDatabase() || GetDatabase() != m_manager->GetDatabase()) return false;
     CWnd window(this);
     return !m_manager->isPaletteMode() || !isNeedBlockCmdRuning(&window);
 }

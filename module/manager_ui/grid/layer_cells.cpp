@@ -5,9 +5,14 @@
 #include "layer_icons.h"
 #include "lineweight_text.h"
 
+#include "frame/resource_text.h"
+#include "manager_ui/editing/viewport_overrides.h"
+
 #include "hxdbdatabase.h"
 #include "hxdbentity.h"
 #include "hxed.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -56,7 +61,7 @@ KvLayerCell transparencyCell(const HxCmTransparency& transparency) {
 
 KvLayerCell plotStyleCell(const CStdStr<wchar_t>& name, const KvLayerCellContext& context) {
     KvLayerCell cell = textCell(toQt(name));
-    cell.enabled = context.usesNamedPlotStyles;
+    if (!context.usesNamedPlotStyles) cell.whyGrey = kStrStylesFollowColors;
     return cell;
 }
 
@@ -74,6 +79,10 @@ void fillViewportCells(KvLayerCells& cells, const HxDbLayerTableRecord& layer,
     for (std::size_t i = 0; i < overridden.size(); ++i) {
         cells[kColVpColor + i].overridden = overridden[i] && context.highlightsOverrides;
     }
+    if (context.isPaperCurrent) {
+        std::for_each(cells.begin() + kColVpFreeze, cells.end(),
+                      [](KvLayerCell& cell) { cell.whyGrey = kStrNeedsViewport; });
+    }
 }
 
 }  // namespace
@@ -84,7 +93,9 @@ KvLayerCellContext::KvLayerCellContext(HxDbDatabase* drawing) : database(drawing
     isLayout = !drawing->tilemode();
     highlightsOverrides = isLayout && overridesAreHighlighted();
     usesNamedPlotStyles = !drawing->plotStyleMode();
-    if (isLayout) viewport = hxdbGetCurVportId(drawing);
+    if (!isLayout) return;
+    viewport = hxdbGetCurVportId(drawing);
+    isPaperCurrent = activeViewport(drawing).isNull();
 }
 
 int layerStatusIcon(const HxDbLayerTableRecord& layer, const KvLayerCellContext& context) {

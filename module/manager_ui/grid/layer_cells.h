@@ -29,7 +29,7 @@ Q_DECLARE_METATYPE(LayerListLineweightItemData)
 struct KvLayerCell {
     QString text;
     int icon = -1;            ///< KvLayerIcon; -1 none
-    bool enabled = true;      ///< greyed when false
+    int whyGrey = 0;          ///< number of the text that tells why it is greyed; 0: it is not
     bool overridden = false;  ///< highlighted as an override of the active viewport
     HxCmColor color;          ///< of colour cells
     int lineweight = 0;       ///< of lineweight cells
@@ -48,7 +48,8 @@ struct KvLayerCellContext {
     bool isLayout = false;
     bool highlightsOverrides = false;
     bool usesNamedPlotStyles = false;
-    HxDbObjectId viewport;  ///< the active viewport of a layout; null in model space
+    HxDbObjectId viewport;        ///< the active viewport of a layout; null in model space
+    bool isPaperCurrent = false;  ///< of a layout: no viewport's overrides can be changed
 };
 
 /// The cells of a layer whose record is open; viewport cells are made in a layout only.

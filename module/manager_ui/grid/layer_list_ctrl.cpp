@@ -72,6 +72,8 @@ KvLayerListCtrl::KvLayerListCtrl(QWidget* parent) : QTableView(parent), m_model(
     header->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(header, &QHeaderView::sectionClicked, this,
             [this, header](int column) { OnHdnItemclick(header->visualIndex(column)); });
+    connect(header, &QHeaderView::sectionMoved, this,
+            [this](int, int from, int to) { columnMoved(from, to); });
     connect(header, &QHeaderView::customContextMenuRequested, this, &KvLayerListCtrl::showHeaderMenu);
 }
 
@@ -97,8 +99,10 @@ void KvLayerListCtrl::setColumns(const std::vector<tagKvLayerListInfo>& columns)
     for (const tagKvLayerListInfo& column : columns) {
         headers[static_cast<std::size_t>(columnOf(column))] = toQt(column.header);
     }
-    m_model->setHeaders(headers);
     QHeaderView* const header = horizontalHeader();
+    const int sorted = header->logicalIndex(m_sortColumn);
+    m_isArranging = true;
+    m_model->setHeaders(headers);
     for (std::size_t position = 0; position < columns.size(); ++position) {
         const int column = columnOf(columns[position]);
         header->moveSection(header->visualIndex(column), static_cast<int>(position));
@@ -107,7 +111,31 @@ void KvLayerListCtrl::setColumns(const std::vector<tagKvLayerListInfo>& columns)
             header->resizeSection(column, std::max(columns[position].width, header->minimumSectionSize()));
         }
     }
+    m_isArranging = false;
+    keepSorted(sorted);
     showSortMark();
+}
+
+/// The order is by the same column in another arrangement, by name if that one is not there.
+void KvLayerListCtrl::keepSorted(int column) {
+    QHeaderView* const header = horizontalHeader();
+    if (column < 0) return;
+    m_sortColumn = header->visualIndex(column < header->count() ? column : int(kColName));
+    emit sorted(m_sortColumn, !m_ascending);
+}
+
+/// The user moved a column; the sorted one may be among those that it passed.
+void KvLayerListCtrl::columnMoved(int from, int to) {
+    if (m_isArranging) return;
+    if (m_sortColumn == from) {
+        m_sortColumn = to;
+    } else if (from < m_sortColumn && m_sortColumn <= to) {
+        --m_sortColumn;
+    } else if (to <= m_sortColumn && m_sortColumn < from) {
+        ++m_sortColumn;
+    }
+    showSortMark();
+    emit sorted(m_sortColumn, !m_ascending);
 }
 
 std::vector<tagKvLayerListInfo> KvLayerListCtrl::columns() const {
@@ -141,9 +169,7 @@ void KvLayerListCtrl::paintEvent(QPaintEvent* event) {
     m_paintContext = nullptr;
 }
 
-void KvLayerListCtrl::SetRowItemData(int row, KvLayerData* layer) {
-    if (m_model->layerAt(row) == layer) m_model->refresh(row);
-}
+void KvLayerListCtrl::SetRowItemData(int row, KvLayerData* layer) { m_model->setLayerAt(row, layer); }
 
 void KvLayerListCtrl::refreshLayer(HxDbObjectId layer) { m_model->refresh(m_model->rowOf(layer)); }
 
@@ -213,40 +239,57 @@ void KvLayerListCtrl::restoreView(const KvLayerGridView& view) {
     horizontalScrollBar()->setValue(view.left);
 }
 
-/// A row that stands right stays; its neighbours tell.
-void KvLayerListCtrl::placeRow(KvLayerData* layer, bool shown) {
-    const int row = m_model->rowOf(layer);
-    if (!layer || (row < 0 && !shown)) return;
-    if (!shown) {
-        m_model->removeRowAt(row);
+namespace {
+
+using Layers = std::vector<KvLayerData*>;
+
+/// Where the layer belongs among the rows, from one of them on.
+int placeIn(const MyComp& order, const Layers& rows, KvLayerData* layer, int from) {
+    const KvLayerSortKey key = order.keyOf(layer);
+    const auto at = std::partition_point(rows.begin() + from, rows.end(), [&](KvLayerData* other) {
+        return order.lessthan(order.keyOf(other), key);
+    });
+    return static_cast<int>(at - rows.begin());
+}
+
+/// The rows as they are, with the others, which are sorted, at their places among them.
+Layers merged(const MyComp& order, const Layers& rows, const Layers& others) {
+    Layers all;
+    all.reserve(rows.size() + others.size());
+    int next = 0;
+    for (KvLayerData* const layer : others) {
+        const int place = placeIn(order, rows, layer, next);
+        all.insert(all.end(), rows.begin() + next, rows.begin() + place);
+        all.push_back(layer);
+        next = place;
+    }
+    all.insert(all.end(), rows.begin() + next, rows.end());
+    return all;
+}
+
+}  // namespace
+
+void KvLayerListCtrl::placeRow(KvLayerData* layer) {
+    if (!layer || m_model->rowOf(layer) >= 0) return;
+    m_model->insert(placeIn(comparison(), m_model->layers(), layer, 0), layer);
+}
+
+void KvLayerListCtrl::updateRows(const HxArray<KvLayerData*>& layers) {
+    std::unordered_set<const KvLayerData*> isWanted(layers.begin(), layers.end());
+    Layers staying;
+    for (KvLayerData* const layer : m_model->layers()) {
+        if (isWanted.erase(layer) > 0) staying.push_back(layer);
+    }
+    Layers coming;
+    std::copy_if(layers.begin(), layers.end(), std::back_inserter(coming),
+                 [&](const KvLayerData* layer) { return isWanted.find(layer) != isWanted.end(); });
+    if (coming.empty() && static_cast<int>(staying.size()) == m_model->rowCount()) {
+        refreshRows();
         return;
     }
-    const MyComp comparison = this->comparison();
-    const KvLayerSortKey key = comparison.keyOf(layer);
-    const auto isBefore = [&](int other) {
-        return comparison.lessthan(comparison.keyOf(m_model->layerAt(other)), key);
-    };
-    const int rows = m_model->rowCount();
-    if (row >= 0) {
-        m_model->refresh(row);
-        const bool belowRight = row == 0 || isBefore(row - 1);
-        const bool aboveRight = row + 1 == rows || !isBefore(row + 1);
-        if (belowRight && aboveRight) return;
-    }
-    // Ranks count the rows without this one.
-    const auto rowOfRank = [row](int rank) { return row >= 0 && rank >= row ? rank + 1 : rank; };
-    int rank = 0;
-    for (int count = row >= 0 ? rows - 1 : rows; count > 0;) {
-        const int half = count / 2;
-        const bool isAbove = isBefore(rowOfRank(rank + half));
-        rank += isAbove ? half + 1 : 0;
-        count = isAbove ? count - half - 1 : half;
-    }
-    if (row < 0) {
-        m_model->insert(rank, layer);
-    } else {
-        m_model->moveRow(row, rowOfRank(rank));
-    }
+    const KvLayerGridView before = view();
+    m_model->setLayers(merged(comparison(), staying, sortedLayers(std::move(coming))));
+    restoreView(before);
 }
 
 // ---- the current layer ----
@@ -347,7 +390,9 @@ int KvLayerListCtrl::FindItem(const wchar_t* name, int start) const {
 
 // ---- where the layers come from ----
 
-HxDbDatabase* KvLayerListCtrl::GetDatabase() const { return m_manager ? m_manager->GetDatabase() : nullptr; }
+HxDbDatabase* KvLayerListCtrl::GetDatabase() const {
+    return m_manager ? m_manager->listedDatabase() : nullptr;
+}
 
 HxDbTransactionManager* KvLayerListCtrl::transactions() const {
     HxDbDatabase* const database = GetDatabase();

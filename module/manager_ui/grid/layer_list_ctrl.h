@@ -50,7 +50,7 @@ public:
     /// Positions and widths as the user left them, in the order of identities.
     std::vector<tagKvLayerListInfo> columns() const;
 
-    /// The row's cells are made anew from its layer.
+    /// The row is the layer's from now on, its cells made anew; nothing for a row that there is not.
     void SetRowItemData(int row, KvLayerData* layer);
     void refreshLayer(HxDbObjectId layer);
     void refreshLayers(const std::vector<HxDbObjectId>& layers);
@@ -62,8 +62,11 @@ public:
     /// Replaces the rows, in the order of the last sort; `keepSelection` selects again those that stay.
     void ShowLayers(const HxArray<KvLayerData*>& layers, bool keepSelection);
 
-    /// Gives the layer its row at its place in the order, filled anew, or takes the row away. Null is fine.
-    void placeRow(KvLayerData* layer, bool shown);
+    /// Gives a layer without one a row, at its place in the order. Null is fine.
+    void placeRow(KvLayerData* layer);
+    /// Takes the rows of other layers away and gives these theirs; all are filled anew, and those that were
+    /// there keep their order.
+    void updateRows(const HxArray<KvLayerData*>& layers);
 
     /// The layers of all rows, from top to bottom.
     std::vector<HxDbObjectId> order() const;
@@ -87,7 +90,7 @@ public:
     /// The row of the first layer from `start` whose name matches (case ignored); -1 for none.
     int FindItem(const wchar_t* name, int start) const;
 
-    /// Null without a manager or drawing.
+    /// The drawing that the layers are of; null without a manager or layers.
     HxDbDatabase* GetDatabase() const;
     /// Where records are opened: null for a palette, which opens them itself.
     HxDbTransactionManager* transactions() const;
@@ -113,7 +116,7 @@ public:
     void setDialog(KvLayerPropManagerDlg* dialog) { m_dialog = dialog; }
     KvLayerPropManagerDlg* dialog() const { return m_dialog; }
     /// Whether edits are allowed now: they are not in the palette while a command runs that layers must stay
-    /// for; the user is told.
+    /// for, which the user is told, nor while another drawing than the current one is still shown.
     bool canEdit();
     /// What a click on the cell does, to all selected layers; columns are identities.
     void OnClickSubItemLayersList(int row, int column);
@@ -129,7 +132,7 @@ public:
     bool isEditing() const { return state() == EditingState; }
 
 Q_SIGNALS:
-    /// The user sorted by a column.
+    /// The user sorted by a column, or the sorted column stands at another place.
     void sorted(int column, bool descending);
     /// The user made another layer current here.
     void currentLayerSet();
@@ -173,6 +176,8 @@ private:
     void showHeaderMenu(const QPoint& at);
     void showColumn(int column, bool show);
     void showSortMark();
+    void keepSorted(int column);
+    void columnMoved(int from, int to);
     void goToRow(int row, bool extend);
     bool goToName(const QString& beginning, int from);
     void makeCurrent(const QModelIndex& index, QItemSelectionModel::SelectionFlags selecting);
@@ -192,6 +197,7 @@ private:
     HxDbObjectId m_currentLayer;
     int m_sortColumn = 1;
     bool m_ascending = true;
+    bool m_isArranging = false;  ///< columns are being put into their places
     QString m_typed;
     qint64 m_typedAt = 0;
     const KvLayerCellContext* m_paintContext = nullptr;  ///< while it paints

@@ -126,7 +126,11 @@ bool KvLayerListCtrlItemDelegate::helpEvent(QHelpEvent* event, QAbstractItemView
     }
     const bool isIcon = index.data(Qt::DecorationRole).isValid();
     const bool isCut = sizeHint(option, index).width() > option.rect.width();
-    const QString text = isIcon || isCut ? index.data(Qt::AccessibleTextRole).toString() : QString();
+    QStringList lines;
+    if (isIcon || isCut) lines << index.data(Qt::AccessibleTextRole).toString();
+    const QString why = index.data(Qt::ToolTipRole).toString();
+    if (!why.isEmpty()) lines << why;
+    const QString text = lines.join('\n');
     QToolTip::showText(event->globalPos(), text, view->viewport(), option.rect);
     return true;
 }

@@ -25,6 +25,11 @@ QString textOf(const KvLayerCell& cell) {
     return resourceText(kIconTexts[static_cast<std::size_t>(cell.icon)]);
 }
 
+QVariant whyGrey(const KvLayerCell& cell) {
+    const ModuleResources resources;
+    return cell.whyGrey == 0 ? QVariant() : QVariant(resourceText(cell.whyGrey));
+}
+
 bool isColorColumn(int column) { return column == kColColor || column == kColVpColor; }
 bool isLineweightColumn(int column) { return column == kColLineweight || column == kColVpLineweight; }
 
@@ -138,19 +143,14 @@ void KvLayerListModel::insert(int row, KvLayerData* layer) {
     endInsertRows();
 }
 
-void KvLayerListModel::moveRow(int from, int to) {
-    if (!beginMoveRows({}, from, from, {}, to)) return;
-    const int at = to > from ? to - 1 : to;
-    const auto rotateTo = [from, at](auto first) {
-        if (at > from)
-            std::rotate(first + from, first + from + 1, first + at + 1);
-        else
-            std::rotate(first + at, first + from, first + from + 1);
-    };
-    rotateTo(m_layers.begin());
-    rotateTo(m_cells.begin());
-    if (m_isIndexed) indexRows(std::min(from, at));
-    endMoveRows();
+void KvLayerListModel::setLayerAt(int row, KvLayerData* layer) {
+    KvLayerData* const before = layerAt(row);
+    if (!before || !layer) return;
+    if (before != layer) {
+        m_layers[static_cast<std::size_t>(row)] = layer;
+        dropIndex();
+    }
+    refresh(row);
 }
 
 void KvLayerListModel::removeRowAt(int row) {
@@ -206,17 +206,18 @@ const KvLayerCell* KvLayerListModel::cellAt(int row, int column) const {
 QVariant KvLayerListModel::data(const QModelIndex& index, int role) const {
     if (role == kRoleLayer) return QVariant::fromValue(layerAt(index.row()));
     if (role == Qt::DisplayRole || role == Qt::EditRole || role == Qt::DecorationRole ||
-        role == Qt::AccessibleTextRole || role == Qt::BackgroundRole || role == kRolePayload ||
-        role == kRoleOverridden || role == kRoleGreyed) {
+        role == Qt::AccessibleTextRole || role == Qt::ToolTipRole || role == Qt::BackgroundRole ||
+        role == kRolePayload || role == kRoleOverridden || role == kRoleGreyed) {
         const KvLayerCell* const cell = cellAt(index.row(), index.column());
         if (!cell) return {};
         switch (role) {
         case Qt::DecorationRole:
             return cell->icon < 0 ? QVariant() : QVariant(m_icons[static_cast<std::size_t>(cell->icon)]);
         case Qt::AccessibleTextRole: return textOf(*cell);
+        case Qt::ToolTipRole: return whyGrey(*cell);
         case Qt::BackgroundRole: return cell->overridden ? QVariant(QColor(106, 182, 226)) : QVariant();
         case kRoleOverridden: return cell->overridden;
-        case kRoleGreyed: return !cell->enabled;
+        case kRoleGreyed: return cell->whyGrey != 0;
         case kRolePayload: return payloadOf(*cell, index.column());
         default: return cell->icon < 0 ? QVariant(cell->text) : QVariant();
         }

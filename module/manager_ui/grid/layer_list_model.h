@@ -54,8 +54,8 @@ public:
 
     void append(KvLayerData* layer) { insert(rowCount(), layer); }
     void insert(int row, KvLayerData* layer);
-    /// Before the row `to`, counted without the move.
-    void moveRow(int from, int to);
+    /// The row becomes that of another layer, or of the same with new cells; nothing for null or no row.
+    void setLayerAt(int row, KvLayerData* layer);
     void removeRowAt(int row);
     /// The row's cells are made anew when next asked for.
     void refresh(int row);

@@ -27,6 +27,7 @@ KvLayerManagerWnd::KvLayerManagerWnd(HxUiDockFrameWindow* frame) : HxUiDockPanel
 }
 
 KvLayerManagerWnd::~KvLayerManagerWnd() {
+    forgetLayerPalette(*this);
     m_content->savePlacement();
     delete m_content;
 }
@@ -53,7 +54,8 @@ void KvLayerManagerWnd::clearDirtyFlag() {
 }
 
 /// The marks are taken before they are shown: what comes up while showing waits for the next time. All wait
-/// while the user types a name, whose row might go.
+/// while the user types a name, whose row might go. Marks are of the current drawing: another one that is
+/// still shown goes first.
 void KvLayerManagerWnd::OnUpdateCmdUI() {
     if (m_dirty == 0 || !isVisible()) return;
     if (m_content->list().isEditing() || m_content->tree().isEditing()) return;
@@ -61,7 +63,7 @@ void KvLayerManagerWnd::OnUpdateCmdUI() {
     HxDbDatabase* const database = m_refreshDatabase;
     const HxArray<HxDbObjectId> items = m_dirtyItems;
     clearDirtyFlag();
-    if (dirty & kDirtyAll) {
+    if ((dirty & kDirtyAll) || m_content->GetDatabase() != curDocDatabase()) {
         refreshWndLayers(database, true);
         return;
     }
@@ -76,6 +78,7 @@ void KvLayerManagerWnd::OnUpdateCmdUI() {
 void KvLayerManagerWnd::refreshWndLayers(HxDbDatabase* database, bool changed) {
     m_content->refreshDlgLayers(database, changed);
     m_content->list().SetCurLayerSelected();
+    m_missesChanges = false;
 }
 
 void KvLayerManagerWnd::updateCurLayer() {
@@ -85,7 +88,7 @@ void KvLayerManagerWnd::updateCurLayer() {
 void KvLayerManagerWnd::updateTileMode() { m_content->updateTileMode(); }
 
 void KvLayerManagerWnd::updateDlgLayerList() {
-    if (m_isEnabled) m_content->UpdateLayerList(true);
+    if (m_isEnabled) m_content->refreshRows();
 }
 
 void KvLayerManagerWnd::updateDlgLayerList(const HxArray<HxDbObjectId>& layers) {
@@ -142,8 +145,13 @@ void KvLayerManagerWnd::UpdateUIStyle() {
 
 // ---- the panel ----
 
+/// Not all that happens is marked while it is hidden: it comes up with everything read anew.
 void KvLayerManagerWnd::setVisible(bool visible) {
-    if (isVisible() && !visible) m_content->savePlacement();
+    if (isVisible() && !visible) {
+        m_content->savePlacement();
+        m_missesChanges = true;
+    }
+    if (visible && m_missesChanges) refreshWndLayers(curDocDatabase(), true);
     hxuiMainAppService()->setLayerPaletteVisible(visible);
     HxUiDockPanel::setVisible(visible);
 }

@@ -80,7 +80,8 @@ private:
 
     KvLayerPropManagerDlg* m_content = nullptr;
     HxUiDockFrameWindow* m_frame;
-    bool m_isEnabled = true;  ///< false while the layer table is open for change
+    bool m_isEnabled = true;       ///< false while the layer table is open for change
+    bool m_missesChanges = false;  ///< it has been hidden since it was filled
     int m_sortColumn = 1;
     bool m_sortsDescending = false;
     std::int16_t m_savedNomutt = -1;

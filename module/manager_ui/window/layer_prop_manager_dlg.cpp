@@ -50,6 +50,7 @@ bool KvLayerPropManagerDlg::OnInitDialog() {
     initPlacement();
     UpdateUIStyle();
     refreshDlgLayers(m_database, true);
+    if (!m_isPalette) avoidEmptyFilter();
     m_firstFilter = currentFilterName();
     m_list->SetCurLayerSelected();
     m_list->setFocus();
@@ -128,7 +129,7 @@ void KvLayerPropManagerDlg::rememberOrder(int column, bool descending) {
 // ---- columns ----
 
 void KvLayerPropManagerDlg::initColumns() {
-    if (shownColumnCount(m_database) == kModelColumnCount) {
+    if (shownColumnCount(GetDatabase()) == kModelColumnCount) {
         InitModelColInfo();
     } else {
         InitPaperColInfo();
@@ -151,7 +152,7 @@ void KvLayerPropManagerDlg::initColumns(KvColumnSet set) {
 }
 
 bool KvLayerPropManagerDlg::GetColInfoFromReg(tagKvLayerListInfo* columns) {
-    return ::GetColInfoFromReg(gridKind(), m_database, columns);
+    return ::GetColInfoFromReg(gridKind(), GetDatabase(), columns);
 }
 
 void KvLayerPropManagerDlg::rememberColumns() {
@@ -183,7 +184,7 @@ void KvLayerPropManagerDlg::resetColumns() {
 }
 
 void KvLayerPropManagerDlg::updateTileMode() {
-    const bool isModel = shownColumnCount(m_database) == kModelColumnCount;
+    const bool isModel = shownColumnCount(GetDatabase()) == kModelColumnCount;
     if (isModel == (m_columnSet == KvColumnSet::modelSpace)) return;
     SaveColInfoInReg();
     initColumns();
@@ -191,13 +192,24 @@ void KvLayerPropManagerDlg::updateTileMode() {
 
 // ---- rows ----
 
+HxDbDatabase* KvLayerPropManagerDlg::GetDatabase() const {
+    return m_manager ? m_manager->listedDatabase() : m_database;
+}
+
+void KvLayerPropManagerDlg::setDatabase(HxDbDatabase* database) {
+    if (database != GetDatabase()) ClearDlgData();
+}
+
 /// The manager works on the current drawing; a mark may be older and name another.
 void KvLayerPropManagerDlg::refreshDlgLayers(HxDbDatabase* /*database*/, bool changed) {
     const ModuleResources resources;
     const KvLayerGridView view = m_list->takeView();
-    const HxDbDatabase* const before = std::exchange(m_database, m_manager->GetDatabase());
+    const HxDbDatabase* const before = GetDatabase();
     m_manager->ReloadLayers();
-    reloadFilters(before == m_database);
+    m_erased.clear();
+    const bool isSame = before && before == GetDatabase();
+    reloadFilters(isSame);
+    if (!isSame) recallFilter(m_isPalette);
     updateTileMode();
     m_list->setManager(m_manager.get());
     UpdateFiltersTree();
@@ -219,7 +231,8 @@ void KvLayerPropManagerDlg::ClearDlgData() {
     if (!m_manager || !m_list) return;
     clearRows();
     m_manager->ClearData();
-    m_database = nullptr;
+    m_erased.clear();
+    m_made.clear();
     UpdateCurrentLayerInfoField();
     UpdateTotalLayersInfoField(CStdStr<wchar_t>());
     UpdateTBlayerState();
@@ -246,9 +259,15 @@ void KvLayerPropManagerDlg::reloadFilters(bool keepsCurrent) {
 }
 
 void KvLayerPropManagerDlg::ReLoadFilter() {
+    const ModuleResources resources;
+    const CStdStr<wchar_t> before = currentFilterName();
     reloadFilters(true);
     UpdateFiltersTree();
-    UpdateLayerList(true);
+    if (currentFilterName() == before) {
+        showSameFilter();
+    } else {
+        UpdateLayerList(true);
+    }
 }
 
 void KvLayerPropManagerDlg::UpdateFiltersTree() {
@@ -279,8 +298,10 @@ CStdStr<wchar_t> KvLayerPropManagerDlg::currentFilterName() const {
 
 void KvLayerPropManagerDlg::OnOK() {
     if (m_isPalette) return;
+    const bool isOtherFilter = currentFilterName() != m_firstFilter;
     hxedSetInvertLayerFilterFlag(m_controls.invert->isChecked());
-    hxedSetUseCurrentFilterFlag(currentFilterName() != m_firstFilter);
+    hxedSetUseCurrentFilterFlag(isOtherFilter);
+    if (isOtherFilter) m_manager->SaveLayerFilters(true);  // what fails, fails again in Commit
     const ModuleResources resources;
     const Hx::ErrorStatus status = m_manager->Commit(false);
     if (status == Hx::eNotTopTransaction) {

@@ -14,6 +14,7 @@
 
 #include <functional>
 #include <memory>
+#include <unordered_set>
 #include <vector>
 
 class HxDbLayerTableRecord;
@@ -43,12 +44,15 @@ public:
 
     /// Shows the layers of the current filter anew, and the lines below; the selection stays when wanted.
     void UpdateLayerList(bool keepSelection);
-    /// These layers have changed: their rows come, go, move or are filled anew.
+    /// These layers have changed: their rows are filled anew where they are; those of new layers come, those
+    /// of erased ones go.
     void UpdateLayerList(const HxArray<HxDbObjectId>& layers);
     /// Everything from the drawing; `changed`: it is another drawing than before. Null empties the manager.
     void refreshDlgLayers(HxDbDatabase* database, bool changed);
     /// The columns of the space that is current now.
     void updateTileMode();
+    /// All rows are filled anew where they are.
+    void refreshRows();
     /// Finds out anew which layers are in use.
     void updateUsage();
     /// Another layer is current.
@@ -102,8 +106,10 @@ public:
     /// Colours and icons of the host's theme.
     void UpdateUIStyle();
 
-    HxDbDatabase* GetDatabase() const { return m_database; }
-    void setDatabase(HxDbDatabase* database) { m_database = database; }
+    /// The drawing whose layers are shown; null for none.
+    HxDbDatabase* GetDatabase() const;
+    /// Empties the manager unless it shows that drawing already.
+    void setDatabase(HxDbDatabase* database);
     KvLayerListCtrl& list() const { return *m_list; }
     CKvUiTreeCtrl& tree() const { return *m_tree; }
     KvLayerPropManager* manager() const { return m_manager.get(); }
@@ -175,7 +181,11 @@ private:
     void addToCurrentGroups(const HxDbLayerTableRecord& layer);
     void setSearch(const QString& text);
     bool isShown(HxDbObjectId layer) const;
-    void placeRow(HxDbObjectId layer);
+    void showEntries(const std::vector<KvLayerData*>& gone, const std::vector<KvLayerData*>& come);
+    void showSameFilter();
+    void rememberFilter();
+    void recallFilter(bool withSearch);
+    void avoidEmptyFilter();
     void reloadFilters(bool keepsCurrent);
     void connectTree();
     CStdStr<wchar_t> currentFilterName() const;
@@ -184,6 +194,8 @@ private:
     bool saveLayerFilters();
     bool filtersChanged();
     void addToGroup(HxLyLayerGroup* group, const std::vector<HxDbObjectId>& layers);
+    static void joinGroups(HxLyLayerGroup& group, const std::vector<HxDbObjectId>& layers);
+    QString tellHidden(const HxLyLayerGroup& group, const std::vector<HxDbObjectId>& layers) const;
     void makeGroup(HxLyLayerFilter& parent, const std::vector<HxDbObjectId>& layers, int undoName);
     HxLyLayerFilter* parentForNew() const;
     void removeExcessFilters();
@@ -194,7 +206,7 @@ private:
     void freezeInViewport(int undoName, bool freeze, const std::vector<HxDbObjectId>& layers);
     KvGridKind gridKind() const { return m_isPalette ? KvGridKind::palette : KvGridKind::dialog; }
 
-    HxDbDatabase* m_database;
+    HxDbDatabase* m_database;  ///< the one that it was made for
     bool m_isPalette = true;
     KvLayerManagerWnd* m_palette = nullptr;
     std::unique_ptr<KvLayerPropManager> m_manager;
@@ -207,7 +219,9 @@ private:
     KvLayerListCtrl* m_list = nullptr;
     int m_split = 0;  ///< width of the filter pane while it is shown
     bool m_isPaneShown = true;
-    QString m_search;                          ///< what is searched for; empty: nothing
-    std::unique_ptr<HxLyLayerFilter> m_found;  ///< accepts the names that are searched for
-    CStdStr<wchar_t> m_firstFilter;            ///< the current one when the dialog opened
+    QString m_search;                           ///< what is searched for; empty: nothing
+    std::unique_ptr<HxLyLayerFilter> m_found;   ///< accepts the names that are searched for
+    CStdStr<wchar_t> m_firstFilter;             ///< the current one when the dialog opened
+    std::unordered_set<HxDbObjectId> m_erased;  ///< layers of the list whose rows have gone with them
+    std::unordered_set<HxDbObjectId> m_made;    ///< made here since the list was made: they stay in it
 };

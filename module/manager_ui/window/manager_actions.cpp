@@ -30,20 +30,18 @@ void KvLayerPropManagerDlg::OnButtonNew() {
         MessageBox(ResourceString(kStrNewLayerFailed).c_str(), nullptr, MB_OK | MB_ICONWARNING);
         return;
     }
-    m_list->placeRow(m_manager->FindLayer(made->objectId()), true);  // seen until the list is made anew
+    m_made.insert(made->objectId());
+    m_list->placeRow(m_manager->FindLayer(made->objectId()));
     updateInfo();
     m_list->EditLayerName(made);
 }
 
 /// So that it is seen where the user made it.
 void KvLayerPropManagerDlg::addToCurrentGroups(const HxDbLayerTableRecord& layer) {
-    bool added = false;
-    HxLyLayerFilter* filter = m_manager->GetCurrentFilter();
-    for (; filter && filter->isIdFilter(); filter = filter->parent()) {
-        auto* const group = HxLyLayerGroup::cast(filter);
-        added = (group && group->addLayerId(layer.objectId()) == Hx::eOk) || added;
+    if (HxLyLayerGroup* const group = HxLyLayerGroup::cast(m_manager->GetCurrentFilter())) {
+        joinGroups(*group, {layer.objectId()});
+        saveLayerFilters();
     }
-    if (added) saveLayerFilters();
 }
 
 // ---- delete ----

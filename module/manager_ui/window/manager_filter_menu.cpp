@@ -55,6 +55,7 @@ void enableItems(const QMenu& menu, const HxLyLayerFilter& filter, const HxDbDat
     enable(menu, "IDM_VP_FREEZE", isActive);
     enable(menu, "IDM_VP_THAW", isActive);
     enable(menu, "IDM_VP_ACTIVEISO", isActive);
+    enable(menu, "IDM_VP_ALLISO", !database.tilemode());
     enable(menu, "IDM_CONVERTTOGROUPFILTER", isUsers && parent && parent->allowNested());
     enable(menu, "IDM_RENAME_FILTER", filter.allowRename());
     enable(menu, "IDM_DELETE_FILTER", filter.allowDelete());
@@ -161,8 +162,7 @@ void KvLayerPropManagerDlg::freezeInViewport(int undoName, bool freeze,
         const KvLayerUndoAndLockWorker guard(m_isPalette, ResourceString(undoName).c_str());
         setFrozenInViewport(*m_manager, freeze, layers);
     }
-    UpdateLayerList(true);
-    m_list->refreshRows();
+    refreshRows();
     if (freeze) dropPickFirst();
 }
 

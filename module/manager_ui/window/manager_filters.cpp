@@ -1,16 +1,20 @@
 // The filter tree of the manager: which filter is current, making, renaming and deleting filters.
 #include "format_message.h"
 #include "layer_prop_manager_dlg.h"
+#include "search_edit.h"
 
 #include "dialogs/property_filter_dialog.h"
+#include "frame/module_state.h"
 #include "frame/resource_text.h"
 #include "frame/symbol_name.h"
 #include "frame/system_variable.h"
 #include "manager_ui/filters/excess_filters.h"
 #include "manager_ui/filters/filter_tree_ctrl.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
+#include "manager_ui/grid/layer_list_model.h"
 #include "model/edit_guard.h"
 #include "model/layer_prop_manager.h"
+#include "model/palette_doc_reactor.h"
 
 #include "hxdoc.h"
 #include "hxlyfilter.h"
@@ -53,6 +57,30 @@ void KvLayerPropManagerDlg::OnTvnSelchangedTree() {
 void KvLayerPropManagerDlg::OnDblclkLayerFilterTree(QTreeWidgetItem* item, int /*column*/) {
     HxLyLayerFilter* const filter = CKvUiTreeCtrl::filterOf(item);
     if (filter && filter->kind() == HxLyLayerFilter::kProperty) editPropertyFilter(*filter);
+}
+
+// ---- what the palette shows of each drawing ----
+
+void KvLayerPropManagerDlg::rememberFilter() {
+    KvLayerPaletteDocReactor* const documents = m_isPalette ? paletteDocReactor() : nullptr;
+    if (!documents || !GetDatabase() || GetDatabase() != curDocDatabase()) return;
+    documents->setFilterInfo(curDoc(), {currentFilterName(), m_search.toStdWString().c_str()});
+}
+
+/// As the user left the drawing in the palette; else the filter that it records.
+void KvLayerPropManagerDlg::recallFilter(bool withSearch) {
+    const KvLayerPaletteDocReactor* const documents = paletteDocReactor();
+    const KvLayerFilterInfo shown = documents ? documents->filterInfo(curDoc()) : KvLayerFilterInfo();
+    m_manager->SetCurrentFilter(filterNamed(shown.filter.c_str()));
+    if (!withSearch) return;
+    setSearch(QString::fromStdWString(shown.search));
+    m_controls.search->setText(m_search);
+}
+
+/// Nobody has chosen it here: all layers instead of none.
+void KvLayerPropManagerDlg::avoidEmptyFilter() {
+    HxLyLayerFilter* const root = m_manager->GetRootFilter();
+    if (root && m_list->rows().rowCount() == 0) showFilter(*root);
 }
 
 // ---- new filters ----

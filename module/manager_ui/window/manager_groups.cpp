@@ -1,15 +1,19 @@
 // Layers of the grid in group filters, and filters chosen from outside of the tree.
+#include "format_message.h"
 #include "layer_prop_manager_dlg.h"
 
 #include "frame/resource_text.h"
 #include "manager_ui/filters/filter_tree_ctrl.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
+#include "model/auto_layer_record.h"
 #include "model/edit_guard.h"
 #include "model/layer_prop_manager.h"
 
 #include "hxlyfilter.h"
 
 #include <QCheckBox>
+
+#include <algorithm>
 
 namespace {
 
@@ -21,6 +25,17 @@ void appendFilters(HxLyLayerFilter& filter, std::vector<HxLyLayerFilter*>& all) 
 }
 
 }  // namespace
+
+/// What is in a group shows only if it is in the groups around it, too.
+void KvLayerPropManagerDlg::joinGroups(HxLyLayerGroup& group, const std::vector<HxDbObjectId>& layers) {
+    for (HxLyLayerFilter* each = &group; each; each = each->parent()) {
+        HxLyLayerGroup* const around = HxLyLayerGroup::cast(each);
+        if (!around) continue;
+        for (const HxDbObjectId layer : layers) {
+            around->addLayerId(layer);
+        }
+    }
+}
 
 std::vector<HxLyLayerFilter*> KvLayerPropManagerDlg::allFilters() const {
     std::vector<HxLyLayerFilter*> all;
@@ -45,8 +60,9 @@ void KvLayerPropManagerDlg::showFilter(HxLyLayerFilter& filter) {
     UpdateLayerList(true);
 }
 
-/// What cannot be stored is not shown either, as it would be lost.
+/// The tree, and which filter is selected. What cannot be stored is not shown either, as it would be lost.
 bool KvLayerPropManagerDlg::saveLayerFilters() {
+    m_manager->SaveLayerFilters(true);  // filters without records get marks with them
     const Hx::ErrorStatus status = m_manager->SaveLayerFilters(false);
     if (status == Hx::eOk) return true;
     const ModuleResources resources;
@@ -87,17 +103,35 @@ void KvLayerPropManagerDlg::AddSelectedToGroup(const wchar_t* name) {
     addToGroup(HxLyLayerGroup::cast(filterNamed(name)), m_list->selectedIds());
 }
 
-/// What is in a group shows only if it is in the groups around it, too.
 void KvLayerPropManagerDlg::addToGroup(HxLyLayerGroup* group, const std::vector<HxDbObjectId>& layers) {
     if (!group || layers.empty() || !m_list->canEdit()) return;
     const ModuleResources resources;
-    const KvLayerUndoAndLockWorker guard(m_isPalette, ResourceString(kStrUndoAddToGroup).c_str());
-    for (HxLyLayerGroup* each = group; each; each = HxLyLayerGroup::cast(each->parent())) {
-        for (const HxDbObjectId layer : layers) {
-            each->addLayerId(layer);
-        }
+    QString hidden;
+    {
+        const KvLayerUndoAndLockWorker guard(m_isPalette, ResourceString(kStrUndoAddToGroup).c_str());
+        joinGroups(*group, layers);
+        hidden = tellHidden(*group, layers);
+        if (!filtersChanged()) return;
     }
-    filtersChanged();
+    if (!hidden.isEmpty()) MessageBox(hidden.toStdWString().c_str(), nullptr, MB_OK | MB_ICONINFORMATION);
+}
+
+/// Which of a group's layers a filter around it leaves out; empty when it shows them all.
+QString KvLayerPropManagerDlg::tellHidden(const HxLyLayerGroup& group,
+                                          const std::vector<HxDbObjectId>& layers) const {
+    const HxLyLayerFilter* around = group.parent();
+    while (around && around->kind() != HxLyLayerFilter::kProperty) {
+        around = around->parent();
+    }
+    if (!around) return {};
+    const auto hidden = std::count_if(layers.begin(), layers.end(), [&](HxDbObjectId layer) {
+        const KvAutoLayerRecordPtr record(m_list->transactions(), m_manager->FindLayer(layer), true);
+        return record.object() && !group.filter(record.object());
+    });
+    if (hidden == 0) return {};
+    return formatMessage(resourceText(kStrDroppedAreHidden),
+                         {QString::number(hidden), QString::number(layers.size()),
+                          CKvUiTreeCtrl::displayName(group), CKvUiTreeCtrl::displayName(*around)});
 }
 
 void KvLayerPropManagerDlg::NewGroupOfSelected() {

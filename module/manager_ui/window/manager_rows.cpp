@@ -21,8 +21,8 @@
 
 namespace {
 
-/// So many changed layers are placed one by one; beyond, all rows are sorted anew.
-constexpr int kMostSinglePlacements = 16;
+/// So many rows come or go one by one; beyond, all are laid out anew.
+constexpr std::size_t kMostSingleRows = 16;
 
 }  // namespace
 
@@ -80,22 +80,21 @@ bool KvLayerPropManagerDlg::isShown(HxDbObjectId layer) const {
 
 void KvLayerPropManagerDlg::UpdateLayerList(bool keepSelection) {
     const ModuleResources resources;
+    m_made.clear();
     m_list->ShowLayers(shownLayers(), keepSelection);
+    rememberFilter();
     updateInfo();
 }
 
-/// Filters that may ask for it, and the order by it, choose and order the rows anew; else cells are enough.
+void KvLayerPropManagerDlg::refreshRows() {
+    m_list->refreshRows();
+    updateInfo();
+}
+
 void KvLayerPropManagerDlg::updateUsage() {
     if (!m_manager->GetDatabase()) return;
     m_manager->procLayerUsageData();
-    const HxLyLayerFilter* const filter = m_manager->GetCurrentFilter();
-    const bool mayAsk = filter && (filter->kind() == HxLyLayerFilter::kAllUsed ||
-                                   filter->kind() == HxLyLayerFilter::kProperty);
-    if (mayAsk || m_list->sortedBy() == kColStatus) {
-        UpdateLayerList(true);
-    } else {
-        m_list->refreshRows();
-    }
+    m_list->refreshRows();
 }
 
 void KvLayerPropManagerDlg::updateInfo() {
@@ -104,31 +103,72 @@ void KvLayerPropManagerDlg::updateInfo() {
     UpdateTBlayerState();
 }
 
-/// Puts the layer's row where it belongs, or takes it away.
-void KvLayerPropManagerDlg::placeRow(HxDbObjectId layer) {
-    m_list->placeRow(m_manager->FindLayer(layer), isShown(layer));
+/// The filter may accept others than before; rows that stay keep their places, and so do layers made here.
+void KvLayerPropManagerDlg::showSameFilter() {
+    HxArray<KvLayerData*> layers = shownLayers();
+    const std::unordered_set<const KvLayerData*> isShown(layers.begin(), layers.end());
+    for (const HxDbObjectId made : m_made) {
+        KvLayerData* const data = made.isErased() ? nullptr : m_manager->FindLayer(made);
+        if (data && isShown.find(data) == isShown.end()) layers.append(data);
+    }
+    m_list->updateRows(layers);
+    updateInfo();
 }
 
 void KvLayerPropManagerDlg::UpdateLayerList(const HxArray<HxDbObjectId>& layers) {
     const ModuleResources resources;
+    std::vector<HxDbObjectId> changed;
+    std::vector<KvLayerData*> gone;
+    std::vector<KvLayerData*> come;
     for (const HxDbObjectId layer : layers) {
         const auto* const record = HxDbLayerTableRecord::cast(hxdbObjectPointer(layer));
-        if (record && !layer.isErased()) m_manager->AddToLayers(record);
+        const bool isNew = record && !layer.isErased() && m_manager->AddToLayers(record);
+        KvLayerData* const data = m_manager->FindLayer(layer);
+        if (!data) continue;
+        if (layer.isErased() || !data->isValid()) {
+            m_erased.insert(layer);
+            gone.push_back(data);
+        } else if (m_list->FindLayerData(data) >= 0) {
+            changed.push_back(layer);
+        } else if ((m_erased.erase(layer) > 0 || isNew) && isShown(layer)) {
+            come.push_back(data);
+        }
     }
-    if (layers.length() > kMostSinglePlacements) {
-        UpdateLayerList(true);
+    m_list->refreshLayers(changed);
+    showEntries(gone, come);
+    updateInfo();
+}
+
+void KvLayerPropManagerDlg::showEntries(const std::vector<KvLayerData*>& gone,
+                                        const std::vector<KvLayerData*>& come) {
+    if (gone.size() + come.size() > kMostSingleRows) {
+        const std::unordered_set<const KvLayerData*> isGone(gone.begin(), gone.end());
+        HxArray<KvLayerData*> all;
+        for (KvLayerData* const layer : m_list->rows().layers()) {
+            if (isGone.find(layer) == isGone.end()) all.append(layer);
+        }
+        for (KvLayerData* const layer : come) {
+            all.append(layer);
+        }
+        m_list->updateRows(all);
         return;
     }
-    for (const HxDbObjectId layer : layers) {
-        placeRow(layer);
+    for (KvLayerData* const layer : gone) {
+        m_list->RemoveLayerData(layer);
     }
-    updateInfo();
+    for (KvLayerData* const layer : come) {
+        m_list->placeRow(layer);
+    }
 }
 
 // ---- information lines ----
 
 void KvLayerPropManagerDlg::UpdateTotalLayersInfoField(const CStdStr<wchar_t>& filterName) {
     const ModuleResources resources;
+    if (!GetDatabase()) {
+        m_controls.statistics->clear();
+        return;
+    }
     const HxLyLayerFilter* const filter = m_manager->GetCurrentFilter();
     QString name = QString::fromStdWString(filterName);
     if (name.isEmpty() && filter) name = CKvUiTreeCtrl::displayName(*filter);
@@ -142,8 +182,11 @@ void KvLayerPropManagerDlg::UpdateTotalLayersInfoField(const CStdStr<wchar_t>& f
 
 void KvLayerPropManagerDlg::UpdateCurrentLayerInfoField() {
     const ModuleResources resources;
-    const HxDbObjectPointer<HxDbLayerTableRecord> layer(
-        m_manager->GetDatabase() ? m_manager->GetDatabase()->clayer() : HxDbObjectId(), HxDb::kForRead);
+    if (!GetDatabase()) {
+        m_controls.currentLayer->setText(resourceText(kStrNoDrawing));
+        return;
+    }
+    const HxDbObjectPointer<HxDbLayerTableRecord> layer(GetDatabase()->clayer(), HxDb::kForRead);
     m_controls.currentLayer->setText(formatMessage(
         resourceText(kStrCurrentLayerLine), {layer ? QString::fromWCharArray(layer->name()) : QString()}));
 }
@@ -152,4 +195,8 @@ void KvLayerPropManagerDlg::UpdateTBlayerState() {
     const bool hasRows = m_list->rows().rowCount() > 0;
     m_controls.buttons[kButtonDelete]->setEnabled(hasRows);
     m_controls.buttons[kButtonSetCurrent]->setEnabled(hasRows);
+    for (const KvManagerButton button :
+         {kButtonNew, kButtonNewPropertyFilter, kButtonNewGroupFilter, kButtonLayerStates}) {
+        m_controls.buttons[button]->setEnabled(GetDatabase());
+    }
 }

@@ -80,7 +80,7 @@ TEST(LayerCells, ShowTheRecord) {
     EXPECT_EQ(cells[kColLineweight].text, "0.50 mm");
     EXPECT_EQ(cells[kColLineweight].lineweight, 50);
     EXPECT_EQ(cells[kColTransparency].text, "49");
-    EXPECT_EQ(cells[kColPlotStyle].enabled, !entries.database.plotStyleMode());
+    EXPECT_EQ(cells[kColPlotStyle].whyGrey == 0, !entries.database.plotStyleMode());
     EXPECT_EQ(cells[kColPlot].icon, kIconNoPlot);
     EXPECT_EQ(cells[kColNewVpFreeze].icon, kIconVpFrozen);
     EXPECT_EQ(cells[kColDescription].text, "outer");

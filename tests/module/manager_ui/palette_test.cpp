@@ -136,14 +136,21 @@ TEST_F(Palette, TellsWhichLayersAreInUseAsObjectsComeAndGo) {
     EXPECT_EQ(row("Fresh")[kColStatus], "In use");
     EXPECT_EQ(row("Other")[kColStatus], "Not in use");
     auto* const tree = frame().findChild<QTreeWidget*>("IDC_LAYER_FILTER_TREE");
-    tree->setCurrentItem(tree->findItems("All Used Layers", Qt::MatchExactly | Qt::MatchRecursive).front());
+    const auto choose = [tree](const char* filter) {
+        tree->setCurrentItem(tree->findItems(filter, Qt::MatchExactly | Qt::MatchRecursive).front());
+    };
+    choose("All Used Layers");
     EXPECT_TRUE(names().contains("Fresh"));
     run(L"ERASE L\n\n");
     idle();
+    EXPECT_EQ(row("Fresh")[kColStatus], "Not in use") << "in its place until the filter is chosen again";
+    choose("All");
+    choose("All Used Layers");
     EXPECT_FALSE(names().contains("Fresh"));
     run(L"U\n");
+    choose("All");
     idle();
-    EXPECT_TRUE(names().contains("Fresh"));
+    EXPECT_EQ(row("Fresh")[kColStatus], "In use");
 }
 
 TEST_F(Palette, SortsByHeaderAndKeepsTheSelection) {
