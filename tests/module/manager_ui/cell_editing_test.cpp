@@ -2,6 +2,7 @@
 #include "tests/module/manager_ui/palette_fixture.h"
 
 #include "manager_ui/grid/layer_column.h"
+#include "manager_ui/grid/layer_list_model.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -401,6 +402,34 @@ TEST_F(ViewportEditing, AViewportOnALockedLayerWorks) {
     idle();
     click("WALLS", kColVpFreeze);
     EXPECT_EQ(frozenHere(), Names{L"WALLS"});
+}
+
+TEST_F(ViewportEditing, WithThePaperCurrentItsCellsAreGreyAndSayWhy) {
+    const auto isGrey = [this](int column) {
+        return grid()->model()->index(1, column).data(kRoleGreyed).toBool();
+    };
+    const auto tip = [this](int column) {
+        return grid()->model()->index(1, column).data(Qt::ToolTipRole).toString();
+    };
+    for (int column = kColVpFreeze; column <= kColVpTransparency; ++column) {
+        EXPECT_EQ(isGrey(column), column == kColVpPlotStyle) << column;
+    }
+    EXPECT_TRUE(tip(kColVpPlotStyle).contains("plot styles follow the colors"));
+    run(L"PSPACE\n");
+    idle();
+    for (int column = kColVpFreeze; column <= kColVpTransparency; ++column) {
+        EXPECT_TRUE(isGrey(column)) << column;
+        EXPECT_TRUE(tip(column).startsWith("The paper is current.")) << column;
+    }
+    EXPECT_FALSE(isGrey(kColColor));
+    const QByteArray before = bytes();
+    click("WALLS", kColVpFreeze);
+    EXPECT_EQ(bytes(), before);
+    const QPoint at = place("WALLS", kColVpFreeze);
+    QHelpEvent event(QEvent::ToolTip, at, grid()->viewport()->mapToGlobal(at));
+    QApplication::sendEvent(grid()->viewport(), &event);
+    EXPECT_TRUE(QToolTip::text().startsWith("Thawed in the viewport\nThe paper is current."));
+    QToolTip::hideText();
 }
 
 TEST_F(ViewportEditing, EveryPropertyHasItsCommand) {

@@ -8,6 +8,7 @@
 #include "sdk/hxdbdict.h"
 #include "sdk/hxlyfilter.h"
 
+#include <QAction>
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
@@ -109,6 +110,36 @@ TEST_F(FilterTree, AGroupIsMadeFilledRenamedAndDeleted) {
     EXPECT_TRUE(contains(run(L"U\n"), L"Delete Filter"));
     idle();
     EXPECT_TRUE(item("Mine"));
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(FilterTree, LayersJoinEveryGroupAroundTheirs) {
+    run(L"CLICK IDC_BUTTON_NEW_GROUPFILTER\nPRESS focus Ctrl+A\nTYPE focus Outer\nPRESS focus Enter\n");
+    addPropertyFilter(L"W", L"NAME==\"W*\"");
+    run(L"CLICK IDC_BUTTON_NEW_GROUPFILTER\nPRESS focus Ctrl+A\nTYPE focus Inner\nPRESS focus Enter\n");
+    idle();
+    ASSERT_EQ(item("Inner")->parent(), item("W"));
+    ASSERT_EQ(item("W")->parent(), item("Outer"));
+    run(L"CLICK IDC_BUTTON_NEW\nPRESS focus Ctrl+A\nTYPE focus Wood\nPRESS focus Enter\n");
+    idle();
+    tree().setCurrentItem(item("Outer"));
+    EXPECT_EQ(names(), QStringList{"Wood"}) << "also beyond the property filter";
+    tree().setCurrentItem(item("All"));
+    const std::wstring told = run(L"CLICK IDC_LIST_LAYERS_LIST \"NOTES,Name\"\n"
+                                  L"CLICK IDC_LIST_LAYERS_LIST ctrl \"WALLS,Name\"\n"
+                                  L"CLICK IDC_LIST_LAYERS_LIST right \"WALLS,Name\"\n"
+                                  L"CHOOSE menu \"Add to Group Filter/Inner\"\nOK\n");
+    EXPECT_TRUE(contains(told,
+                         L"1 of 2 layer(s) are in the group \"Inner\" now, but are not shown in it: the "
+                         L"filter \"W\" around it leaves them out."));
+    idle();
+    tree().setCurrentItem(item("Inner"));
+    EXPECT_EQ(names(), (QStringList{"WALLS", "Wood"}));
+    tree().setCurrentItem(item("Outer"));
+    EXPECT_EQ(names(), (QStringList{"NOTES", "WALLS", "Wood"}));
+    run(L"U\n");
+    idle();
+    EXPECT_EQ(names(), QStringList{"Wood"});
     EXPECT_EQ(failures, Lines());
 }
 
@@ -264,6 +295,16 @@ TEST_F(FilterTree, ViewportItemsNeedALayout) {
     std::wstring menu = run(L"CLICK IDC_LAYER_FILTER_TREE right All/W\nLOOK\nEND\n");
     EXPECT_TRUE(contains(menu, L"\"Viewport\" disabled")) << QString::fromStdWString(menu).toStdString();
     EXPECT_FALSE(contains(menu, L"Modify"));
+    QStringList enabled;
+    QTimer::singleShot(0, [&] {
+        for (const char* const name : {"IDM_VP_FREEZE", "IDM_VP_THAW", "IDM_VP_ALLISO", "IDM_VP_ACTIVEISO"}) {
+            const auto* const action = QApplication::activePopupWidget()->findChild<QAction*>(name);
+            if (action && action->isEnabled()) enabled << name;
+        }
+        QApplication::activePopupWidget()->close();
+    });
+    emit tree().customContextMenuRequested(tree().visualItemRect(item("W")).center());
+    EXPECT_EQ(enabled, QStringList()) << "each by itself, too";
     menu = run(L"CLICK IDC_LAYER_FILTER_TREE right All\nLOOK\nEND\n");
     EXPECT_TRUE(contains(menu, L"\"Rename\" disabled"));
     EXPECT_TRUE(contains(menu, L"\"Delete\" disabled"));

@@ -1,8 +1,11 @@
 // Rows stay where the user sees them: what changes is shown in its place, and only new and erased layers come
 // and go, until the user sorts, filters or searches.
+#include "tests/module/manager_ui/layer_entries.h"
 #include "tests/module/manager_ui/palette_fixture.h"
 
 #include "manager_ui/grid/layer_column.h"
+#include "manager_ui/grid/layer_list_ctrl.h"
+#include "manager_ui/grid/layer_list_model.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
@@ -143,6 +146,33 @@ TEST_F(PaletteRows, ASortedColumnThatIsMovedStaysTheSortedOne) {
     idle();
     EXPECT_EQ(header.sortIndicatorSection(), kColOn) << "another set of columns";
     EXPECT_EQ(names().back(), "NOTES");
+}
+
+/// The grid by itself: whatever a row held, it is the given layer's afterwards.
+TEST(LayerList, ARowIsMadeAnewFromAnyLayer) {
+    needApplication();
+    LayerEntries entries;
+    KvLayerData* const first = entries.add(L"First", nullptr);
+    KvLayerData* const second = entries.add(L"Second", nullptr);
+    KvLayerListCtrl list;
+    list.rows().setHeaders(std::vector<QString>(kModelColumnCount));
+    list.rows().setLayers({entries.entries.front().get(), first});
+    const auto name = [&](int row) { return list.rows().index(row, kColName).data().toString(); };
+    ASSERT_EQ(name(1), "First");
+    list.SetRowItemData(1, second);
+    EXPECT_EQ(name(1), "Second");
+    EXPECT_EQ(list.FindLayerData(second), 1);
+    EXPECT_EQ(list.FindLayerData(first), -1);
+    {
+        const HxDbObjectPointer<HxDbLayerTableRecord> record(second->layerId(), HxDb::kForWrite);
+        record->setName(L"Renamed");
+    }
+    EXPECT_EQ(name(1), "Second") << "cells are kept";
+    list.SetRowItemData(1, second);
+    EXPECT_EQ(name(1), "Renamed");
+    list.SetRowItemData(5, first);
+    list.SetRowItemData(0, nullptr);
+    EXPECT_EQ(name(0), "0");
 }
 
 }  // namespace
