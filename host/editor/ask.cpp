@@ -67,11 +67,8 @@ public:
 private:
     bool isAnswered(Editor& host, Answer& answer) {
         answer = Answer();
-        if (m_kind.takesTransparent) {
-            host.input().takeSent(true);
-        }
         Token token;
-        if (!host.input().next(request(), token) || token.cancels) {
+        if (!isGiven(host, token) || token.cancels) {
             answer.result = RTCAN;
             return true;
         }
@@ -88,6 +85,15 @@ private:
             return false;
         }
         return isKeyword(token, answer) || isValue(token, answer) || isOther(token, answer);
+    }
+
+    bool isGiven(Editor& host, Token& token) const {
+        const CommandProcessor::Waiting waiting(host.processor());
+        host.idle();
+        if (m_kind.takesTransparent) {
+            host.input().takeSent(true);
+        }
+        return host.input().next(request(), token);
     }
 
     InputRequest request() const {

@@ -32,6 +32,23 @@ public:
     /// Names of the running commands, parted by "'"; empty when there is none.
     std::wstring runningNames() const;
     bool isRunning() const { return !m_running.empty(); }
+    /// A command runs, and does not wait for an answer.
+    bool isWorking() const { return m_running.size() > m_waiting; }
+    /// The running command waits for an answer as long as this lives.
+    class Waiting {
+    public:
+        explicit Waiting(CommandProcessor& processor)
+            : m_processor(processor), m_before(processor.m_waiting) {
+            processor.m_waiting = processor.m_running.size();
+        }
+        ~Waiting() { m_processor.m_waiting = m_before; }
+        Waiting(const Waiting&) = delete;
+        Waiting& operator=(const Waiting&) = delete;
+
+    private:
+        CommandProcessor& m_processor;
+        std::size_t m_before;
+    };
     /// Commands begun at the command prompt so far: tells whether it is still the same one that runs.
     std::size_t commandCount() const { return m_count; }
     /// What Enter at the command prompt repeats; empty at first.
@@ -63,6 +80,7 @@ private:
     std::vector<Running> m_running;
     std::wstring m_last;
     std::size_t m_count = 0;
+    std::size_t m_waiting = 0;  ///< how many commands ran when the innermost question was put
     bool m_quit = false;
 };
 

@@ -21,7 +21,7 @@ std::vector<IdleNotifier*>& notifiers() {
 }
 
 bool isIdle() {
-    return !editor().processor().isRunning() && !QApplication::activeModalWidget() &&
+    return !editor().processor().isWorking() && !QApplication::activeModalWidget() &&
            !QApplication::activePopupWidget();
 }
 

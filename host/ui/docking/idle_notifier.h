@@ -7,8 +7,8 @@ class HxUiDockFrameWindow;
 
 namespace korvex {
 
-/// Emits the frame's idle signal whenever the event loop is about to wait, unless a command runs or a modal
-/// dialog or a menu is open. It wakes nothing up by itself.
+/// Emits the frame's idle signal whenever the event loop is about to wait, unless a command works (one that
+/// waits for an answer does not) or a modal dialog or a menu is open. It wakes nothing up by itself.
 class IdleNotifier : public QObject {
     Q_OBJECT
 public:

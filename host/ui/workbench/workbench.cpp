@@ -229,7 +229,11 @@ void Workbench::refreshTitle() {
     if (windowTitle() != title) {
         setWindowTitle(title);
     }
-    setWindowModified(active && active->database()->isModified());
+    // Titles go to the window manager even if they are the same, and its answer wakes the loop.
+    const bool isChanged = active && active->database()->isModified();
+    if (isWindowModified() != isChanged) {
+        setWindowModified(isChanged);
+    }
 }
 
 /// The view asks for what the prompt asks for.
