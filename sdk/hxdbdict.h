@@ -32,7 +32,7 @@ public:
     Hx::ErrorStatus getAt(const wchar_t* name, HxDbObjectId& id) const;
     Hx::ErrorStatus getAt(const wchar_t* name, HxDbObject*& object, HxDb::OpenMode mode) const;
     bool has(const wchar_t* name) const;
-    /// The name of an entry; eKeyNotFound when the object is not in it.
+    /// The name of an entry, also of one whose object is erased; eKeyNotFound when the object is not in it.
     Hx::ErrorStatus nameAt(HxDbObjectId id, CStdStr<wchar_t>& name) const;
     std::size_t numEntries() const;
     /// Adds an object made with new, or replaces the entry of that name (the old object is erased when the

@@ -9,11 +9,15 @@
 
 namespace {
 
-/// It lies in the layer table's extension dictionary, where layer filters are kept.
+/// One of the two in the layer table's extension dictionary that keep layer filters; layer states lie beside
+/// them. One whose entry has gone already counts.
 bool isFilterDictionary(const HxDbDatabase& database, const HxDbObject* object) {
-    const HxDbObject* const owner =
-        HxDbDictionary::cast(object) ? hxdbObjectPointer(object->ownerId()) : nullptr;
-    return HxDbDictionary::cast(owner) && owner->ownerId() == database.layerTableId();
+    const auto* const owner =
+        HxDbDictionary::cast(HxDbDictionary::cast(object) ? hxdbObjectPointer(object->ownerId()) : nullptr);
+    if (!owner || owner->ownerId() != database.layerTableId()) return false;
+    CStdStr<wchar_t> name;
+    return owner->nameAt(object->objectId(), name) != Hx::eOk ||
+           name.CompareNoCase(L"ACAD_LAYERFILTERS") == 0 || name.CompareNoCase(L"ACLYDICTIONARY") == 0;
 }
 
 /// Entities use layers; new layers are taken to be in use until that is found out.

@@ -179,11 +179,14 @@ bool HxDbDictionary::has(const wchar_t* name) const {
 }
 
 Hx::ErrorStatus HxDbDictionary::nameAt(HxDbObjectId id, CStdStr<wchar_t>& name) const {
-    std::wstring found;
-    if (!imp()->stub || id.isNull() || !entryName(*imp()->stub, *id.stub(), found)) {
+    const auto& entries = fields<DictionaryImp>(this).entries;
+    const auto entry = std::find_if(entries.begin(), entries.end(), [&id](const DictionaryImp::Entry& one) {
+        return one.object && one.object == id.stub();
+    });
+    if (entry == entries.end()) {
         return Hx::eKeyNotFound;
     }
-    name = found;
+    name = entry->name.c_str();
     return Hx::eOk;
 }
 

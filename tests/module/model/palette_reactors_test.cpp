@@ -281,6 +281,27 @@ TEST_F(PaletteReactors, TellOfFilterDictionaries) {
     palette->told();
     erase(other);
     EXPECT_EQ(palette->told(), Told{});
+    // Nor are the layer states beside them.
+    HxDbObjectId states;
+    {
+        const HxDbObjectPointer<HxDbLayerTable> table(database().layerTableId(), HxDb::kForRead);
+        const HxDbObjectPointer<HxDbDictionary> extension(table->extensionDictionary(), HxDb::kForWrite);
+        auto* const made = new HxDbDictionary;
+        ASSERT_EQ(extension->setAt(L"ACAD_LAYERSTATES", made, states), Hx::eOk);
+        made->close();
+    }
+    palette->told();
+    {
+        const HxDbObjectPointer<HxDbDictionary> opened(states, HxDb::kForWrite);
+        HxDbObjectId state;
+        auto* const made = new HxDbXrecord;
+        ASSERT_EQ(opened->setAt(L"evening", made, state), Hx::eOk);
+        made->close();
+    }
+    EXPECT_EQ(palette->told(), Told{});
+    erase(states);
+    EXPECT_EQ(palette->told(), Told{});
+    EXPECT_EQ(tellsOf(L"U\n"), Told{});
 }
 
 TEST_F(PaletteReactors, TellOfViewports) {
