@@ -46,8 +46,21 @@ TEST_F(LayFrz, FreezesByNestingAndUndoesTheWholeCommand) {
         }
     }
     EXPECT_EQ(failures, Lines());
-    EXPECT_EQ(variable(L"CMDECHO"), L"1");
     EXPECT_EQ(hxGetResourceHandle(), nullptr);
+}
+
+TEST_F(LayFrz, EchoIsOffWhileALayerIsFrozenAndThenAsItWas) {
+    Recorder recorder;
+    for (const wchar_t* const echo : {L"1", L"0"}) {
+        run(L"CMDECHO " + std::wstring(echo) + L"\n");
+        recorder.log.clear();
+        layfrz(L"5,0 5,2 U 5,8 X");
+        EXPECT_EQ(variable(L"CMDECHO"), echo);
+        EXPECT_EQ(std::count(recorder.log.begin(), recorder.log.end(), L"did CMDECHO"), 4)
+            << "off and back for each of two layers, not for the one that is refused";
+        EXPECT_EQ(frozen(), Names{L"WALLS"});
+        run(L"U\n");
+    }
 }
 
 TEST_F(LayFrz, UndoTakesBackOnePickAtATime) {

@@ -5,6 +5,8 @@
 
 #include <QProcess>
 
+#include <dlfcn.h>
+
 namespace korvex::test {
 namespace {
 
@@ -41,6 +43,13 @@ void expectNothingLeft() {
     EXPECT_FALSE(hxrxServiceIsRegistered(L"KvLayerApps"));
 }
 
+bool isResourceLibraryLoaded() {
+    void* const library =
+        dlopen(QString::fromStdWString(builtFile("KvLayerManagerRes.dll")).toUtf8(), RTLD_LAZY | RTLD_NOLOAD);
+    if (library) dlclose(library);
+    return library != nullptr;
+}
+
 TEST_F(ModuleLife, LoadsUnloadsAndLoadsAgain) {
     expectCommands(false);
     EXPECT_TRUE(hxrxServiceIsRegistered(L"KvLayerApps"));
@@ -65,7 +74,13 @@ TEST_F(ModuleLife, AnswersTheHostsMessages) {
     EXPECT_EQ(entry(kQuitMsg, nullptr), kRetOK);
     expectNothingLeft();
     EXPECT_EQ(exported<IVrexPalettePropManager*()>("GetCuixManager")(), nullptr);
+    EXPECT_TRUE(isResourceLibraryLoaded()) << "its texts may still be asked for";
+    EXPECT_EQ(entry(kQuitMsg, nullptr), kRetOK);
+    expectNothingLeft();
+    run(L"-LAYER N AFTER\n\n");  // nobody listens any more
+    EXPECT_EQ(failures, Lines());
     EXPECT_EQ(linker().unloadModule(kModule), Hx::eOk);
+    EXPECT_FALSE(isResourceLibraryLoaded());
 }
 
 TEST_F(ModuleLife, PaletteCommandsDoNothingWithoutAMainWindow) {

@@ -9,6 +9,7 @@
 #include "frame/palette_settings.h"
 #include "frame/registry_settings.h"
 
+#include "host/base/settings_store.h"
 #include "sdk/hxregistry.h"
 #include "sdk/hxui.h"
 
@@ -38,6 +39,19 @@ protected:
         return status != kRegOk
                    ? L""
                    : std::to_wstring(type) + L":" + std::to_wstring(size / sizeof(wchar_t)) + L":" + text;
+    }
+    static std::vector<std::wstring> keysBelow(const std::wstring& path) {
+        std::vector<std::wstring> names;
+        HxRegKey open = nullptr;
+        if (hxRegOpenKey(HKEY_CURRENT_USER, path.c_str(), KEY_READ, open) != kRegOk) return names;
+        wchar_t name[300] = {};
+        std::uint32_t size = 300;
+        while (hxRegEnumKey(open, static_cast<std::uint32_t>(names.size()), name, &size) == kRegOk) {
+            names.emplace_back(name);
+            size = 300;
+        }
+        hxRegCloseKey(open);
+        return names;
     }
     void store(const std::wstring& key, const wchar_t* name, const std::wstring& text) {
         ASSERT_TRUE(WriteRegString(HKEY_CURRENT_USER, key, name, text));
@@ -80,13 +94,19 @@ TEST_F(RegistrySettings, TheSettingsKeyIsThatOfTheCurrentProfile) {
     hxRegCloseKey(key);
 }
 
+/// The columns as profiles name them, each with "Width" or "Index" behind it.
+constexpr std::array<const wchar_t*, 19> kColumnNames = {
+    L"Status",     L"Name",         L"On",           L"Freeze",      L"Lock",          L"Color", L"LineType",
+    L"LineWeight", L"Transparency", L"PlotStyle",    L"Plot",        L"NewVpFreeze",   L"Descr", L"VpFreeze",
+    L"VpColor",    L"VpLineType",   L"VpLineWeight", L"VpPlotStyle", L"VpTransparency"};
+
 class ColumnSettings : public RegistrySettings {
 protected:
     static std::vector<tagKvLayerListInfo> columns(std::size_t count, int base) {
         std::vector<tagKvLayerListInfo> all(count);
         for (std::size_t i = 0; i < count; ++i) {
-            all[i].widthName = kColumnWidthNames[i];
-            all[i].indexName = kColumnIndexNames[i];
+            all[i].widthName = std::wstring(kColumnNames[i]) + L"Width";
+            all[i].indexName = std::wstring(kColumnNames[i]) + L"Index";
             all[i].width = base + static_cast<int>(i);
             all[i].index = static_cast<int>(count - 1 - i);
         }
@@ -163,12 +183,41 @@ TEST_F(ColumnSettings, ReadingEndsAtTheFirstMissingValueAndWordsAreZero) {
 }
 
 TEST_F(ColumnSettings, WithoutAProfileNothingIsReadOrWritten) {
-    qputenv("KORVEX_PROFILE_DIR", "/dev/null/none");
-    auto read = columns(13, 70);
-    EXPECT_EQ(GetUserInterfaceSettingsRegKey(), L"");
-    EXPECT_FALSE(GetColInfoFromReg(KvGridKind::dialog, nullptr, read.data()));
-    EXPECT_FALSE(SaveColInfoInReg(KvGridKind::dialog, read, read));
-    EXPECT_EQ(numbers(read), numbers(columns(13, 70)));
+    ASSERT_TRUE(SaveColInfoInReg(KvGridKind::dialog, columns(13, 100), columns(19, 200)));
+    const auto expectNothing = [&] {
+        auto read = columns(13, 70);
+        EXPECT_EQ(GetUserInterfaceSettingsRegKey(), L"");
+        EXPECT_FALSE(GetColInfoFromReg(KvGridKind::dialog, nullptr, read.data()));
+        EXPECT_FALSE(SaveColInfoInReg(KvGridKind::dialog, read, columns(19, 300)));
+        EXPECT_EQ(numbers(read), numbers(columns(13, 70)));
+    };
+    const std::wstring profiles = profilesKey();
+    const std::vector<std::wstring> before = keysBelow(profiles);
+    HxRegKey key = nullptr;
+    ASSERT_EQ(hxRegOpenKey(HKEY_CURRENT_USER, profiles.c_str(), KEY_WRITE, key), kRegOk);
+    ASSERT_EQ(hxRegDeleteValue(key, L""), kRegOk) << "none is current; the store works";
+    hxRegCloseKey(key);
+    expectNothing();
+    EXPECT_EQ(keysBelow(profiles), before);
+
+    qputenv("KORVEX_PROFILE_DIR", "/dev/null/none");  // and now it does not
+    expectNothing();
+}
+
+TEST_F(ColumnSettings, ASetIsWrittenUpToItsFirstFailure) {
+    ASSERT_TRUE(SaveColInfoInReg(KvGridKind::palette, columns(13, 100), columns(19, 200)));
+    const std::wstring key = GetUserInterfaceSettingsRegKey() + L"\\KvLayerPropManagerPalette";
+    ASSERT_EQ(settingsStore()->database().execute("CREATE TEMP TRIGGER full BEFORE INSERT ON key_values"
+                                                  " WHEN NEW.name = 'NameWidth'"
+                                                  " BEGIN SELECT RAISE(ABORT, 'full'); END"),
+              0);
+    EXPECT_FALSE(SaveColInfoInReg(KvGridKind::palette, columns(13, 300), columns(19, 400)));
+    EXPECT_EQ(stored(key + L"\\GlobalColumnSets", L"StatusWidth"), L"1:3:300");
+    EXPECT_EQ(stored(key + L"\\GlobalColumnSets", L"StatusIndex"), L"1:2:12");
+    EXPECT_EQ(stored(key + L"\\GlobalColumnSets", L"NameWidth"), L"1:3:101");
+    EXPECT_EQ(stored(key + L"\\GlobalColumnSets", L"OnWidth"), L"1:3:102") << "not tried any more";
+    EXPECT_EQ(stored(key + L"\\ViewportColumnSets", L"StatusWidth"), L"1:3:400") << "a set of its own";
+    EXPECT_EQ(stored(key + L"\\ViewportColumnSets", L"OnWidth"), L"1:3:202");
 }
 
 class PaletteSettings : public EditorTest {

@@ -61,8 +61,6 @@ TEST_F(AutoLayerRecord, OpensAndClosesWhatNobodyHasOpen) {
         EXPECT_EQ(guard.openStatus(), Hx::eNullObject);
         EXPECT_EQ(guard.close(), Hx::eNullObject);
     }
-    { const KvAutoLayerRecordPtr guard(static_cast<HxDbTransactionManager*>(nullptr), &entry, true); }
-    EXPECT_TRUE(isClosed());
     {
         const KvAutoLayerRecordPtr lent(&entry, false);
         EXPECT_EQ(lent.object(), entry.layerRec());
@@ -71,6 +69,31 @@ TEST_F(AutoLayerRecord, OpensAndClosesWhatNobodyHasOpen) {
         { const KvAutoLayerRecordPtr another(&entry, false); }
         EXPECT_EQ(readers(), 1) << "what was lent is not closed";
     }
+}
+
+TEST_F(AutoLayerRecord, OpensDirectlyWithoutATransactionManager) {
+    HxDbTransactionManager* const none = nullptr;
+    transactions().startTransaction();
+    {
+        const KvAutoLayerRecordPtr guard(none, &entry, true);
+        EXPECT_EQ(guard.openStatus(), Hx::eOk);
+        EXPECT_STREQ(guard->name(), L"A");
+        EXPECT_EQ(readers(), 1);
+        EXPECT_FALSE(guard->isTransactionResident());
+    }
+    EXPECT_TRUE(isClosed()) << "it closes what it opened itself";
+    {
+        const KvAutoLayerRecordPtr lent(none, &entry, false);
+        EXPECT_EQ(lent.object(), entry.layerRec());
+        EXPECT_TRUE(isClosed());
+    }
+    transactions().abortTransaction();
+    {
+        const HxDbObjectPointer<HxDbLayerTableRecord> record(entry.layerId(), HxDb::kForWrite);
+        ASSERT_EQ(record->erase(), Hx::eOk);
+    }
+    EXPECT_EQ(KvAutoLayerRecordPtr(none, &entry, true).openStatus(), Hx::eOk) << "erased ones, too";
+    EXPECT_TRUE(isClosed());
 }
 
 TEST_F(AutoLayerRecord, ErasedRecordsOpenOnRequest) {

@@ -14,7 +14,6 @@
 namespace korvex::test {
 namespace {
 
-/// Layers of DrawingTest in table order, without those of the external reference.
 using LayerNames = std::vector<std::wstring>;
 
 class LayerManager : public DrawingTest {
@@ -62,16 +61,18 @@ protected:
 };
 
 TEST_F(LayerManager, ListsTheTableInItsOrder) {
+    run(L"-LAYER New MIDWAY,ALPHA\n\n");
+    const LayerNames inOrder{L"0",           L"INNER",        L"MIDDLE", L"NOTES",
+                             L"OUTER",       L"SPARE",        L"TOP",    L"TURNED",
+                             L"WALLS",       L"W\u00E4nde 2", L"XREFS",  L"PLAN|DOORS",
+                             L"PLAN|FRAMES", L"PLAN|WALLS",   L"MIDWAY", L"ALPHA"};
     for (const bool isPalette : {true, false}) {
         KvLayerPropManager manager(&database(), isPalette);
         manager.Initialize();
         manager.ReloadLayers();
         EXPECT_EQ(isAnythingOpen(), !isPalette) << "the dialog's transaction holds them";
-        const LayerNames names = namesOf(manager.GetAllLayers());
-        EXPECT_EQ(names.front(), L"0");
-        EXPECT_EQ(names.size(), manager.GetAllLayersRef().length());
-        EXPECT_TRUE(std::count(names.begin(), names.end(), L"WALLS"));
-        EXPECT_TRUE(std::count(names.begin(), names.end(), L"PLAN|WALLS"));
+        EXPECT_EQ(namesOf(manager.GetAllLayers()), inOrder);
+        EXPECT_EQ(namesOf(manager.GetAllLayersRef()), inOrder);
         for (const KvLayerData* data : manager.GetAllLayersRef()) {
             EXPECT_TRUE(data->isValid());
             EXPECT_EQ(data->layerRec(), hxdbObjectPointer(data->layerId()));
@@ -485,14 +486,21 @@ TEST_F(LayerFilters, AreFoundAndNamed) {
 }
 
 TEST_F(LayerFilters, AcceptLayersInListOrder) {
+    run(L"-LAYER New WOOD,WATER\n\n");
+    manager->ReloadLayers();
     addFilters();
     EXPECT_EQ(accepted(L"Picked"), LayerNames{L"NOTES"});
     EXPECT_EQ(manager->GetFilteredLayers(manager->GetRootFilter()).length(),
               manager->GetAllLayersRef().length());
-    const LayerNames walls = accepted(L"Walls");
-    EXPECT_TRUE(std::count(walls.begin(), walls.end(), L"WALLS"));
-    EXPECT_FALSE(std::count(walls.begin(), walls.end(), L"NOTES"));
+    const LayerNames inOrder{L"WALLS", L"W\u00E4nde 2", L"WOOD", L"WATER"};
+    EXPECT_EQ(accepted(L"Walls"), inOrder);
     const HxArray<KvLayerData*> some = manager->GetFilteredLayers(manager->FindFilter(L"Walls"));
+    HxArray<KvLayerData*> backwards;
+    for (auto at = manager->GetAllLayersRef().length(); at > 0; --at) {
+        backwards.append(manager->GetAllLayersRef()[at - 1]);
+    }
+    EXPECT_EQ(namesOf(manager->GetFilteredLayers(backwards, manager->FindFilter(L"Walls"))),
+              LayerNames(inOrder.rbegin(), inOrder.rend()));
     EXPECT_TRUE(manager->GetFilteredLayers(some, manager->FindFilter(L"Picked")).isEmpty());
     EXPECT_TRUE(manager->GetFilteredLayers(nullptr).isEmpty());
     {
