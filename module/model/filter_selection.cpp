@@ -74,14 +74,15 @@ public:
     explicit RecordSearch(const CStdStr<wchar_t>& name) : m_name(name) {}
 
     /// The record's list; null when there is none.
-    Chain in(HxDbObjectId dictionary) {
-        if (dictionary.isNull() || !m_seen.insert(dictionary).second) return nullptr;
-        const HxDbObjectPointer<HxDbDictionary> opened(dictionary, HxDb::kForRead);
-        if (!opened) return nullptr;
-        const std::unique_ptr<HxDbDictionaryIterator> entries(opened->newIterator());
+    Chain in(const HxDbDictionary& dictionary) {
+        if (!m_seen.insert(dictionary.objectId()).second) return nullptr;
+        const std::unique_ptr<HxDbDictionaryIterator> entries(dictionary.newIterator());
         for (; !entries->done(); entries->next()) {
             if (Chain list = listOf(entries->objectId()); isNamed(list.get(), m_name)) return list;
-            if (Chain nested = in(nestedFilters(entries->objectId()))) return nested;
+            const HxDbObjectPointer<HxDbDictionary> nested(nestedFilters(entries->objectId()),
+                                                           HxDb::kForRead);
+            if (!nested) continue;
+            if (Chain list = in(*nested.object())) return list;
         }
         return nullptr;
     }
@@ -91,7 +92,7 @@ private:
     std::set<HxDbObjectId> m_seen;
 };
 
-Chain findRecord(HxDbObjectId dictionary, const CStdStr<wchar_t>& name) {
+Chain findRecord(const HxDbDictionary& dictionary, const CStdStr<wchar_t>& name) {
     return RecordSearch(name).in(dictionary);
 }
 
@@ -100,7 +101,7 @@ Hx::ErrorStatus writeBack(const Chain& list) {
 }
 
 /// Marks a filter's record as selected; eOk also for a filter without one, or one that is marked.
-Hx::ErrorStatus mark(HxDbObjectId dictionary, const HxLyLayerFilter& filter) {
+Hx::ErrorStatus mark(const HxDbDictionary& dictionary, const HxLyLayerFilter& filter) {
     if (!isUsers(filter)) return Hx::eOk;
     const Chain list = findRecord(dictionary, filter.name());
     resbuf* flag = nullptr;
@@ -114,7 +115,7 @@ Hx::ErrorStatus mark(HxDbObjectId dictionary, const HxLyLayerFilter& filter) {
     return writeBack(list);
 }
 
-Hx::ErrorStatus unmark(HxDbObjectId dictionary, const HxLyLayerFilter& filter) {
+Hx::ErrorStatus unmark(const HxDbDictionary& dictionary, const HxLyLayerFilter& filter) {
     if (!isUsers(filter)) return Hx::eOk;
     const Chain list = findRecord(dictionary, filter.name());
     resbuf* before = list.get();
@@ -163,8 +164,10 @@ Hx::ErrorStatus storeFilterSelection(HxDbDatabase& database, const HxLyLayerFilt
         if (extension->getAt(kFilterDictionary, filters) != Hx::eOk) return Hx::eOk;
     }
     hasRecords = true;
-    Hx::ErrorStatus status = mark(filters, selected);
+    const OpenedOrHeld<HxDbDictionary> records(filters, HxDb::kForWrite);
+    if (!records) return records.openStatus();
+    Hx::ErrorStatus status = mark(*records.object(), selected);
     keepFirst(status, storeName(*table.object(), selectionName(selected)));
-    keepFirst(status, unmark(filters, before));
+    keepFirst(status, unmark(*records.object(), before));
     return status;
 }

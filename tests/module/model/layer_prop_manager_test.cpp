@@ -559,6 +559,30 @@ TEST_F(LayerFilters, ModifyRefusesWhatIsMissing) {
     EXPECT_EQ(manager->SaveLayerFilters(true), Hx::eWasOpenForRead);
 }
 
+TEST_F(LayerFilters, WithRecordsThatSomeoneElseHoldsNothingIsSelected) {
+    addFilters();
+    const std::string before = bytes();
+    manager->SetCurrentFilter(manager->FindFilter(L"Picked"));
+    HxDbObjectId records;
+    {
+        const HxDbObjectPointer<HxDbLayerTable> table(database().layerTableId(), HxDb::kForRead);
+        const HxDbObjectPointer<HxDbDictionary> extension(table->extensionDictionary(), HxDb::kForRead);
+        ASSERT_EQ(extension->getAt(L"ACLYDICTIONARY", records), Hx::eOk);
+    }
+    {
+        const HxDbObjectPointer<HxDbDictionary> reader(records, HxDb::kForRead);
+        EXPECT_EQ(manager->SaveLayerFilters(true), Hx::eWasOpenForRead);
+    }
+    {
+        const HxDbObjectPointer<HxDbDictionary> writer(records, HxDb::kForWrite);
+        EXPECT_EQ(manager->SaveLayerFilters(true), Hx::eWasOpenForWrite);
+    }
+    EXPECT_FALSE(isAnythingOpen());
+    EXPECT_EQ(bytes(), before);
+    EXPECT_EQ(manager->SaveLayerFilters(true), Hx::eOk);
+    EXPECT_EQ(selected(), L"Picked");
+}
+
 TEST_F(LayerFilters, WithoutRecordsTheTreeIsStored) {
     manager->SetCurrentFilter(manager->FindFilter(L"<AllUsed"));
     ASSERT_EQ(manager->SaveLayerFilters(true), Hx::eOk);
@@ -592,6 +616,7 @@ TEST_F(LayerFilters, TheDialogStoresThemAtItsCommit) {
             EXPECT_EQ(dialog.GetCurrentFilter(), dialog.FindFilter(L"Fresh"));
             dialog.SetCurrentFilter(dialog.FindFilter(L"Picked"));
             EXPECT_EQ(dialog.SaveLayerFilters(true), Hx::eOk) << "the table is the transaction's";
+            EXPECT_EQ(selected(), L"Picked") << "and others can read it";
             dialog.Cancel();
             EXPECT_EQ(selectedForOthers(), L"Fresh");
         } else {
