@@ -222,6 +222,6 @@ void showToolIcons(const ManagerControls& controls, bool light) {
 bool usesLightIcons(bool isPalette) {
     VrexVariant theme;
     KorvexConfig* const config = vrexConfig();
-    if (config && config->getValue(kHxConfigUser, kTheme, theme) == 0) return theme.asInt32() == 1;
-    return !isPalette;
+    const bool isRead = config && config->getValue(kHxConfigUser, kTheme, theme) == 0;
+    return (isRead && theme.asInt32() == 1) || !isPalette;
 }

@@ -44,5 +44,6 @@ ManagerControls makeManagerControls(QWidget& window, bool isDialog);
 /// The tool bar's icons; grey ones while a button is disabled.
 void showToolIcons(const ManagerControls& controls, bool light);
 
-/// Light icons with "COLORTHEME" 1; without that setting the palette has dark ones, the dialog light ones.
+/// Light icons with "COLORTHEME" 1; with another value, or none, the palette has dark ones, the dialog light
+/// ones.
 bool usesLightIcons(bool isPalette);
