@@ -79,17 +79,25 @@ int freezeInViewport(const wchar_t* layerName) {
     return RTNORM;
 }
 
+/// eRefused when the layer is one that must not be frozen, as the current one.
+Hx::ErrorStatus freezeInDrawing(const wchar_t* layerName) {
+    HxDbDatabase* const database = hxdbWorkingDatabase();
+    if (!layerName) return Hx::eInvalidInput;
+    if (!database) return Hx::eNoDatabase;
+    const HxDbObjectPointer<HxDbLayerTable> table(database->layerTableId(), HxDb::kForRead);
+    if (!table) return table.openStatus();
+    HxDbLayerTableRecord* layer = nullptr;
+    const Hx::ErrorStatus opened = table->getAt(layerName, layer, HxDb::kForWrite);
+    if (opened != Hx::eOk) return opened;
+    const Hx::ErrorStatus status = layer->isFrozen() ? Hx::eOk : layer->setIsFrozen(true);
+    layer->close();
+    return status;
+}
+
 }  // namespace
 
 int FrzLayerByName(const wchar_t* layerName) {
-    HxDbDatabase* const database = hxdbWorkingDatabase();
-    if (!layerName || !database) return RTERROR;
-    const HxDbObjectPointer<HxDbLayerTable> table(database->layerTableId(), HxDb::kForRead);
-    HxDbLayerTableRecord* layer = nullptr;
-    if (!table || table->getAt(layerName, layer, HxDb::kForWrite) != Hx::eOk) return RTERROR;
-    const Hx::ErrorStatus status = layer->isFrozen() ? Hx::eOk : layer->setIsFrozen(true);
-    layer->close();
-    return status == Hx::eOk ? RTNORM : RTERROR;
+    return freezeInDrawing(layerName) == Hx::eOk ? RTNORM : RTERROR;
 }
 
 int FrzOneLayer(const wchar_t* layerName, int viewportMode, const zds_name /*pickedEntity*/) {
@@ -104,9 +112,10 @@ int FrzOneLayer(const wchar_t* layerName, int viewportMode, const zds_name /*pic
         return confirmed == RTNORM ? freezeInViewport(layerName) : confirmed;
     }
     const QuietCommands quiet;
-    if (FrzLayerByName(layerName) == RTNORM) {
+    const Hx::ErrorStatus status = freezeInDrawing(layerName);
+    if (status == Hx::eOk) {
         say(kStrLayerFrozen, layerName);
-    } else if (isCurrent) {
+    } else if (status == Hx::eRefused && isCurrent) {
         say(kStrLayerIsCurrent, layerName);
     }
     return RTNORM;

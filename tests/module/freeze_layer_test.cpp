@@ -44,6 +44,27 @@ TEST_F(FreezeLayer, TellsPicksThatFrozeNothing) {
     EXPECT_EQ(frozen(), Names());
 }
 
+TEST_F(FreezeLayer, OnlyTheCurrentLayerIsToldToBeCurrent) {
+    run(L"LAYOUT S Layout1\nMSPACE\n");
+    bool isHeld = true;
+    define(L"FREEZE", [&] {
+        const zds_name none = {0, 0};
+        const HxModuleHandle library = LoadResourceDll(builtFile("KvLayerManagerRes.dll").c_str());
+        {
+            const HxResourceOverride resources(library);
+            const HxDbObjectPointer<HxDbLayerTableRecord> held(isHeld ? layer(L"SPARE") : HxDbObjectId(),
+                                                               HxDb::kForRead);
+            EXPECT_EQ(FrzOneLayer(L"spare", 0, none), RTNORM);
+        }
+        hxFreeResourceDll(library);
+    });
+    EXPECT_FALSE(contains(run(L"FREEZE\n"), L"is the current layer")) << "it is held open, and that is why";
+    isHeld = false;
+    EXPECT_TRUE(contains(run(L"FREEZE\n"), L"\"spare\" is the current layer"));
+    EXPECT_EQ(frozen(), Names());
+    EXPECT_EQ(failures, Lines());
+}
+
 TEST_F(FreezeLayer, FailsWithoutLayerOrDatabase) {
     EXPECT_EQ(FrzLayerByName(nullptr), RTERROR);
     EXPECT_EQ(FrzLayerByName(L""), RTERROR);
