@@ -1,6 +1,8 @@
 // Choosing a transparency.
 #include "transparency_dialog.h"
 
+#include "frame/resource_text.h"
+
 #include <QLabel>
 #include <QPainter>
 #include <QSlider>
@@ -11,6 +13,8 @@
 namespace {
 
 constexpr int kMostPercent = 90;
+/// The number field takes what can be typed, so that too much is told and not swallowed digit by digit.
+constexpr int kMostTyped = 999;
 constexpr int kFieldAlpha = 90;  ///< of the darker fields, so that both themes have light and dark ones
 
 /// Something to see through: a checked ground with a bar on it.
@@ -43,9 +47,10 @@ void CLayerTransDlg::DoDataExchange(CDataExchange* exchange) {
     DDX_Control(exchange, "IDC_TRANS_VALUE", m_value);
     DDX_Control(exchange, "IDC_TRANS_SLIDER", m_slider);
     DDX_Control(exchange, "IDC_TRANS_PREVIEW", m_preview);
+    DDX_Control(exchange, "IDC_TRANS_HINT", m_hint);
     if (!m_value) return;
     if (exchange->m_bSaveAndValidate) {
-        m_percent = m_value->value();
+        m_percent = std::min(m_value->value(), kMostPercent);
     } else {
         m_value->setValue(m_percent);
     }
@@ -53,15 +58,27 @@ void CLayerTransDlg::DoDataExchange(CDataExchange* exchange) {
 
 bool CLayerTransDlg::OnInitDialog() {
     HxUiBaseDialog::OnInitDialog();
-    if (!m_value || !m_slider || !m_preview) return true;
+    if (!m_value || !m_slider || !m_preview || !m_hint) return true;
+    m_value->setMaximum(kMostTyped);
     m_value->setSuffix(" %");
     m_slider->setValue(m_percent);
     connect(m_value, SIGNAL(valueChanged(int)), m_slider, SLOT(setValue(int)));
     connect(m_slider, SIGNAL(valueChanged(int)), m_value, SLOT(setValue(int)));
+    connect(m_value, SIGNAL(valueChanged(int)), SLOT(keepInRange(int)));
     connect(m_value, SIGNAL(valueChanged(int)), SLOT(showPreview()));
     m_value->setFocus();
     m_value->selectAll();
     return true;
+}
+
+/// What is beyond becomes the most, and the hint tells why until the next change.
+void CLayerTransDlg::keepInRange(int percent) {
+    if (percent <= kMostPercent) {
+        m_hint->clear();
+        return;
+    }
+    m_value->setValue(kMostPercent);
+    m_hint->setText(resourceText(kStrTransparencyHint).arg(kMostPercent));
 }
 
 void CLayerTransDlg::showPreview() {

@@ -23,6 +23,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private Q_SLOTS:
+    void keepInRange(int percent);
     void showPreview();
 
 private:
@@ -30,4 +31,5 @@ private:
     QSpinBox* m_value = nullptr;
     QSlider* m_slider = nullptr;
     QLabel* m_preview = nullptr;
+    QLabel* m_hint = nullptr;
 };

@@ -177,8 +177,9 @@ enum KvString : std::uint32_t {
     kStrTransparencyPreview = 10304,
     kStrPlotStyleTitle = 10305,  ///< the plot style picker, 10305 and 10306
     kStrPlotStyleLabel = 10306,
-    kStrOriginalValue = 10307,  ///< what a picker was opened with; %1 the value
-    kStrButtonOk = 10320,       ///< buttons of dialogs, 10320 and 10321
+    kStrOriginalValue = 10307,     ///< what a picker was opened with; %1 the value
+    kStrTransparencyHint = 10308,  ///< more was typed; %1 the most
+    kStrButtonOk = 10320,          ///< buttons of dialogs, 10320 and 10321
     kStrButtonCancel = 10321,
     kStrSearchPlaceholder = 10330,  ///< the search box, 10330 to 10332
     kStrSearchTip = 10331,

@@ -8,7 +8,7 @@ namespace {
 
 constexpr HxResourceString kStrings[] = {
     {kStrInvalidKeyword, L"\nInvalid option keyword."},
-    {kStrExpectsPoint, L"\nExpects a point or Settings"},
+    {kStrExpectsPoint, L"Expects a point or Settings"},
     {kStrViewportPrompt, L"\nIn paper space viewport use [Freeze/Vpfreeze] <%ls>:"},
     {kStrViewportKeywords, L"Freeze Vpfreeze"},
     {kStrSettingsPrompt, L"\nSetting to change [Viewports/Block] <none>:"},
@@ -191,6 +191,7 @@ constexpr HxResourceString kStrings[] = {
     {kStrPlotStyleTitle, L"Select Plot Style"},
     {kStrPlotStyleLabel, L"&Plot styles:"},
     {kStrOriginalValue, L"Original: %1"},
+    {kStrTransparencyHint, L"Layers can be transparent to %1 per cent at most."},
     {kStrButtonOk, L"OK"},
     {kStrButtonCancel, L"Cancel"},
     {kStrSearchPlaceholder, L"Search for layers"},

@@ -8,7 +8,7 @@ namespace {
 
 constexpr HxResourceString kStrings[] = {
     {kStrInvalidKeyword, L"\nUngültige Option."},
-    {kStrExpectsPoint, L"\nEin Punkt oder Einstellungen wird erwartet"},
+    {kStrExpectsPoint, L"Ein Punkt oder Einstellungen wird erwartet"},
     {kStrViewportPrompt, L"\nIm Ansichtsfenster des Papierbereichs [Frieren/AFfrieren] <%ls>:"},
     {kStrViewportKeywords, L"Frieren AFfrieren _ Freeze Vpfreeze"},
     {kStrSettingsPrompt, L"\nZu ändernde Einstellung [Ansichtsfenster/Block] <keine>:"},
@@ -194,6 +194,7 @@ constexpr HxResourceString kStrings[] = {
     {kStrPlotStyleTitle, L"Plotstil wählen"},
     {kStrPlotStyleLabel, L"&Plotstile:"},
     {kStrOriginalValue, L"Bisher: %1"},
+    {kStrTransparencyHint, L"Layer k\u00F6nnen h\u00F6chstens zu %1 Prozent transparent sein."},
     {kStrButtonOk, L"OK"},
     {kStrButtonCancel, L"Abbrechen"},
     {kStrSearchPlaceholder, L"Layer suchen"},
