@@ -65,11 +65,7 @@ std::size_t shownColumnCount(const HxDbDatabase* database) {
     return !database || database->tilemode() ? kModelColumnCount : kColumnCount;
 }
 
-bool GetColInfoFromReg(KvGridKind grid, const HxDbDatabase* database, tagKvLayerListInfo* columns) {
-    return readColumnSet(grid, shownColumnCount(database), columns);
-}
-
-bool readColumnSet(KvGridKind grid, std::size_t count, tagKvLayerListInfo* columns) {
+bool GetColInfoFromReg(KvGridKind grid, tagKvLayerListInfo* columns, std::size_t count) {
     CStdStr<wchar_t> path = gridKey(grid);
     if (path.empty()) return false;
     path += L"\\";

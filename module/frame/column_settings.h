@@ -34,14 +34,11 @@ enum class KvGridKind { palette, dialog };
 /// Model space, or no drawing: 13 columns. A layout: all.
 std::size_t shownColumnCount(const HxDbDatabase* database);
 
-/// Reads the layout of the columns that `database` (may be null) shows, each by its value names. `columns`
-/// holds at least shownColumnCount of them. False when there is none or at the first value that is missing;
+/// Reads the layout of a set of columns, each by its value names: that of model space for kModelColumnCount
+/// columns, that of layouts for kColumnCount. False when there is none or at the first value that is missing;
 /// the columns read before that have their new numbers, the others keep theirs. A text that is no number is
 /// 0.
-bool GetColInfoFromReg(KvGridKind grid, const HxDbDatabase* database, tagKvLayerListInfo* columns);
-
-/// The same for a set by its number of columns.
-bool readColumnSet(KvGridKind grid, std::size_t count, tagKvLayerListInfo* columns);
+bool GetColInfoFromReg(KvGridKind grid, tagKvLayerListInfo* columns, std::size_t count);
 
 /// Writes both sets. False when something could not be written; a set is written up to its first failure.
 bool SaveColInfoInReg(KvGridKind grid, const std::vector<tagKvLayerListInfo>& modelColumns,

@@ -12,7 +12,7 @@
 void KvLayerListCtrl::showColumn(int column, bool show) {
     QHeaderView* const header = horizontalHeader();
     header->setSectionHidden(column, !show);
-    if (show && header->sectionSize(column) < header->minimumSectionSize() + 1) {
+    if (show && header->sectionSize(column) <= kLeastColumnWidth) {
         const bool isModel = header->count() <= static_cast<int>(kModelColumnCount);
         const auto defaults = defaultColumns(isModel ? KvColumnSet::modelSpace : KvColumnSet::layout);
         header->resizeSection(column, defaults[static_cast<std::size_t>(column)].width);

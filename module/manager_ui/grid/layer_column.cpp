@@ -29,7 +29,7 @@ std::vector<tagKvLayerListInfo> defaultColumns(KvColumnSet set) {
     for (std::size_t id = 0; id < columns.size(); ++id) {
         columns[id].widthName = kColumnWidthNames[id];
         columns[id].indexName = kColumnIndexNames[id];
-        columns[id].header = ResourceString(kDefaults[id].header);
+        columns[id].header = moduleString(kDefaults[id].header);
         columns[id].index = static_cast<std::int32_t>(id);
         columns[id].width = isModel ? kDefaults[id].modelWidth : kDefaults[id].layoutWidth;
     }
@@ -38,7 +38,7 @@ std::vector<tagKvLayerListInfo> defaultColumns(KvColumnSet set) {
 
 std::vector<tagKvLayerListInfo> storedColumns(KvGridKind grid, KvColumnSet set) {
     std::vector<tagKvLayerListInfo> columns = defaultColumns(set);
-    return readColumnSet(grid, columns.size(), columns.data()) ? columns : defaultColumns(set);
+    return GetColInfoFromReg(grid, columns.data(), columns.size()) ? columns : defaultColumns(set);
 }
 
 int columnOf(const tagKvLayerListInfo& column) {

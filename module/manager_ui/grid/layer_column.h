@@ -28,11 +28,13 @@ enum KvLayerColumn : int {
     kColVpTransparency,
 };
 
+/// In pixels, by the mouse; what a profile keeps may be less.
+constexpr int kLeastColumnWidth = 16;
+
 /// Which columns are shown.
 enum class KvColumnSet { modelSpace, layout };
 
-/// All columns of the set in their own order, with default widths and positions and the headers of the
-/// current resource library.
+/// All columns of the set in their own order, with default widths and positions and headers.
 std::vector<tagKvLayerListInfo> defaultColumns(KvColumnSet set);
 
 /// The set as the profile has it for a grid, else the default.

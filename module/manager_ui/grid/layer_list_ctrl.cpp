@@ -16,6 +16,7 @@
 #include "hxui.h"
 
 #include <QDateTime>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPaintEvent>
@@ -66,7 +67,12 @@ KvLayerListCtrl::KvLayerListCtrl(QWidget* parent) : QTableView(parent), m_model(
     header->setSectionsMovable(true);
     header->setSectionsClickable(true);
     header->setHighlightSections(false);
-    header->setMinimumSectionSize(16);
+    header->setMinimumSectionSize(1);  // profiles may keep narrower columns than the mouse can make
+    connect(header, &QHeaderView::sectionResized, header, [header](int column, int, int width) {
+        const bool isDragged = QGuiApplication::mouseButtons().testFlag(Qt::LeftButton);
+        if (isDragged && width > 0 && width < kLeastColumnWidth)
+            header->resizeSection(column, kLeastColumnWidth);
+    });
     header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     header->setSortIndicatorShown(true);
     header->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -108,7 +114,8 @@ void KvLayerListCtrl::setColumns(const std::vector<tagKvLayerListInfo>& columns)
         header->moveSection(header->visualIndex(column), static_cast<int>(position));
         header->setSectionHidden(column, columns[position].width <= 0 && column != kColName);
         if (!header->isSectionHidden(column)) {
-            header->resizeSection(column, std::max(columns[position].width, header->minimumSectionSize()));
+            const int width = columns[position].width;
+            header->resizeSection(column, width > 0 ? width : kLeastColumnWidth);
         }
     }
     m_isArranging = false;

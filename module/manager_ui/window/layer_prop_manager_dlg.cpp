@@ -152,7 +152,8 @@ void KvLayerPropManagerDlg::initColumns(KvColumnSet set) {
 }
 
 bool KvLayerPropManagerDlg::GetColInfoFromReg(tagKvLayerListInfo* columns) {
-    return ::GetColInfoFromReg(gridKind(), GetDatabase(), columns);
+    return ::GetColInfoFromReg(gridKind(), columns,
+                               m_columnSet == KvColumnSet::modelSpace ? kModelColumnCount : kColumnCount);
 }
 
 void KvLayerPropManagerDlg::rememberColumns() {
