@@ -191,7 +191,7 @@ constexpr HxResourceString kStrings[] = {
     {kStrPlotStyleTitle, L"Select Plot Style"},
     {kStrPlotStyleLabel, L"&Plot styles:"},
     {kStrOriginalValue, L"Original: %1"},
-    {kStrTransparencyHint, L"Layers can be transparent to %1 per cent at most."},
+    {kStrTransparencyHint, L"No more than %1 per cent is possible."},
     {kStrButtonOk, L"OK"},
     {kStrButtonCancel, L"Cancel"},
     {kStrSearchPlaceholder, L"Search for layers"},

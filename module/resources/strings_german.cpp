@@ -194,7 +194,7 @@ constexpr HxResourceString kStrings[] = {
     {kStrPlotStyleTitle, L"Plotstil wählen"},
     {kStrPlotStyleLabel, L"&Plotstile:"},
     {kStrOriginalValue, L"Bisher: %1"},
-    {kStrTransparencyHint, L"Layer k\u00F6nnen h\u00F6chstens zu %1 Prozent transparent sein."},
+    {kStrTransparencyHint, L"Mehr als %1 Prozent sind nicht m\u00F6glich."},
     {kStrButtonOk, L"OK"},
     {kStrButtonCancel, L"Abbrechen"},
     {kStrSearchPlaceholder, L"Layer suchen"},
