@@ -22,8 +22,13 @@ CStdStr<wchar_t> ResourceString(int id, const wchar_t* fallback) {
     return text.empty() ? CStdStr<wchar_t>(fallback) : text;
 }
 
-QString resourceText(int id) { return QString::fromStdWString(ResourceString(id)); }
+CStdStr<wchar_t> moduleString(int id, const wchar_t* fallback) {
+    const ModuleResources resources;
+    return ResourceString(id, fallback);
+}
 
-CStdStr<wchar_t> LoadLocalCmd(unsigned resourceId) { return load(globalResInstance(), resourceId); }
+QString resourceText(int id) { return QString::fromStdWString(moduleString(id)); }
+
+CStdStr<wchar_t> LoadLocalCmd(unsigned resourceId) { return moduleString(static_cast<int>(resourceId)); }
 
 ModuleResources::ModuleResources() : m_override(globalResInstance()) {}

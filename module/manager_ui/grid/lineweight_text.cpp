@@ -29,7 +29,7 @@ CStdStr<wchar_t> StringByLineWeight(int lineweight, bool isIndex) {
     switch (lineweight) {
     case HxDb::kLnWtByLayer: return L"Layer";
     case HxDb::kLnWtByBlock: return L"Block";
-    case HxDb::kLnWtByLwDefault: return ResourceString(kStrLineweightDefault, L"Default");
+    case HxDb::kLnWtByLwDefault: return moduleString(kStrLineweightDefault, L"Default");
     default: break;
     }
     CStdStr<wchar_t> text;
