@@ -19,6 +19,9 @@ namespace {
 
 constexpr QRect kFirstPlace(0, 0, 500, 250);
 
+/// Null when the main window is none that panels dock in.
+HxUiDockFrameWindow* dockFrame() { return qobject_cast<HxUiDockFrameWindow*>(hxuiMainWindow()); }
+
 void showAgain(KvPalettePanel& palette) {
     if (HxDbDatabase* const database = curDocDatabase()) {
         palette.refreshWndLayers(database, database != palette.GetDatabase());
@@ -66,7 +69,7 @@ void ClassicLayerDlgCmd() {
 
 void LayerPaletteCmd(bool loadSettings) {
     const ModuleResources resources;
-    auto* const frame = qobject_cast<HxUiDockFrameWindow*>(hxuiMainWindow());
+    HxUiDockFrameWindow* const frame = dockFrame();
     if (!frame) return;
     if (KvPalettePanel* const palette = layerPalette()) {
         showAgain(*palette);
@@ -81,5 +84,5 @@ void LayerCloseCmd() {
     const ModuleResources resources;
     hxuiMainAppService()->setLayerPaletteVisible(false);
     KvPalettePanel* const palette = layerPalette();
-    if (palette && palette->widget()->isVisible() && hxuiMainWindow()) palette->showPanel(false);
+    if (palette && palette->widget()->isVisible() && dockFrame()) palette->showPanel(false);
 }

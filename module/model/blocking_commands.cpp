@@ -26,10 +26,14 @@ bool isNeedBlockCommand(const wchar_t* globalCommandName) {
            std::find(std::begin(kBlocking), std::end(kBlocking), globalCommandName) != std::end(kBlocking);
 }
 
-bool isNeedBlockCmdRuning(CWnd* parent) {
+bool isBlockingCommandRunning() {
     const KvLayerPaletteDocReactor* const documents = paletteDocReactor();
     HxApDocument* const document = curDoc();
-    if (!parent || !documents || !document || documents->blockingCommands(document) < 1) return false;
+    return documents && document && documents->blockingCommands(document) > 0;
+}
+
+bool isNeedBlockCmdRuning(CWnd* parent) {
+    if (!parent || !isBlockingCommandRunning()) return false;
     const ModuleResources resources;
     parent->MessageBox(ResourceString(kStrBlockedMessage).c_str(), ResourceString(kStrBlockedCaption).c_str(),
                        MB_ICONEXCLAMATION | MB_OK);

@@ -9,3 +9,6 @@ bool isNeedBlockCommand(const wchar_t* globalCommandName);
 /// Whether such a command runs in the current document; the user is told so, in a message before `parent`.
 /// False for a null parent. To be asked before every edit.
 bool isNeedBlockCmdRuning(CWnd* parent);
+
+/// The same without a message.
+bool isBlockingCommandRunning();

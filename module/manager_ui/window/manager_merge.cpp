@@ -8,6 +8,7 @@
 #include "manager_ui/editing/viewport_overrides.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
 #include "model/auto_layer_record.h"
+#include "model/blocking_commands.h"
 #include "model/layer_data.h"
 #include "model/layer_prop_manager.h"
 
@@ -56,7 +57,7 @@ QStringList targetsFor(const HxArray<KvLayerData*>& all, const std::vector<KvLay
 void KvLayerPropManagerDlg::MergeSelectLayersTo() {
     const ModuleResources resources;
     HxApDocument* const document = curDoc();
-    if (!document || !document->isQuiescent() || !m_list->canEdit()) return;
+    if (!document || !document->isQuiescent() || (m_isPalette && isBlockingCommandRunning())) return;
     HxArray<KvLayerData*> selected;
     HxArray<int> rows;
     m_list->SelectedLayers(selected, rows);
