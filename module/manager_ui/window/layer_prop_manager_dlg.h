@@ -76,8 +76,8 @@ public:
     void AddSelectedToGroup(const wchar_t* name);
     /// A new group of the selected layers becomes current.
     void NewGroupOfSelected();
-    /// When the drawing has more filters than `threshold` and than layers: deletes them, asks, or leaves
-    /// them, as LAYERFILTERALERT says.
+    /// As LAYERFILTERALERT says: 1 deletes all filters, however few, without asking; 2 asks whether to, when
+    /// the drawing has more of them than `threshold` and than layers; otherwise they stay.
     void CheckLayerFilterNumber(int threshold);
 
     void setLayerDataValid(const HxDbLayerTableRecord* record, bool valid);
@@ -87,7 +87,7 @@ public:
 
     void InitModelColInfo();
     void InitPaperColInfo();
-    /// Widths and positions of the current set from the profile; false when any is missing.
+    /// Widths and positions of the current set from the profile, 13 or 19 of them; false when any is missing.
     bool GetColInfoFromReg(tagKvLayerListInfo* columns);
     /// Both sets to the profile, the shown one as it is now.
     bool SaveColInfoInReg();
