@@ -1,6 +1,8 @@
 // LAYFRZ on a drawing: whose layer is frozen, where, and what can be taken back.
 #include "tests/module/module_fixture.h"
 
+#include "host/editor/editor_notices.h"
+
 namespace korvex::test {
 namespace {
 
@@ -182,6 +184,36 @@ TEST_F(LayFrz, FreezesInTheCurrentViewportOnly) {
     layfrz(L"S V Freeze 5,2 X");
     EXPECT_EQ(frozen(), Names{L"NOTES"});
     EXPECT_EQ(frozenHere(), Names{L"WALLS"});
+}
+
+TEST_F(LayFrz, RedrawsAfterAFreezeInAViewport) {
+    layfrz(L"5,0 X");
+    goToViewport();
+    int before = redrawCount();
+    layfrz(L"5,2 105,0 X");
+    EXPECT_EQ(redrawCount(), before + 2);
+    before = redrawCount();
+    layfrz(L"5,8 No X");
+    layfrz(L"S V Freeze 305,0 X");
+    EXPECT_EQ(redrawCount(), before) << "only then: the host shows other changes by itself";
+}
+
+TEST_F(LayFrz, QualifiedNamesEndAt255Characters) {
+    const std::string block(150, 'P');
+    const std::string name(120, 'L');
+    const std::string cut = (block + "|" + name).substr(0, 255);
+    SmallDrawing plan;
+    plan.model(plan.line(name, 0, 0, 10, 0));
+    write("long.dxf", plan.text());
+    SmallDrawing floor;
+    floor.xref(block, "long.dxf");
+    floor.model(floor.insert(block, "XREFS", 0, 0) + floor.line(cut, 0, 50, 10, 50));
+    write("of-long-names.dxf", floor.text());
+    open("of-long-names.dxf");
+    ASSERT_TRUE(hasLayer(std::wstring(cut.begin(), cut.end()).c_str()));
+    layfrz(L"S B Entity 5,0 X");
+    EXPECT_EQ(frozen(), Names{std::wstring(cut.begin(), cut.end())});
+    EXPECT_EQ(failures, Lines());
 }
 
 TEST_F(LayFrz, AsksBeforeTheCurrentLayerFreezesInAViewport) {

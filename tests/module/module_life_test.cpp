@@ -83,6 +83,19 @@ TEST_F(ModuleLife, AnswersTheHostsMessages) {
     EXPECT_FALSE(isResourceLibraryLoaded());
 }
 
+TEST_F(ModuleLife, WithoutItsResourceLibraryNothingIsRegistered) {
+    ASSERT_EQ(linker().unloadModule(kModule), Hx::eOk);
+    const std::wstring alone = path("KvLayerManager.hrx");
+    ASSERT_TRUE(QFile::copy(QString::fromStdWString(builtFile("KvLayerManager.hrx")),
+                            QString::fromStdWString(alone)));
+    write("KvLayerManagerRes.dll", "not one");  // found before the one that was built
+    CStdStr<wchar_t> error;
+    EXPECT_NE(linker().loadModule(alone.c_str(), &error), Hx::eOk);
+    EXPECT_TRUE(contains(error, L"it answers with 3")) << error.c_str();
+    expectNothingLeft();
+    EXPECT_FALSE(isResourceLibraryLoaded());
+}
+
 TEST_F(ModuleLife, PaletteCommandsDoNothingWithoutAMainWindow) {
     EXPECT_EQ(run(L"LAYER\nLAYERPALETTE\n"), L"Command: LAYER\nCommand: LAYERPALETTE\n");
     EXPECT_EQ(hxGetResourceHandle(), nullptr);

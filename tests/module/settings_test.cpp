@@ -8,11 +8,15 @@
 #include "frame/palette_properties.h"
 #include "frame/palette_settings.h"
 #include "frame/registry_settings.h"
+#include "manager_ui/grid/layer_list_ctrl.h"
+#include "manager_ui/window/layer_prop_manager_dlg.h"
+#include "model/palette_doc_reactor.h"
 
 #include "host/base/settings_store.h"
 #include "sdk/hxregistry.h"
 #include "sdk/hxui.h"
 
+#include <QTimer>
 #include <QWidget>
 
 namespace korvex::test {
@@ -128,22 +132,24 @@ protected:
 TEST_F(ColumnSettings, PaletteAndDialogKeepASetForEachSpace) {
     const auto none = columns(kColumnCount, 0);
     auto read = none;
-    EXPECT_FALSE(GetColInfoFromReg(KvGridKind::palette, nullptr, read.data()));
+    EXPECT_FALSE(GetColInfoFromReg(KvGridKind::palette, read.data(), read.size()));
     EXPECT_TRUE(SaveColInfoInReg(KvGridKind::palette, columns(13, 100), columns(19, 200)));
-    EXPECT_FALSE(GetColInfoFromReg(KvGridKind::dialog, nullptr, read.data()));
+    EXPECT_FALSE(GetColInfoFromReg(KvGridKind::dialog, read.data(), read.size()));
     EXPECT_EQ(numbers(read), numbers(none));
     EXPECT_TRUE(SaveColInfoInReg(KvGridKind::dialog, columns(13, 300), columns(19, 400)));
 
-    for (const HxDbDatabase* const drawing : {static_cast<HxDbDatabase*>(nullptr), &database()}) {
+    for (const bool isLayout : {false, true}) {  // the set that is asked for counts, not the drawing's space
         auto model = columns(13, 0);
-        EXPECT_TRUE(GetColInfoFromReg(KvGridKind::palette, drawing, model.data()));
+        EXPECT_TRUE(GetColInfoFromReg(KvGridKind::palette, model.data(), model.size()));
         EXPECT_EQ(numbers(model), numbers(columns(13, 100)));
-        EXPECT_TRUE(GetColInfoFromReg(KvGridKind::dialog, drawing, model.data()));
+        EXPECT_TRUE(GetColInfoFromReg(KvGridKind::dialog, model.data(), model.size()));
         EXPECT_EQ(numbers(model), numbers(columns(13, 300)));
+        EXPECT_TRUE(GetColInfoFromReg(KvGridKind::palette, read.data(), read.size()));
+        EXPECT_EQ(numbers(read), numbers(columns(19, 200)));
+        EXPECT_EQ(shownColumnCount(&database()), isLayout ? 19U : 13U);
+        EXPECT_EQ(shownColumnCount(nullptr), 13U);
+        goToLayout();
     }
-    goToLayout();
-    EXPECT_TRUE(GetColInfoFromReg(KvGridKind::palette, &database(), read.data()));
-    EXPECT_EQ(numbers(read), numbers(columns(19, 200)));
 }
 
 TEST_F(ColumnSettings, ValuesAreDecimalTextsWithoutTheirNullInKeysOfClassRegSz) {
@@ -170,7 +176,7 @@ TEST_F(ColumnSettings, ReadingEndsAtTheFirstMissingValueAndWordsAreZero) {
     store(key, L"StatusIndex", L" 4x");
     store(key, L"NameWidth", L"99999999999");
     auto read = columns(13, 70);
-    EXPECT_FALSE(GetColInfoFromReg(KvGridKind::dialog, nullptr, read.data()));
+    EXPECT_FALSE(GetColInfoFromReg(KvGridKind::dialog, read.data(), read.size()));
     EXPECT_EQ(read[0].width, 0);
     EXPECT_EQ(read[0].index, 4);
     EXPECT_EQ(read[1].width, std::numeric_limits<int>::max());
@@ -178,7 +184,7 @@ TEST_F(ColumnSettings, ReadingEndsAtTheFirstMissingValueAndWordsAreZero) {
     EXPECT_EQ(read[2].width, 72);
     // A value beyond the room for one counts as missing.
     store(key, L"StatusWidth", std::wstring(2000, L'1'));
-    EXPECT_FALSE(GetColInfoFromReg(KvGridKind::dialog, nullptr, read.data()));
+    EXPECT_FALSE(GetColInfoFromReg(KvGridKind::dialog, read.data(), read.size()));
     EXPECT_EQ(read[0].width, 0);
 }
 
@@ -187,7 +193,7 @@ TEST_F(ColumnSettings, WithoutAProfileNothingIsReadOrWritten) {
     const auto expectNothing = [&] {
         auto read = columns(13, 70);
         EXPECT_EQ(GetUserInterfaceSettingsRegKey(), L"");
-        EXPECT_FALSE(GetColInfoFromReg(KvGridKind::dialog, nullptr, read.data()));
+        EXPECT_FALSE(GetColInfoFromReg(KvGridKind::dialog, read.data(), read.size()));
         EXPECT_FALSE(SaveColInfoInReg(KvGridKind::dialog, read, columns(19, 300)));
         EXPECT_EQ(numbers(read), numbers(columns(13, 70)));
     };
@@ -218,6 +224,104 @@ TEST_F(ColumnSettings, ASetIsWrittenUpToItsFirstFailure) {
     EXPECT_EQ(stored(key + L"\\GlobalColumnSets", L"OnWidth"), L"1:3:102") << "not tried any more";
     EXPECT_EQ(stored(key + L"\\ViewportColumnSets", L"StatusWidth"), L"1:3:400") << "a set of its own";
     EXPECT_EQ(stored(key + L"\\ViewportColumnSets", L"OnWidth"), L"1:3:202");
+}
+
+/// A layer manager in palette form on the current drawing, made by the test itself.
+class ColumnsOfTheManager : public ColumnSettings {
+protected:
+    void SetUp() override {
+        needApplication();
+        setGlobalResInstance(LoadResourceDll(builtFile("KvLayerManagerRes.dll").c_str()));
+    }
+    void TearDown() override {
+        manager.reset();
+        hxFreeResourceDll(globalResInstance());
+        setGlobalResInstance(nullptr);
+    }
+    void openManager() {
+        manager = std::make_unique<KvLayerPropManagerDlg>(&database(), nullptr);
+        manager->setIsPalette(true);
+        manager->InitPalette();
+    }
+    std::vector<int> kept(std::size_t count) {
+        auto read = columns(count, 0);
+        EXPECT_TRUE(GetColInfoFromReg(KvGridKind::palette, read.data(), read.size()));
+        return numbers(read);
+    }
+
+    std::unique_ptr<KvLayerPropManagerDlg> manager;
+};
+
+TEST_F(ColumnsOfTheManager, AreKeptUnderTheNamesOfProfiles) {
+    openManager();
+    ASSERT_TRUE(manager->SaveColInfoInReg());
+    std::vector<int> model;
+    for (int id = 0; id < 13; ++id) {
+        const int widths[] = {35, 70, 30, 40, 35, 60, 125, 80, 60, 60, 40, 60, 90};
+        model.insert(model.end(), {widths[id], id});
+    }
+    EXPECT_EQ(kept(13), model);
+    std::vector<int> layout;
+    for (int id = 0; id < 19; ++id) {
+        const int widths[] = {35, 70, 30, 40, 35, 60, 80, 80, 80, 60, 40, 60, 60, 90, 60, 80, 80, 60, 80};
+        layout.insert(layout.end(), {widths[id], id});
+    }
+    EXPECT_EQ(kept(19), layout);
+}
+
+TEST_F(ColumnsOfTheManager, AreShownAsTheyAreKeptHoweverNarrow) {
+    auto narrow = columns(13, 1);
+    narrow[5].width = 0;  // hidden
+    ASSERT_TRUE(SaveColInfoInReg(KvGridKind::palette, narrow, columns(19, 2)));
+    openManager();
+    EXPECT_EQ(numbers(manager->list().columns()), numbers(narrow));
+    ASSERT_TRUE(manager->SaveColInfoInReg());
+    EXPECT_EQ(kept(13), numbers(narrow));
+    EXPECT_EQ(kept(19), numbers(columns(19, 2)));
+    narrow[1].width = 0;
+    ASSERT_TRUE(SaveColInfoInReg(KvGridKind::palette, narrow, columns(19, 2)));
+    openManager();
+    EXPECT_GT(manager->list().columns()[1].width, 0) << "the name is always there";
+}
+
+TEST_F(ColumnsOfTheManager, AreThoseOfTheSetThatIsAskedForInAnySpace) {
+    ASSERT_TRUE(SaveColInfoInReg(KvGridKind::palette, columns(13, 100), columns(19, 200)));
+    goToLayout();
+    openManager();
+    EXPECT_EQ(numbers(manager->list().columns()), numbers(columns(19, 200)));
+    manager->InitModelColInfo();
+    EXPECT_EQ(numbers(manager->list().columns()), numbers(columns(13, 100)));
+    manager->InitPaperColInfo();
+    run(L"MODEL\n");
+    manager->InitPaperColInfo();
+    EXPECT_EQ(numbers(manager->list().columns()), numbers(columns(19, 200)));
+}
+
+TEST_F(ColumnsOfTheManager, MergingIsRefusedInSilenceWhileACommandBlocks) {
+    run(L"-LAYER New A,B\n\n");
+    setPaletteDocReactor(new KvLayerPaletteDocReactor(curDoc()));
+    openManager();
+    manager->list().selectAll();
+    bool asksForTarget = false;
+    const auto merge = [&] {
+        asksForTarget = false;
+        QTimer::singleShot(0, manager.get(), [&] {
+            while (QWidget* const window = QApplication::activeModalWidget()) {
+                asksForTarget = true;
+                window->close();
+            }
+        });
+        manager->MergeSelectLayersTo();
+        QCoreApplication::processEvents();
+    };
+    paletteDocReactor()->blockingCommandStarted(curDoc());
+    merge();
+    EXPECT_FALSE(asksForTarget);
+    EXPECT_EQ(failures, Lines());
+    paletteDocReactor()->blockingCommandEnded(curDoc());
+    merge();
+    EXPECT_TRUE(asksForTarget);
+    setPaletteDocReactor(nullptr);
 }
 
 class PaletteSettings : public EditorTest {
