@@ -5,6 +5,7 @@
 #include "host/base/text.h"
 #include "host/db/groups/group_cursor.h"
 #include "host/io/converter.h"
+#include "host/io/named_handles.h"
 #include "host/io/record_placing.h"
 
 #include <algorithm>
@@ -40,11 +41,19 @@ bool writesHandles(const HxDbDatabase::Imp& db, bool anyHandle) {
     return db.traits().hasSubclassMarkers || handling;
 }
 
+/// Gives every object a handle that nothing else in the file has or names.
+void settleHandles(HxDbDatabase::Imp& db, std::uint64_t highestNamed) {
+    useHeaderValue(db, "$HANDSEED",
+                   [&](const GroupCursor& group) { db.handles.raiseSeed(group.asHandle()); });
+    if (highestNamed >= db.handles.seed()) {
+        db.handles.reserve(handlesFrom(db.file, db.handles.seed()));
+    }
+    db.handles.settle();
+}
+
 void complete(HxDbDatabase& database, UnplacedRecords& records) {
     HxDbDatabase::Imp& db = *database.imp();
-    std::uint64_t seed = 0;
-    useHeaderValue(db, "$HANDSEED", [&](const GroupCursor& group) { seed = group.asHandle(); });
-    db.handles.settle(seed);
+    settleHandles(db, records.highestHandle);
     db.writesHandles = writesHandles(db, records.anyHandle);
     ImpliedRecords implied(database);
     implied.addTables();

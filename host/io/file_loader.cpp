@@ -75,6 +75,7 @@ bool FileLoader::load(DrawingError& error) {
     if (!scanner.atEnd()) {
         return false;
     }
+    m_unplaced.highestHandle = scanner.highestHandle();
     const std::size_t end = m_db.layout.size();
     m_db.layout.push_back({FileItem::raw, scanner.trailer(), nullptr});
     completeSections(end);

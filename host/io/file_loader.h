@@ -32,6 +32,7 @@ struct UnplacedRecords {
     NameSet styles;
     std::array<RecordNames, static_cast<std::size_t>(TableKind::count)> names;  ///< of the tables' records
     bool anyHandle = false;
+    std::uint64_t highestHandle = 0;  ///< that anything in the file has or names
 };
 
 /// Reads the file that the database's `file` holds. One load per database.

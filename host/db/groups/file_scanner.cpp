@@ -8,6 +8,8 @@
 #include "host/db/groups/group_lexer.h"
 #include "host/db/groups/group_numbers.h"
 
+#include <algorithm>
+
 namespace korvex {
 
 using namespace groups;
@@ -240,7 +242,7 @@ bool FileScanner::next(FileRecord& record, DrawingError& error) {
 }
 
 /// The start of the next 0 group, or the end of the file; null with an error on damage.
-const char* FileScanner::textRecordEnd(const char* start, std::size_t& line, DrawingError& error) const {
+const char* FileScanner::textRecordEnd(const char* start, std::size_t& line, DrawingError& error) {
     const char* p = start;
     const char* end = m_bytes.data() + m_bytes.size();
     while (p != end) {
@@ -255,7 +257,11 @@ const char* FileScanner::textRecordEnd(const char* start, std::size_t& line, Dra
         }
         const GroupType type = codeEntry(code).type;
         if (fixedSize(type) == 0) {
-            p = afterLineFeed(lineFeed(value, end), end);
+            const char* feed = lineFeed(value, end);
+            if (type == GroupType::handle) {
+                noteHandle(code, lineText(value, feed));
+            }
+            p = afterLineFeed(feed, end);
         } else {
             p = skipNumberLine(value, end);
             if (!p) {
@@ -272,7 +278,7 @@ const char* FileScanner::textRecordEnd(const char* start, std::size_t& line, Dra
     return p;
 }
 
-const char* FileScanner::binaryRecordEnd(const char* start, DrawingError& error) const {
+const char* FileScanner::binaryRecordEnd(const char* start, DrawingError& error) {
     const char* p = start;
     const char* end = m_bytes.data() + m_bytes.size();
     BinaryGroup group;
@@ -284,9 +290,20 @@ const char* FileScanner::binaryRecordEnd(const char* start, DrawingError& error)
         if (group.code == 0) {
             break;
         }
+        if (codeEntry(group.code).type == GroupType::handle) {
+            noteHandle(group.code, group.value);
+        }
         p = group.next;
     }
     return p;
+}
+
+void FileScanner::noteHandle(int code, std::string_view value) {
+    constexpr int kSeedCode = 5;
+    const bool isSeed = code == kSeedCode && !m_inSection;  // in the HEADER section's own record
+    if (!isSeed) {
+        m_highestHandle = std::max(m_highestHandle, parseHandle(value));
+    }
 }
 
 /// Sections open and close in turn and hold every other record.

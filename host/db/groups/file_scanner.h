@@ -63,6 +63,10 @@ public:
     /// The EOF group and what follows it.
     std::string_view trailer() const { return m_trailer; }
 
+    /// The largest handle of the records so far, their own and those that they name; $HANDSEED does not
+    /// count.
+    std::uint64_t highestHandle() const { return m_highestHandle; }
+
     /// Bytes consumed and in all, for progress.
     std::size_t position() const { return m_pos; }
     std::size_t size() const { return m_bytes.size(); }
@@ -75,8 +79,9 @@ private:
     void chooseCodec();
     bool skipPreamble(DrawingError& error);
 
-    const char* textRecordEnd(const char* start, std::size_t& line, DrawingError& error) const;
-    const char* binaryRecordEnd(const char* start, DrawingError& error) const;
+    const char* textRecordEnd(const char* start, std::size_t& line, DrawingError& error);
+    const char* binaryRecordEnd(const char* start, DrawingError& error);
+    void noteHandle(int code, std::string_view value);
     bool checkPlace(const FileRecord& record, DrawingError& error) const;
     bool finish(const FileRecord& record, DrawingError& error);
 
@@ -101,6 +106,7 @@ private:
     bool m_inSection = false;
     std::size_t m_sectionPlace = 0;  ///< where the open section, or the last one, began
     bool m_atEnd = false;
+    std::uint64_t m_highestHandle = 0;
 };
 
 /// Number of groups in the bytes of a text drawing, by nothing but reading pairs of lines and the code's

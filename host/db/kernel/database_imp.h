@@ -36,18 +36,30 @@ struct FileItem {
 /// Objects by handle.
 class HandleTable {
 public:
+    /// No handle of a drawing is larger.
+    static constexpr std::uint64_t kLargest = 1ULL << 60U;
+
     void add(std::uint64_t handle, HxDbStub* stub);
+    /// Raises the seed: handles that are given out are not below it. One that leaves none does not count.
+    void raiseSeed(std::uint64_t seed) { m_next = std::max(m_next, seed < kLargest ? seed : 1); }
+    /// Handles, sorted, that must not be given out: something in the drawing names them, whether or not there
+    /// is such an object.
+    void reserve(std::vector<std::uint64_t> named);
     /// Sorts what was read and gives objects whose handle is taken, or that have none, one of their own.
-    /// Handles of the drawing stay below `seed` afterwards.
-    void settle(std::uint64_t seed);
+    void settle();
     HxDbStub* find(std::uint64_t handle) const;
-    std::uint64_t next() { return m_next++; }
+    std::uint64_t next();
+    /// The handle that would be given out next.
     std::uint64_t seed() const { return m_next; }
 
 private:
+    void passReserved();
+
     std::vector<std::pair<std::uint64_t, HxDbStub*>> m_sorted;
     std::vector<HxDbStub*> m_without;
     std::uint64_t m_next = 1;
+    std::vector<std::uint64_t> m_reserved;
+    std::size_t m_passed = 0;  ///< reserved handles that are below the next one
 };
 
 /// How the drawing's entries are spelled out; by its version.

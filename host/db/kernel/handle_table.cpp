@@ -19,9 +19,28 @@ void HandleTable::add(std::uint64_t handle, HxDbStub* stub) {
     stub->handle = handle;
     m_sorted.emplace_back(handle, stub);
     m_next = std::max(m_next, handle + 1);
+    passReserved();
 }
 
-void HandleTable::settle(std::uint64_t seed) {
+void HandleTable::reserve(std::vector<std::uint64_t> named) {
+    m_reserved = std::move(named);
+    m_passed = 0;
+    passReserved();
+}
+
+void HandleTable::passReserved() {
+    for (; m_passed < m_reserved.size() && m_reserved[m_passed] <= m_next; ++m_passed) {
+        m_next += m_reserved[m_passed] == m_next ? 1 : 0;
+    }
+}
+
+std::uint64_t HandleTable::next() {
+    const std::uint64_t handle = m_next++;
+    passReserved();
+    return handle;
+}
+
+void HandleTable::settle() {
     if (!std::is_sorted(m_sorted.begin(), m_sorted.end(), byHandle)) {
         std::stable_sort(m_sorted.begin(), m_sorted.end(), byHandle);
     }
@@ -34,11 +53,9 @@ void HandleTable::settle(std::uint64_t seed) {
     const auto last = std::unique(m_sorted.begin(), m_sorted.end(),
                                   [](const auto& a, const auto& b) { return a.first == b.first; });
     m_sorted.erase(last, m_sorted.end());
-    constexpr std::uint64_t kLargestSeed = 1ULL << 60U;
-    m_next = std::max(m_next, std::min(seed, kLargestSeed));
     for (HxDbStub* stub : m_without) {
         stub->handleInFile = false;
-        stub->handle = m_next++;
+        stub->handle = next();
         m_sorted.emplace_back(stub->handle, stub);
     }
     m_without.clear();
