@@ -9,7 +9,9 @@
 #include "host/io/atomic_save.h"
 #include "host/io/block_parts.h"
 #include "host/io/group_edits.h"
+#include "host/io/named_handles.h"
 #include "host/io/record_head.h"
+#include "host/io/referenced_records.h"
 #include "host/io/save_time.h"
 
 #include <algorithm>
@@ -25,12 +27,15 @@ constexpr TableKind kTableOrder[] = {TableKind::viewport, TableKind::linetype, T
                                      TableKind::appId,    TableKind::dimStyle, TableKind::block};
 
 constexpr int kMostOwners = 100;  // of one another; damaged drawings have circles
+// Soft and hard owner; some programs write hard pointers as entries of dictionaries.
+constexpr int kFirstOwnerCode = 340;
+constexpr int kLastOwnerCode = 369;
 
 class DrawingWriter {
 public:
     explicit DrawingWriter(HxDbDatabase& database)
         : m_db(*database.imp()), m_model(modelSpace(database)), m_paper(paperSpace(database)),
-          m_out(m_db.format) {}
+          m_referenced(database), m_out(m_db.format) {}
 
     /// False when the user gives up.
     bool write(ProgressScope& progress) {
@@ -50,6 +55,8 @@ private:
     // ---- what there is to write ----
 
     void survey();
+    void followReferences();
+    bool isWritten(HxDbStub& stub) const;
     bool needsBlock(const HxDbStub& record) const;
     bool isToWrite(const HxDbStub& record, const HxDbStub& entity) const {
         return isAlive(entity) && (hasMoved(record) || !entity.inFile);
@@ -60,7 +67,10 @@ private:
         return stub.contents && std::find(m_db.tables.begin(), m_db.tables.end(), &stub) != m_db.tables.end();
     }
     bool hasBlockTable() const { return m_db.traits().hasSubclassMarkers; }
-    bool isNew(const HxDbStub& stub) const { return !stub.inFile && !stub.implicit && isAlive(stub); }
+    /// It is not in the file that was read, but in the one that is written.
+    bool isNew(const HxDbStub& stub) const {
+        return !stub.inFile && (!stub.implicit || m_referenced.isAdded(stub)) && isAlive(stub);
+    }
     /// No field was changed since the drawing was read, or all changes were taken back.
     bool isAsRead(const HxDbStub& stub) const {
         const char* data = stub.blob.groups().data();
@@ -86,23 +96,19 @@ private:
         return contents && (contents->blockBegin == &stub || contents->blockEnd == &stub);
     }
 
-    /// What owns the object is gone, or what owns that: an extension dictionary goes with its object.
-    bool hasErasedOwner(HxDbStub& stub) const {
-        int steps = m_db.hasErased ? kMostOwners : 0;
-        for (HxDbStub* owner = steps > 0 ? ownerOf(stub) : nullptr; owner && steps > 0; --steps) {
-            if (owner->erased) {
-                return true;
-            }
-            owner = ownerOf(*owner);
-        }
-        return false;
-    }
+    bool goesWithOwner(HxDbStub& stub) const;
+    bool owns(HxDbStub& owner, const HxDbStub& owned) const;
 
     /// What is written of an object.
     Blob groupsOf(HxDbStub& stub) const {
         const bool isCurrent =
             !stub.changed && stub.blob.generation() >= m_db.names.size() && !m_db.hasErased;
-        return isCurrent ? stub.blob : blobForSaving(stub);
+        const Blob blob = isCurrent ? stub.blob : blobForSaving(stub);
+        if (!m_referenced.needsHandle(stub)) {
+            return blob;
+        }
+        return Blob(withOwnHandle(blob.groups(), m_db.format, stub.recordClass->handleCode, stub.handle),
+                    blob.generation());
     }
 
     // ---- the layout ----
@@ -132,6 +138,7 @@ private:
     HxDbDatabase::Imp& m_db;
     HxDbStub* m_model;
     HxDbStub* m_paper;
+    ReferencedRecords m_referenced;
     std::vector<HxDbStub*> m_newObjects;
     std::uint64_t m_highestNew = 0;
     GroupWriter m_out;
@@ -140,31 +147,81 @@ private:
 
 // ---- what there is to write ----
 
-/// Finds the new objects and the highest handle that was given to one.
+/// Finds what is new in the file, and the highest handle among it.
 void DrawingWriter::survey() {
     constexpr std::size_t kUsualRecord = 1000;  // bytes, generously
-    for (HxDbStub* record : m_db.table(TableKind::block)->contents->members) {
-        if (needsBlock(*record)) {
-            completeBlock(*record);
-        }
-    }
+    followReferences();
+    m_highestNew = m_referenced.highestHandle();
     std::size_t size = m_db.file.size();
     for (HxDbStub& stub : m_db.stubs) {
-        if (!isNew(stub)) {
-            continue;
-        }
-        const HxDbStub* container = containerOf(stub);
-        const bool isPart = isBlockPart(stub);
-        if ((container && container->erased) || (isPart && !needsBlock(*stub.owner))) {
+        if (!isNew(stub) || !isWritten(stub)) {
             continue;
         }
         m_highestNew = std::max(m_highestNew, stub.handle);
         size += kUsualRecord;
-        if (!container && !isPart && !isTable(stub) && !hasErasedOwner(stub)) {
+        if (!containerOf(stub) && !isBlockPart(stub) && !isTable(stub)) {
             m_newObjects.push_back(&stub);
         }
     }
     m_text.reserve(size);
+}
+
+/// Finds what the new and changed records refer to. What stands as it was read refers to nothing but the
+/// file.
+void DrawingWriter::followReferences() {
+    for (HxDbStub& stub : m_db.stubs) {
+        if (!stub.implicit && !isAsRead(stub) && isWritten(stub)) {
+            m_referenced.follow(groupsOf(stub).groups());
+        }
+    }
+    for (HxDbStub* record : members(*m_db.table(TableKind::block))) {
+        if (needsBlock(*record)) {
+            completeBlock(*record);
+            m_referenced.follow(groupsOf(*record->contents->blockBegin).groups());
+            m_referenced.follow(groupsOf(*record->contents->blockEnd).groups());
+        }
+    }
+}
+
+bool DrawingWriter::isWritten(HxDbStub& stub) const {
+    if (!isAlive(stub) || !(stub.inFile || isNew(stub))) {
+        return false;
+    }
+    if (isBlockPart(stub)) {
+        return stub.inFile ? !stub.owner->erased : needsBlock(*stub.owner);
+    }
+    const HxDbStub* container = containerOf(stub);
+    return container ? !container->erased : !goesWithOwner(stub);
+}
+
+/// An extension dictionary, an entry of a dictionary: they go with the object that owns them, or with what
+/// owns that. Tables and the named objects are the drawing's own, whatever owner they name, and a record that
+/// names an owner which does not have it stays.
+bool DrawingWriter::goesWithOwner(HxDbStub& stub) const {
+    HxDbStub* top = m_db.hasErased ? &stub : nullptr;
+    for (int steps = kMostOwners; top && !top->erased; --steps) {
+        const bool isOfDrawing = isTable(*top) || top == m_db.namedObjects;
+        top = isOfDrawing || steps == 0 ? nullptr : ownerOf(*top);
+    }
+    HxDbStub* owned = &stub;
+    while (top && owned != top) {
+        if (!owns(*owned->owner, *owned)) {
+            return false;
+        }
+        owned = owned->owner;
+    }
+    return top != nullptr;
+}
+
+bool DrawingWriter::owns(HxDbStub& owner, const HxDbStub& owned) const {
+    if (owned.subEntity || isBlockPart(owned) || containerOf(owned) == &owner) {
+        return true;
+    }
+    bool found = false;
+    forEachReference(currentBlob(owner).groups(), m_db.format, [&](int code, std::uint64_t handle) {
+        found = found || (handle == owned.handle && code >= kFirstOwnerCode && code <= kLastOwnerCode);
+    });
+    return found;
 }
 
 /// It has no BLOCK in the file, but must get one: it is new, or has entities that stand in blocks. The spaces
@@ -248,7 +305,7 @@ void DrawingWriter::writeObject(HxDbStub& stub) {
         return;
     }
     const HxDbStub* container = containerOf(stub);
-    if (container ? container->erased || hasMoved(*container) : hasErasedOwner(stub)) {
+    if (!isWritten(stub) || (container && hasMoved(*container))) {
         return;
     }
     if (isTable(stub)) {
@@ -264,7 +321,7 @@ void DrawingWriter::writeTable(HxDbStub& table) {
     std::size_t now = 0;
     for (const HxDbStub* record : table.contents->members) {
         before += record->inFile ? 1 : 0;
-        now += !record->erased && !record->implicit ? 1 : 0;
+        now += !record->erased && (record->inFile || isNew(*record)) ? 1 : 0;
     }
     constexpr int kCountCode = 70;
     const Blob blob = groupsOf(table);
@@ -328,8 +385,8 @@ void DrawingWriter::writeNewTables() {
     for (TableKind kind : kTableOrder) {
         HxDbStub& table = *m_db.table(kind);
         const std::vector<HxDbStub*>& members = table.contents->members;
-        const bool hasNew = !table.implicit || std::any_of(members.begin(), members.end(),
-                                                           [this](const HxDbStub* r) { return isNew(*r); });
+        const bool hasNew = isNew(table) || std::any_of(members.begin(), members.end(),
+                                                        [this](const HxDbStub* r) { return isNew(*r); });
         if (table.inFile || !hasNew || (kind == TableKind::block && !hasBlockTable())) {
             continue;
         }

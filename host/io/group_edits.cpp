@@ -49,6 +49,37 @@ std::string withHandle(std::string_view record, const GroupFormat& format, int c
     return replaced(record, format, code, [=](GroupWriter& out) { out.handle(code, value); });
 }
 
+std::string withOwnHandle(std::string_view record, const GroupFormat& format, int handleCode,
+                          std::uint64_t handle) {
+    GroupWriter out(format);
+    GroupCursor cursor(record, format);
+    bool toWrite = true;
+    bool inHead = true;
+    bool inBrace = false;
+    bool isTable = false;  // which has its name before its handle
+    while (cursor.next()) {
+        const int code = cursor.code();
+        inHead = inHead && code != 100 && code < kFirstXData;
+        isTable = isTable || (code == 0 && groups::trimmed(cursor.raw()) == "TABLE");
+        const bool isPlaced = code == 0 || (isTable && code == 2 && inHead);
+        const bool isOld = inHead && !inBrace && code == handleCode;
+        if (toWrite && !isPlaced) {
+            out.handle(handleCode, handle);
+            toWrite = false;
+        }
+        if (code == 102 && inHead) {
+            inBrace = groups::trimmed(cursor.raw()).substr(0, 1) == "{";
+        }
+        if (!isOld) {
+            out.copy(cursor);
+        }
+    }
+    if (toWrite) {
+        out.handle(handleCode, handle);
+    }
+    return out.take();
+}
+
 std::string withReal(std::string_view record, const GroupFormat& format, int code, double value) {
     return replaced(record, format, code, [=](GroupWriter& out) { out.real(code, value); });
 }

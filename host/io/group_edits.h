@@ -11,6 +11,9 @@ namespace korvex {
 /// The record with another value in all its groups of a code.
 std::string withInteger(std::string_view record, const GroupFormat& format, int code, long long value);
 std::string withHandle(std::string_view record, const GroupFormat& format, int code, std::uint64_t value);
+/// The record with a handle of its own, in place of the one that it has.
+std::string withOwnHandle(std::string_view record, const GroupFormat& format, int handleCode,
+                          std::uint64_t handle);
 std::string withReal(std::string_view record, const GroupFormat& format, int code, double value);
 
 /// The BLOCK record with another name.

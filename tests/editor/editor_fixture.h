@@ -8,6 +8,7 @@
 #include "host/editor/layer_names.h"
 #include "host/editor/system_variables.h"
 #include "sdk/hxdbentity.h"
+#include "tests/io/saving.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -47,6 +48,7 @@ protected:
     ~EditorTest() override {
         editor().input().clear();
         for (Document* document : editor().documents().all()) {
+            written(*document->database());  // whatever a test made of it
             editor().documents().closeDocument(document);
         }
         editor().commands().removeGroup(L"TEST");

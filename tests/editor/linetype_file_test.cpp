@@ -129,7 +129,7 @@ QByteArray savedRecord(const char* drawing, const QString& saved) {
         database.readFile((KORVEX_SOURCE_DIR "/samples/small/" + QString(drawing)).toStdWString().c_str()),
         Hx::eOk);
     EXPECT_EQ(loadLinetypes(database, {{L"MINE", L"My own", {6, -3}, 1}}).ids.size(), 1U);
-    EXPECT_EQ(database.saveAs(saved.toStdWString().c_str()), Hx::eOk);
+    EXPECT_EQ(saveAs(database, saved.toStdWString()), Hx::eOk);
     QFile file(saved);
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray bytes = file.readAll().replace("\r\n", "\n").replace(' ', "");

@@ -68,20 +68,20 @@ TEST_F(MergeLayers, LeavesNothingBehindInBlocksViewportsAndGroups) {
         group->layerIds(ids);
         return ids.length();
     };
-    const std::string before = writeDrawing(database());
+    const std::string before = written(database());
     run(L"_.-laymrg _N My A#,C`,`.1,B\n\n_N C\n_Y ");
     EXPECT_EQ(failures, Lines());
     EXPECT_FALSE(hasLayer(L"My A#") || hasLayer(L"B") || hasLayer(L"C,.1"));
     EXPECT_EQ(on(L"C"), 3);
     EXPECT_EQ(frozen(), 1);
     EXPECT_EQ(grouped(), 1);
-    const std::string after = writeDrawing(database());
+    const std::string after = written(database());
     EXPECT_EQ(after.find("My A#"), std::string::npos);
     EXPECT_EQ(after.find("  8\nB\n"), std::string::npos);
     run(L"U\n");
     EXPECT_EQ(frozen(), 2);
     EXPECT_EQ(grouped(), 2);
-    EXPECT_EQ(writeDrawing(database()), before);
+    EXPECT_EQ(written(database()), before);
 }
 
 TEST_F(MergeLayers, TakesPicksAndAsksBefore) {
@@ -111,11 +111,11 @@ TEST_F(MergeLayers, WhatHangsOnALayerGoesWithIt) {
     a->extensionDictionary().handle().getIntoAsciiBuffer(handle);
     a.close();
     const std::string mark = "  5\n" + std::string(handle, handle + std::wcslen(handle)) + "\n";
-    EXPECT_NE(writeDrawing(database()).find(mark), std::string::npos);
+    EXPECT_NE(written(database()).find(mark), std::string::npos);
     run(L"-LAYMRG N A\n\nN C\nY\n");
-    EXPECT_EQ(writeDrawing(database()).find(mark), std::string::npos);
+    EXPECT_EQ(written(database()).find(mark), std::string::npos);
     run(L"U\n");
-    EXPECT_NE(writeDrawing(database()).find(mark), std::string::npos);
+    EXPECT_NE(written(database()).find(mark), std::string::npos);
 }
 
 }  // namespace

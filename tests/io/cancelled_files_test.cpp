@@ -72,7 +72,7 @@ TEST_F(CancelledFilesTest, SavingLeavesTheOldFileAndItsBackup) {
     HxDbDatabase database(false);
     ASSERT_EQ(database.readFile(widePath("plan.dxf").c_str()), Hx::eOk);
     freeze(database, L"WALLS");
-    const std::string wanted = writeDrawing(database);
+    const std::string wanted = written(database);
     int patience = 0;
     for (Hx::ErrorStatus status = Hx::eCancelled; status != Hx::eOk; ++patience) {
         ASSERT_LT(patience, 2000);
@@ -87,7 +87,7 @@ TEST_F(CancelledFilesTest, SavingLeavesTheOldFileAndItsBackup) {
             ASSERT_EQ(fileBytes(path("plan.bak")), "older");
             ASSERT_EQ(files(), (QStringList{"plan.bak", "plan.dxf"}));
             ASSERT_TRUE(database.isModified());
-            ASSERT_TRUE(writeDrawing(database) == wanted) << "the time of saving was taken back";
+            ASSERT_TRUE(written(database) == wanted) << "the time of saving was taken back";
         }
     }
     EXPECT_GT(patience, 30);

@@ -49,7 +49,7 @@ TEST_F(Converter, GivesTheDrawingThatItWrites) {
         useScript(body, arguments);
         HxDbDatabase database(false);
         ASSERT_EQ(read(database), Hx::eOk) << toUtf8(database.readError());
-        EXPECT_TRUE(writeDrawing(database) == sheetDrawing());
+        EXPECT_TRUE(written(database) == sheetDrawing());
     }
 }
 

@@ -43,7 +43,7 @@ TEST_F(DefaultDrawing, HasWhatEveryDrawingNeeds) {
 }
 
 TEST_F(DefaultDrawing, ReferencesLeadToObjects) {
-    const std::string bytes = writeDrawing(m_database);
+    const std::string bytes = written(m_database);
     const HxDbDatabase::Imp& db = *m_database.imp();
     std::set<std::uint64_t> handles;
     for (const FileItem& item : db.layout) {
@@ -63,9 +63,9 @@ TEST_F(DefaultDrawing, ReferencesLeadToObjects) {
 }
 
 TEST_F(DefaultDrawing, OpensAgainAndIsMadeNow) {
-    const std::string bytes = writeDrawing(m_database);
+    const std::string bytes = written(m_database);
     const auto again = opened(bytes);
-    EXPECT_TRUE(writeDrawing(*again) == bytes);
+    EXPECT_TRUE(written(*again) == bytes);
     std::vector<HeaderGroup> groups;
     ASSERT_TRUE(headerValue(*again, L"$TDUCREATE", groups));
     constexpr double kEpoch = 2440588;

@@ -2,15 +2,13 @@
 // with them.
 #pragma once
 
-#include "host/base/text.h"
 #include "host/db/groups/file_scanner.h"
 #include "host/db/groups/group_cursor.h"
 #include "host/db/groups/group_writer.h"
 #include "host/db/kernel/database_imp.h"
 #include "host/db/kernel/entity_access.h"
-#include "host/io/drawing_reader.h"
-#include "host/io/drawing_writer.h"
 #include "sdk/hxdbentity.h"
+#include "tests/io/saving.h"
 
 #include <fstream>
 #include <gtest/gtest.h>

@@ -65,7 +65,7 @@ TEST(EditedDrawing, FreezingALayerChangesOneLine) {
     for (const std::string& before : {sheetDrawing(), oldDrawing()}) {
         const auto database = opened(before);
         freeze(*database, L"WALLS");
-        const std::string after = writeDrawing(*database);
+        const std::string after = written(*database);
         EXPECT_EQ(changedLines(before, after), std::vector<std::string>{"0 > 1"});
         EXPECT_NE(after.find("WALLS\n70\n1\n"), after.npos);
         EXPECT_TRUE(database->isModified());
@@ -76,7 +76,7 @@ TEST(EditedDrawing, FreezingALayerInABinaryDrawing) {
     const std::string before = binary(sheetDrawing(), 2);
     const auto database = opened(before);
     freeze(*database, L"WALLS");
-    const std::string after = writeDrawing(*database);
+    const std::string after = written(*database);
     ASSERT_EQ(after.size(), before.size());
     std::size_t changed = 0;
     for (std::size_t i = 0; i < before.size(); ++i) {
@@ -88,7 +88,7 @@ TEST(EditedDrawing, FreezingALayerInABinaryDrawing) {
 TEST(EditedDrawing, ChangedImplicitLayersAreWrittenIntoTheirTable) {
     const auto database = opened(oldDrawing());
     freeze(*database, L"GLASS");
-    const std::string after = writeDrawing(*database);
+    const std::string after = written(*database);
     const std::string table = between(after, "0\nTABLE\n2\nLAYER\n", "0\nENDTAB\n");
     EXPECT_EQ(table.rfind("0\nTABLE\n2\nLAYER\n70\n2\n", 0), 0U) << table;
     EXPECT_NE(table.find("2\nGLASS\n70\n1\n"), table.npos);
@@ -105,9 +105,9 @@ TEST(EditedDrawing, AnUndoneRenameLeavesReferencesAsTheyWereSpelled) {
         HxDbObjectId(findRecord(*database, TableKind::layer, L"Glass")), HxDb::kForWrite);
     ASSERT_EQ(layer->setName(L"PANES"), Hx::eOk);
     layer.close();
-    EXPECT_NE(writeDrawing(*database).find("0\nPOINT\n8\nPANES\n"), bytes.npos);
+    EXPECT_NE(written(*database).find("0\nPOINT\n8\nPANES\n"), bytes.npos);
     EXPECT_EQ(journal(*database).undo(), Hx::eOk);
-    EXPECT_EQ(writeDrawing(*database), bytes);
+    EXPECT_EQ(written(*database), bytes);
 }
 
 TEST(EditedDrawing, MissingSectionsAndTablesAreMade) {
@@ -115,7 +115,7 @@ TEST(EditedDrawing, MissingSectionsAndTablesAreMade) {
         drawing("0 SECTION | 2 ENTITIES | 0 POINT | 8 A | 10 1.0 | 20 2.0 | 0 ENDSEC | 0 EOF");
     const auto database = opened(bare);
     freeze(*database, L"A");
-    const std::string after = writeDrawing(*database);
+    const std::string after = written(*database);
     EXPECT_EQ(after.find("0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\n70\n1\n0\nLAYER\n"), 0U) << after;
     EXPECT_EQ(after.substr(after.size() - bare.size()), bare);
     const auto again = opened(after);
@@ -126,7 +126,7 @@ TEST(EditedDrawing, NewAndErasedLayersMoveCountAndSeed) {
     const auto database = opened(sheetDrawing());
     HxDbStub* layer = addLayer(*database, L"NEW");
     EXPECT_GE(layer->handle, 0x100U);
-    std::string after = writeDrawing(*database);
+    std::string after = written(*database);
     EXPECT_NE(after.find("9\n$HANDSEED\n5\n" + hex(layer->handle + 1) + "\n"), after.npos);
     std::string table = between(after, "0\nTABLE\n2\nLAYER\n", "0\nENDTAB\n");
     EXPECT_NE(table.find("AcDbSymbolTable\n70\n5\n"), table.npos);
@@ -134,7 +134,7 @@ TEST(EditedDrawing, NewAndErasedLayersMoveCountAndSeed) {
 
     erase(*database, byHandle(*database, 0x17));
     erase(*database, layer);
-    after = writeDrawing(*database);
+    after = written(*database);
     table = between(after, "0\nTABLE\n2\nLAYER\n", "0\nENDTAB\n");
     EXPECT_NE(table.find("AcDbSymbolTable\n70\n3\n"), table.npos);
     EXPECT_EQ(occurrences(table, "0\nLAYER\n"), 3U);
@@ -144,7 +144,7 @@ TEST(EditedDrawing, NewAndErasedLayersMoveCountAndSeed) {
 TEST(EditedDrawing, ErasedEntitiesTakeTheirSubEntitiesAlong) {
     const auto database = opened(sheetDrawing());
     erase(*database, byHandle(*database, 0x44));
-    const std::string after = writeDrawing(*database);
+    const std::string after = written(*database);
     for (const char* gone : {"5\n44\n", "5\n45\n", "5\n46\n"}) {
         EXPECT_EQ(after.find(gone), after.npos);
     }
@@ -158,7 +158,7 @@ TEST(EditedDrawing, NewEntitiesFollowThoseOfTheirSpaceOrBlock) {
     const std::string onPaper = point(paperSpace(*database));
     const std::string inDoor = point(findRecord(*database, TableKind::block, L"DOOR"));
     const std::string inLayout = point(findRecord(*database, TableKind::block, L"*Paper_Space0"));
-    const std::string after = writeDrawing(*database);
+    const std::string after = written(*database);
     const std::string entities = sectionOf(after, "ENTITIES");
     EXPECT_NE(entities.find(onModel), entities.npos);
     EXPECT_GT(entities.find(onModel), entities.find("0\nTEXT\n"));
@@ -166,15 +166,15 @@ TEST(EditedDrawing, NewEntitiesFollowThoseOfTheirSpaceOrBlock) {
     EXPECT_NE(between(entities, onPaper, "0\nENDSEC\n").find("67\n1\n"), std::string::npos);
     EXPECT_NE(blockOf(after, "37").find(inDoor), after.npos);
     EXPECT_NE(blockOf(after, "34").find(inLayout), after.npos);
-    EXPECT_TRUE(writeDrawing(*opened(after)) == after);
+    EXPECT_TRUE(written(*opened(after)) == after);
 }
 
 TEST(EditedDrawing, NewBlocksGetBlockAndEnd) {
     for (const std::string& before : {sheetDrawing(), oldDrawing()}) {
         const auto database = opened(before);
         addPoint(addBlock(*database, L"WINDOW"));
-        const std::string after = writeDrawing(*database);
-        EXPECT_TRUE(writeDrawing(*database) == after) << "and the same the next time";
+        const std::string after = written(*database);
+        EXPECT_TRUE(written(*database) == after) << "and the same the next time";
         const auto again = opened(after);
         HxDbStub* window = findRecord(*again, TableKind::block, L"WINDOW");
         ASSERT_TRUE(window);
@@ -188,7 +188,7 @@ TEST(EditedDrawing, ErasedBlocksGoAsAWhole) {
     const auto database = opened(sheetDrawing());
     erase(*database, byHandle(*database, 0x44));
     erase(*database, findRecord(*database, TableKind::block, L"DOOR"));
-    const std::string after = writeDrawing(*database);
+    const std::string after = written(*database);
     EXPECT_EQ(occurrences(after, "0\nBLOCK\n"), 3U);
     EXPECT_EQ(occurrences(after, "0\nENDBLK\n"), 3U);
     EXPECT_EQ(after.find("CIRCLE"), after.npos);
@@ -201,7 +201,7 @@ TEST(EditedDrawing, RenamedBlocksAndLayersAreRenamedEverywhere) {
         HxDbObjectPointer<HxDbSymbolTableRecord> record(recordId(*database, table, from), HxDb::kForWrite);
         ASSERT_EQ(record->setName(to), Hx::eOk);
     }
-    const std::string after = writeDrawing(*database);
+    const std::string after = written(*database);
     EXPECT_EQ(after.find("DOOR"), after.npos);
     EXPECT_EQ(after.find("WALLS"), after.npos);
     EXPECT_NE(blockOf(after, "37").find("2\nGATE\n"), after.npos);
@@ -219,11 +219,11 @@ TEST(EditedDrawing, UndoGivesTheSameBytes) {
     erase(*database, byHandle(*database, 0x44));
     addLayer(*database, L"NEW");
     journal.endGroup();
-    const std::string changed = writeDrawing(*database);
+    const std::string changed = written(*database);
     ASSERT_EQ(journal.undo(), Hx::eOk);
-    EXPECT_EQ(changedLines(before, writeDrawing(*database)), std::vector<std::string>{});
+    EXPECT_EQ(changedLines(before, written(*database)), std::vector<std::string>{});
     ASSERT_EQ(journal.redo(), Hx::eOk);
-    EXPECT_EQ(changedLines(changed, writeDrawing(*database)), std::vector<std::string>{});
+    EXPECT_EQ(changedLines(changed, written(*database)), std::vector<std::string>{});
 }
 
 TEST(EditedDrawing, EntitiesFollowTheActiveLayout) {
@@ -231,7 +231,7 @@ TEST(EditedDrawing, EntitiesFollowTheActiveLayout) {
     const auto database = opened(before);
     hxdbSetWorkingDatabase(database.get());
     ASSERT_EQ(hxdbLayoutManager()->setCurrentLayout(L"Second"), Hx::eOk);
-    const std::string after = writeDrawing(*database);
+    const std::string after = written(*database);
     const std::string entities = sectionOf(after, "ENTITIES");
     EXPECT_EQ(entities.find("Sheet"), entities.npos);
     EXPECT_NE(between(entities, "0\nLINE\n5\n35\n", "0\nENDSEC\n").find("67\n1\n"), std::string::npos);
@@ -248,7 +248,7 @@ TEST(EditedDrawing, EntitiesFollowTheActiveLayout) {
     EXPECT_EQ(members(*paperSpace(*again)).size(), 1U);
     hxdbSetWorkingDatabase(database.get());
     ASSERT_EQ(hxdbLayoutManager()->setCurrentLayout(L"First"), Hx::eOk);
-    const std::string back = writeDrawing(*database);
+    const std::string back = written(*database);
     EXPECT_EQ(sectionOf(back, "ENTITIES"), sectionOf(before, "ENTITIES"));
     EXPECT_EQ(sectionOf(back, "BLOCKS"), sectionOf(before, "BLOCKS"));
     hxdbSetWorkingDatabase(nullptr);
@@ -262,9 +262,9 @@ TEST(EditedDrawing, UndoneChangeOfTheLayoutGivesTheSameBytes) {
     journal.beginGroup(L"LAYOUT");
     ASSERT_EQ(hxdbLayoutManager()->setCurrentLayout(L"Second"), Hx::eOk);
     journal.endGroup();
-    EXPECT_FALSE(writeDrawing(*database) == before);
+    EXPECT_FALSE(written(*database) == before);
     ASSERT_EQ(journal.undo(), Hx::eOk);
-    EXPECT_EQ(changedLines(before, writeDrawing(*database)), std::vector<std::string>{});
+    EXPECT_EQ(changedLines(before, written(*database)), std::vector<std::string>{});
     hxdbSetWorkingDatabase(nullptr);
 }
 
@@ -276,22 +276,22 @@ TEST(Saving, TimeIsSetForChangesOnlyAndFilesReadBack) {
     HxDbDatabase database(false);
     ASSERT_EQ(database.readFile(wide.c_str()), Hx::eOk);
     EXPECT_STREQ(database.getFilename(), wide.c_str());
-    ASSERT_EQ(database.saveAs(wide.c_str()), Hx::eOk);
+    ASSERT_EQ(saveAs(database, wide), Hx::eOk);
     EXPECT_TRUE(fileBytes(path) == sheetDrawing());
 
     freeze(database, L"WALLS");
-    ASSERT_EQ(database.saveAs(wide.c_str()), Hx::eOk);
+    ASSERT_EQ(saveAs(database, wide), Hx::eOk);
     EXPECT_FALSE(database.isModified());
     const std::string saved = fileBytes(path);
     EXPECT_EQ(saved.find("2450000.5"), saved.npos);
     EXPECT_EQ(changedLines(sheetDrawing(), saved).size(), 2U) << "the time and the layer";
-    ASSERT_EQ(database.saveAs(wide.c_str()), Hx::eOk);
+    ASSERT_EQ(saveAs(database, wide), Hx::eOk);
     EXPECT_TRUE(fileBytes(path) == saved) << "saving again is no change";
 
     addLayer(database, L"NEW");
-    ASSERT_EQ(database.saveAs(wide.c_str()), Hx::eOk);
+    ASSERT_EQ(saveAs(database, wide), Hx::eOk);
     freeze(database, L"NEW");
-    ASSERT_EQ(database.saveAs(wide.c_str()), Hx::eOk);
+    ASSERT_EQ(saveAs(database, wide), Hx::eOk);
     const auto again = opened(fileBytes(path));
     EXPECT_TRUE(layerVisibility(*findRecord(*again, TableKind::layer, L"NEW")).frozen);
 }
@@ -299,12 +299,12 @@ TEST(Saving, TimeIsSetForChangesOnlyAndFilesReadBack) {
 TEST(Saving, FailureKeepsDrawingAndChanges) {
     const auto database = opened(sheetDrawing());
     freeze(*database, L"WALLS");
-    const std::string before = writeDrawing(*database);
+    const std::string before = written(*database);
     EXPECT_EQ(database->saveAs(L"/nowhere/at all/plan.dxf"), Hx::eFileAccessErr);
     EXPECT_NE(std::wstring(database->readError()).find(L"/nowhere/at all"), std::wstring::npos);
     EXPECT_TRUE(database->isModified());
     EXPECT_STREQ(database->getFilename(), L"");
-    EXPECT_TRUE(writeDrawing(*database) == before);
+    EXPECT_TRUE(written(*database) == before);
     EXPECT_EQ(database->saveAs(L""), Hx::eInvalidInput);
     EXPECT_EQ(HxDbDatabase(false).saveAs(L"/tmp/none.dxf"), Hx::eInvalidContext);
 }

@@ -57,7 +57,7 @@ TEST(RoundTrip, EveryFormIsWrittenAsItWasRead) {
     for (const Form& form : forms()) {
         SCOPED_TRACE(form.name);
         const auto database = opened(form.bytes);
-        EXPECT_TRUE(writeDrawing(*database) == form.bytes);
+        EXPECT_TRUE(written(*database) == form.bytes);
         EXPECT_FALSE(database->isModified());
     }
 }
@@ -71,7 +71,7 @@ TEST(RoundTrip, LookingAtEverythingChangesNothing) {
             ASSERT_EQ(hxdbOpenObject(object, HxDbObjectId(&stub), HxDb::kForRead), Hx::eOk);
             object->close();
         }
-        EXPECT_TRUE(writeDrawing(*database) == form.bytes);
+        EXPECT_TRUE(written(*database) == form.bytes);
     }
 }
 

@@ -57,7 +57,7 @@ protected:
     const HxDbLayerTableRecord& dependent() const {
         return *HxDbLayerTableRecord::cast(hxdbObjectPointer(layer(L"WING|WALLS")));
     }
-    std::string saved() const { return writeDrawing(*database); }
+    std::string saved() const { return written(*database); }
     Journal& journal() const { return database->imp()->journal; }
     HxDbObjectId attach(const wchar_t* path, const wchar_t* name, Hx::ErrorStatus expected = Hx::eOk,
                         bool overlay = false) {

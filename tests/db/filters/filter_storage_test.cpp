@@ -352,7 +352,7 @@ TEST_F(FilterStorage, DamagedTreesAreReadAsFarAsTheyGo) {
     EXPECT_EQ(find(root, L"Off ones")->expressionError().position, 3);
     EXPECT_TRUE(find(root, L"*A9")->isProxy());
     EXPECT_EQ(manager.setFilters(root, selected), Hx::eOk);
-    EXPECT_EQ(writeDrawing(*damaged), text);
+    EXPECT_EQ(written(*damaged), text);
 }
 
 TEST_F(FiltersOfR12, HaveNoPlace) {

@@ -180,7 +180,7 @@ TEST_F(JournalTest, ModifiedFollowsUndoBackToTheSavedState) {
     const std::wstring file = folder.filePath("plan.dxf").toStdWString();
     lock(walls);
     EXPECT_TRUE(database->isModified());
-    ASSERT_EQ(database->saveAs(file.c_str()), Hx::eOk);
+    ASSERT_EQ(saveAs(*database, file), Hx::eOk);
     EXPECT_FALSE(database->isModified());
     lock(walls, false);
     EXPECT_TRUE(database->isModified());
@@ -198,7 +198,7 @@ TEST_F(JournalTest, ASaveInsideAGroupIsNoStateToComeBackTo) {
     const QTemporaryDir folder;
     step(L"SAVE IN BETWEEN", [&] {
         lock(walls);
-        ASSERT_EQ(database->saveAs(folder.filePath("plan.dxf").toStdWString().c_str()), Hx::eOk);
+        ASSERT_EQ(saveAs(*database, folder.filePath("plan.dxf").toStdWString()), Hx::eOk);
         lock(walls, false);
     });
     ASSERT_EQ(journal().undo(), Hx::eOk);

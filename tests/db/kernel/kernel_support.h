@@ -190,7 +190,7 @@ protected:
         journal().endGroup();
     }
 
-    std::string saved() const { return writeDrawing(*database); }
+    std::string saved() const { return written(*database); }
     /// A record of the saved drawing as pairs, "0 LAYER | 5 11 | ..."; empty when it is not written.
     std::string record(HxDbObjectId wanted) const {
         const std::string bytes = saved();

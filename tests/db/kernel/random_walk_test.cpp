@@ -31,7 +31,7 @@ public:
         EXPECT_EQ(m_database.readFile(path.c_str()), Hx::eOk);
         hxdbSetWorkingDatabase(&m_database);
         m_states.push_back(bytes());
-        expectSame(writeDrawing(m_database), m_database.imp()->file, "unchanged");
+        expectSame(written(m_database), m_database.imp()->file, "unchanged");
     }
     ~Walk() { hxdbSetWorkingDatabase(nullptr); }
 
@@ -52,7 +52,7 @@ public:
         const std::string last = bytes();
         while (journal(m_database).undo() == Hx::eOk) {
         }
-        expectSame(writeDrawing(m_database), m_database.imp()->file, "all undone");
+        expectSame(written(m_database), m_database.imp()->file, "all undone");
         EXPECT_FALSE(m_database.isModified());
         for (std::size_t i = 0; i < steps; ++i) {
             EXPECT_EQ(journal(m_database).redo(), Hx::eOk);
@@ -67,7 +67,7 @@ private:
     std::size_t pick(std::size_t count) { return count == 0 ? 0 : m_random() % count; }
     /// Without the handle seed, which never goes down.
     std::string bytes() {
-        std::string text = writeDrawing(m_database);
+        std::string text = written(m_database);
         const std::size_t seed = text.find("$HANDSEED");
         return seed == std::string::npos ? text : text.erase(seed, text.find('$', seed + 1) - seed);
     }

@@ -48,7 +48,7 @@ protected:
         }
         return false;
     }
-    std::string bytes() { return writeDrawing(database()); }
+    std::string bytes() { return written(database()); }
     std::size_t steps() { return journal(database()).undoCount(); }
     bool isOnLayer(const KvLayerPropManager& manager, HxDbObjectId id) {
         for (const KvLayerData* data : manager.GetAllLayersRef()) {
