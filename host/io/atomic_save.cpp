@@ -107,9 +107,10 @@ private:
 
     bool create() {
         std::string name;
+        const mode_t access = m_exists ? 0600 : 0666;  // until the present file's permissions are given
         for (int i = 0; i < kNamesToTry && m_descriptor == -1; ++i) {
             name = freeName(i);
-            m_descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+            m_descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, access);
             if (m_descriptor == -1 && errno != EEXIST) {
                 break;
             }
@@ -119,12 +120,32 @@ private:
         }
         m_temporary = name;
         if (m_exists) {
-            // Only the superuser may give files away; for others the file becomes the saver's own.
-            const bool same = ::fchown(m_descriptor, m_user, m_group) == 0;
-            const mode_t withoutIds = static_cast<mode_t>(m_mode & 0777);
-            ::fchmod(m_descriptor, same ? m_mode : withoutIds);
+            takeOwnership();
         }
         return true;
+    }
+
+    /// Gives the new file owner, group and permissions of the present one. Only the superuser may give files
+    /// away, and others may choose a group that they are in; otherwise the file becomes the saver's own. Then
+    /// nobody may do more with it than before: who was in the group or was the owner counts as the others
+    /// now.
+    void takeOwnership() {
+        constexpr uid_t kSameUser = static_cast<uid_t>(-1);
+        constexpr gid_t kSameGroup = static_cast<gid_t>(-1);
+        const bool hasGroup = ::fchown(m_descriptor, kSameUser, m_group) == 0;
+        const bool hasUser = ::fchown(m_descriptor, m_user, kSameGroup) == 0;
+        mode_t ofUser = m_mode >> 6U & 7U;
+        mode_t ofGroup = m_mode >> 3U & 7U;
+        mode_t ofOthers = m_mode & 7U;
+        if (!hasGroup) {
+            ofGroup = ofOthers = ofGroup & ofOthers;
+        }
+        if (!hasUser) {
+            ofGroup &= ofUser;
+            ofOthers &= ofUser;
+        }
+        const mode_t ids = hasUser && hasGroup ? m_mode & 07000U : 0;
+        ::fchmod(m_descriptor, ids | ofUser << 6U | ofGroup << 3U | ofOthers);
     }
 
     bool write(std::string_view bytes) {

@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 
 #include <csignal>
+#include <grp.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -33,6 +34,26 @@ public:
 private:
     rlimit m_before{};
     void (*m_handler)(int) = nullptr;
+};
+
+/// Another user's rights as long as it lives; only the superuser may take them.
+class OtherUser {
+public:
+    OtherUser(uid_t user, gid_t group, const std::vector<gid_t>& groups) {
+        m_groups.resize(static_cast<std::size_t>(::getgroups(0, nullptr)));
+        static_cast<void>(::getgroups(static_cast<int>(m_groups.size()), m_groups.data()));
+        EXPECT_EQ(::setgroups(groups.size(), groups.data()), 0);
+        EXPECT_EQ(::setegid(group), 0);
+        EXPECT_EQ(::seteuid(user), 0);
+    }
+    ~OtherUser() {
+        EXPECT_EQ(::seteuid(0), 0);
+        EXPECT_EQ(::setegid(0), 0);
+        EXPECT_EQ(::setgroups(m_groups.size(), m_groups.data()), 0);
+    }
+
+private:
+    std::vector<gid_t> m_groups;
 };
 
 class AtomicSave : public ::testing::Test {
@@ -91,6 +112,44 @@ TEST_F(AtomicSave, KeepsPermissions) {
     struct stat status {};
     ASSERT_EQ(::stat(path("plan.dxf").c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0640U);
+}
+
+TEST_F(AtomicSave, ColleaguesKeepTheirFileAndStrangersGetNoMoreOfIt) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "only the superuser may take another user's part";
+    }
+    constexpr uid_t kOwner = 2001;
+    constexpr uid_t kSaver = 2002;
+    constexpr gid_t kTeam = 3001;
+    constexpr gid_t kSavers = 3002;
+    struct Case {
+        mode_t before;
+        bool isInTeam;
+        mode_t after;
+    };
+    // One who may write the file only as one of the others cannot give it the team's group.
+    for (const Case& one : {Case{0660, true, 0660}, Case{02664, true, 0664}, Case{0646, false, 0644},
+                            Case{0606, false, 0600}, Case{0676, false, 0666}}) {
+        putFile(path("plan.dxf"), "one");
+        ASSERT_EQ(::chown(path("plan.dxf").c_str(), kOwner, kTeam), 0);
+        ASSERT_EQ(::chmod(path("plan.dxf").c_str(), one.before), 0);
+        ASSERT_EQ(::chmod(path(".").c_str(), 0777), 0);
+        {
+            const OtherUser saver(kSaver, kSavers,
+                                  one.isInTeam ? std::vector<gid_t>{kTeam} : std::vector<gid_t>());
+            ASSERT_EQ(save(path("plan.dxf"), "two"), Hx::eOk) << toUtf8(error);
+        }
+        struct stat status {};
+        ASSERT_EQ(::stat(path("plan.dxf").c_str(), &status), 0);
+        EXPECT_EQ(status.st_uid, kSaver);
+        EXPECT_EQ(status.st_gid, one.isInTeam ? kTeam : kSavers);
+        EXPECT_EQ(status.st_mode & 07777, one.after);
+        ASSERT_EQ(save(path("plan.dxf"), "three"), Hx::eOk) << "the superuser gives it back to all";
+        ASSERT_EQ(::stat(path("plan.dxf").c_str(), &status), 0);
+        EXPECT_EQ(status.st_uid, kSaver);
+        ::unlink(path("plan.dxf").c_str());
+        ::unlink(path("plan.bak").c_str());
+    }
 }
 
 TEST_F(AtomicSave, ReplacesTheTargetOfALink) {
