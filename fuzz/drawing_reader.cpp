@@ -1,5 +1,5 @@
 // Fuzz target: any bytes are read as a drawing; what is read is written as the same bytes, also after all
-// objects were looked at, and all layers changed and the change undone.
+// objects were looked at, and all layers changed and the change undone. What is written can be read.
 #include "host/io/drawing_reader.h"
 #include "host/db/kernel/database_imp.h"
 #include "host/db/kernel/entity_access.h"
@@ -53,6 +53,16 @@ void lookAtAll(HxDbDatabase& database) {
     hxdbSetWorkingDatabase(nullptr);
 }
 
+/// A new object, which needs a handle and an owner that the file may lack.
+void addPoint(HxDbDatabase& database) {
+    const HxDbObjectPointer<HxDbBlockTableRecord> space(database.modelSpaceId(), HxDb::kForWrite);
+    require(static_cast<bool>(space));
+    auto* point = new HxDbEntity(L"POINT");
+    HxDbObjectId id;
+    require(space->appendHxDbEntity(id, point) == Hx::eOk);
+    point->close();
+}
+
 void changeAndUndo(HxDbDatabase& database) {
     journal(database).beginGroup(L"CHANGE");
     for (HxDbStub* stub : members(*database.layerTableId().stub())) {
@@ -62,7 +72,10 @@ void changeAndUndo(HxDbDatabase& database) {
         layer->setIsFrozen(!layer->isFrozen());
         layer->setName((L"new " + std::to_wstring(stub->handle)).c_str());
     }
-    writeDrawing(database);
+    addPoint(database);
+    HxDbDatabase again(false);
+    std::wstring error;
+    require(readDrawing(again, writeDrawing(database), error) == Hx::eOk);
     journal(database).endGroup();
     journal(database).undo();
 }
