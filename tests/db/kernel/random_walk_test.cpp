@@ -2,10 +2,10 @@
 // is taken back gives the bytes of that time, and with all undone those of the file.
 #include "host/db/kernel/database_imp.h"
 #include "host/db/kernel/entity_access.h"
-#include "host/io/drawing_writer.h"
 #include "sdk/hxads.h"
 #include "sdk/hxdbdict.h"
 #include "sdk/hxdbentity.h"
+#include "tests/io/saving.h"
 #include "tests/walk_seed.h"
 
 #include <gtest/gtest.h>

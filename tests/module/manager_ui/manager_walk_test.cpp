@@ -94,10 +94,14 @@ protected:
                               filter() == "All";
         run(L"LAYERPALETTE\n");
         const std::map<QString, QString> fresh = shown();
-        if (showsAll) ASSERT_EQ(now.size(), fresh.size());
+        if (showsAll) {
+            ASSERT_EQ(now.size(), fresh.size());
+        }
         for (const auto& [name, text] : now) {
             const auto same = fresh.find(name);
-            if (same != fresh.end()) ASSERT_EQ(text.toStdString(), same->second.toStdString());
+            if (same != fresh.end()) {
+                ASSERT_EQ(text.toStdString(), same->second.toStdString());
+            }
         }
     }
     QString filter() {
