@@ -17,15 +17,11 @@ namespace {
 constexpr int kAttachedFlag = 4;
 constexpr int kOverlayFlag = 8;
 
-/// What the referenced drawing lacks itself is only a warning.
-std::unique_ptr<HxDbDatabase> loadWithNested(const HxDbDatabase& host, const std::wstring& path,
-                                             Hx::ErrorStatus& status, std::wstring& error) {
-    std::vector<std::wstring> messages;
-    std::unique_ptr<HxDbDatabase> drawing = loadXref(host, path, status, error, messages);
+/// What a referenced drawing lacks itself is only a warning.
+void warn(const std::vector<std::wstring>& messages) {
     for (const std::wstring& message : messages) {
         log(Severity::Warning, message);
     }
-    return drawing;
 }
 
 Hx::ErrorStatus addBlock(HxDbDatabase& host, const std::wstring& name, HxDbObjectId& id) {
@@ -103,7 +99,9 @@ Hx::ErrorStatus attachXref(HxDbDatabase& host, const std::wstring& path, const s
         return Hx::eDuplicateRecordName;
     }
     Hx::ErrorStatus status = Hx::eOk;
-    std::unique_ptr<HxDbDatabase> drawing = loadWithNested(host, path, status, error);
+    std::vector<std::wstring> messages;
+    std::shared_ptr<HxDbDatabase> drawing = loadXref(host, path, status, error, messages);
+    warn(messages);
     if (!drawing) {
         return status;
     }
@@ -114,7 +112,7 @@ Hx::ErrorStatus attachXref(HxDbDatabase& host, const std::wstring& path, const s
     }
     addBlockBegin(*block.stub(), {overlay ? kOverlayFlag : kAttachedFlag, path});
     setXref(*block.stub(), std::move(drawing));
-    addXrefLayers(*block.stub(), true);
+    addXrefLayers(*block.stub());
     return Hx::eOk;
 }
 
@@ -137,20 +135,17 @@ Hx::ErrorStatus detachXref(HxDbDatabase& host, HxDbObjectId block) {
     return status;
 }
 
-Hx::ErrorStatus reloadXref(HxDbDatabase& host, HxDbObjectId block, std::wstring& error) {
+Hx::ErrorStatus reloadXref(HxDbDatabase&, HxDbObjectId block, std::wstring& error) {
     const auto* record = HxDbBlockTableRecord::cast(hxdbObjectPointer(block));
     if (!record || !record->isFromExternalReference()) {
         error = L"it is no external reference";
         return Hx::eWrongClass;
     }
     Hx::ErrorStatus status = Hx::eOk;
-    std::unique_ptr<HxDbDatabase> drawing = loadWithNested(host, record->pathName(), status, error);
-    if (!drawing) {
-        return status;
-    }
-    setXref(*block.stub(), std::move(drawing));
-    addXrefLayers(*block.stub(), true);
-    return Hx::eOk;
+    std::vector<std::wstring> messages;
+    reloadXrefFile(*block.stub(), record->pathName(), status, error, messages);
+    warn(messages);
+    return status;
 }
 
 }  // namespace korvex

@@ -10,17 +10,30 @@ namespace korvex::test {
 
 namespace {
 
-/// R2000: two layers and a line; with a path also a block WING that names it.
-std::string plan(const std::string& path = "", int flags = 4) {
+struct Reference {
+    std::string name;
+    std::string path;
+    int flags = 4;
+};
+
+/// R2000: two layers and a line, and a block for each reference.
+std::string planWith(const std::vector<Reference>& references) {
     const std::string layer = " | 330 2 | 100 AcDbSymbolTableRecord | 100 AcDbLayerTableRecord | 2 ";
     std::string records;
     std::string blocks;
-    if (!path.empty()) {
-        records =
-            "0 BLOCK_RECORD | 5 23 | 330 1 | 100 AcDbSymbolTableRecord | 100 AcDbBlockTableRecord | 2 WING\n";
-        blocks = "0 BLOCK | 5 33 | 330 23 | 100 AcDbEntity | 8 0 | 100 AcDbBlockBegin | 2 WING | 70 " +
-                 std::to_string(flags) + " | 10 0.0 | 20 0.0 | 30 0.0 | 3 WING | 1 " + path +
-                 "\n0 ENDBLK | 5 34 | 330 23 | 100 AcDbEntity | 8 0 | 100 AcDbBlockEnd\n";
+    int handle = 0x23;
+    for (const Reference& reference : references) {
+        const std::string record = QString::number(handle, 16).toStdString();
+        records += "0 BLOCK_RECORD | 5 " + record +
+                   " | 330 1 | 100 AcDbSymbolTableRecord | 100 AcDbBlockTableRecord | 2 " + reference.name +
+                   "\n";
+        const auto part = [&](int add) { return QString::number(handle + add, 16).toStdString(); };
+        blocks += "0 BLOCK | 5 " + part(0x20) + " | 330 " + record +
+                  " | 100 AcDbEntity | 8 0 | 100 AcDbBlockBegin | 2 " + reference.name + " | 70 " +
+                  std::to_string(reference.flags) + " | 10 0.0 | 20 0.0 | 30 0.0 | 3 " + reference.name +
+                  " | 1 " + reference.path + "\n0 ENDBLK | 5 " + part(0x21) + " | 330 " + record +
+                  " | 100 AcDbEntity | 8 0 | 100 AcDbBlockEnd\n";
+        handle += 0x40;
     }
     return inVersion("AC1015",
                      "0 SECTION | 2 TABLES\n0 TABLE | 2 LAYER | 5 2 | 330 0 | 100 AcDbSymbolTable | 70 2\n"
@@ -29,8 +42,13 @@ std::string plan(const std::string& path = "", int flags = 4) {
                          "WALLS | 70 4 | 62 -3 | 6 Continuous | 290 0 | 370 50\n0 ENDTAB\n"
                          "0 TABLE | 2 BLOCK_RECORD | 5 1 | 330 0 | 100 AcDbSymbolTable | 70 1\n" +
                          records + "0 ENDTAB | 0 ENDSEC\n0 SECTION | 2 BLOCKS\n" + blocks +
-                         "0 ENDSEC\n0 SECTION | 2 ENTITIES\n0 LINE | 5 40 | 100 AcDbEntity | 8 WALLS | 100 "
+                         "0 ENDSEC\n0 SECTION | 2 ENTITIES\n0 LINE | 5 1F | 100 AcDbEntity | 8 WALLS | 100 "
                          "AcDbLine | 10 0.0 | 20 0.0 | 11 1.0 | 21 1.0\n0 ENDSEC");
+}
+
+/// With a path also a block WING that names it.
+std::string plan(const std::string& path = "", int flags = 4) {
+    return planWith(path.empty() ? std::vector<Reference>() : std::vector<Reference>{{"WING", path, flags}});
 }
 
 class XrefFiles : public ::testing::Test {
@@ -54,6 +72,9 @@ protected:
         return *HxDbBlockTableRecord::cast(hxdbObjectPointer(id));
     }
     HxDbObjectId layer(const wchar_t* name) const { return recordId(*database, TableKind::layer, name); }
+    HxDbDatabase* loaded(const HxDbDatabase& of, const wchar_t* name) const {
+        return block(recordId(of, TableKind::block, name)).xrefDatabase();
+    }
     const HxDbLayerTableRecord& dependent() const {
         return *HxDbLayerTableRecord::cast(hxdbObjectPointer(layer(L"WING|WALLS")));
     }
@@ -278,6 +299,118 @@ TEST_F(XrefFiles, ReloadingReadsTheFileAgain) {
     EXPECT_FALSE(error.empty());
     EXPECT_EQ(block(wing()).xrefDatabase(), present) << "a reload that fails leaves what there was";
     EXPECT_EQ(reloadXref(*database, database->modelSpaceId(), error), Hx::eWrongClass);
+}
+
+TEST_F(XrefFiles, OverlaysOfReferencesAreNotFollowed) {
+    put("far.dxf", plan());
+    put("wing.dxf", planWith({{"NEAR", "far.dxf", 4}, {"FAR", "far.dxf", 8}, {"LOST", "lost.dxf", 8}}));
+    put("host.dxf", planWith({{"WING", "wing.dxf", 8}}));
+    open("host.dxf");
+    EXPECT_TRUE(messages.empty()) << toUtf8(messages.front());
+    const HxDbDatabase& wing = *loaded(*database, L"WING");
+    EXPECT_TRUE(loaded(wing, L"NEAR"));
+    EXPECT_FALSE(loaded(wing, L"FAR"));
+    EXPECT_FALSE(layer(L"WING|NEAR|WALLS").isNull());
+    EXPECT_TRUE(layer(L"WING|FAR|WALLS").isNull());
+}
+
+TEST_F(XrefFiles, EachFileIsLoadedOnce) {
+    // Every file is attached twice by the one before: a path for each would be 2 to the power of 20.
+    constexpr int kFiles = 20;
+    for (int i = 0; i < kFiles; ++i) {
+        const std::string next = "d" + std::to_string(i + 1) + ".dxf";
+        put(QStringLiteral("d%1.dxf").arg(i), planWith({{"A", next}, {"B", "./" + next}}));
+    }
+    put(QStringLiteral("d%1.dxf").arg(kFiles), plan());
+    open("d0.dxf");
+    HxDbDatabase* first = loaded(*database, L"A");
+    ASSERT_TRUE(first);
+    EXPECT_EQ(loaded(*database, L"B"), first);
+    EXPECT_EQ(loaded(*first, L"A"), loaded(*first, L"B"));
+    // Their layers are as many as the paths, so they are not all listed, which is told once.
+    ASSERT_EQ(messages.size(), 1U);
+    EXPECT_NE(messages[0].find(L"not all of its layers are listed"), std::wstring::npos);
+    EXPECT_LE(members(*database->layerTableId().stub()).size(), kMostXrefLayers);
+    HxDbObjectId added = attach(L"d1.dxf", L"AGAIN");
+    EXPECT_EQ(block(added).xrefDatabase(), first);
+}
+
+TEST_F(XrefFiles, DepthAndSizeAreBounded) {
+    for (int i = 0; i < 40; ++i) {
+        put(QStringLiteral("d%1.dxf").arg(i), plan("d" + std::to_string(i + 1) + ".dxf"));
+    }
+    open("d0.dxf");
+    ASSERT_EQ(messages.size(), 1U);
+    EXPECT_NE(messages[0].find(L"deeper than 32 levels"), std::wstring::npos) << toUtf8(messages[0]);
+    EXPECT_TRUE(loaded(*database, L"WING"));
+
+    put("wing.dxf", plan());
+    put("large.dxf", "");
+    QFile large(folder.filePath("large.dxf"));
+    ASSERT_TRUE(large.resize(kMostXrefBytes + 1)) << "a file with a hole, which takes no room";
+    put("host.dxf", planWith({{"LARGE", "large.dxf"}, {"WING", "wing.dxf"}}));
+    open("host.dxf");
+    ASSERT_EQ(messages.size(), 1U);
+    EXPECT_NE(messages[0].find(L"\"large.dxf\" the references would take more than 1024 MB"),
+              std::wstring::npos)
+        << toUtf8(messages[0]);
+    EXPECT_TRUE(loaded(*database, L"WING"));
+    attach(L"large.dxf", L"MORE", Hx::eRefused);
+}
+
+TEST_F(XrefFiles, ReloadingOneServesAllThatNameItsFiles) {
+    put("far.dxf", plan());
+    put("near.dxf", plan("far.dxf"));
+    put("other.dxf", planWith({{"F", "far.dxf"}, {"N", "near.dxf"}}));
+    put("host.dxf",
+        planWith({{"WING", "near.dxf"}, {"TWIN", "./near.dxf"}, {"FAR", "far.dxf"}, {"OTHER", "other.dxf"}}));
+    open("host.dxf");
+    EXPECT_TRUE(messages.empty());
+    HxDbDatabase* other = loaded(*database, L"OTHER");
+    const std::vector<HxDbDatabase*> before = {loaded(*database, L"WING"), loaded(*database, L"FAR")};
+    std::string renamed = plan();
+    for (std::size_t at = renamed.find("WALLS"); at != renamed.npos; at = renamed.find("WALLS")) {
+        renamed.replace(at, 5, "ROOF");
+    }
+    put("far.dxf", renamed);
+    ASSERT_EQ(reloadXref(*database, wing(), error), Hx::eOk);
+    HxDbDatabase* near = loaded(*database, L"WING");
+    HxDbDatabase* far = loaded(*database, L"FAR");
+    EXPECT_NE(near, before[0]);
+    EXPECT_NE(far, before[1]);
+    EXPECT_EQ(loaded(*database, L"TWIN"), near);
+    EXPECT_EQ(loaded(*near, L"WING"), far);
+    EXPECT_EQ(loaded(*database, L"OTHER"), other) << "its own file was not asked for";
+    EXPECT_EQ(loaded(*other, L"F"), far);
+    EXPECT_EQ(loaded(*other, L"N"), near);
+    EXPECT_FALSE(layer(L"FAR|ROOF").isNull());
+    EXPECT_FALSE(recordId(*other, TableKind::layer, L"F|ROOF").isNull());
+}
+
+namespace {
+
+/// Hears of drawings that go.
+class Goodbyes : public HxDbDatabaseReactor {
+public:
+    void goodbye(const HxDbDatabase*) override { ++count; }
+    int count = 0;
+};
+
+}  // namespace
+
+TEST_F(XrefFiles, ReloadsGiveBackWhatTheyTook) {
+    put("wing.dxf", plan());
+    put("host.dxf", plan("wing.dxf"));
+    open("host.dxf");
+    Goodbyes goodbyes;
+    constexpr int kReloads = 5;
+    for (int i = 0; i < kReloads; ++i) {
+        loaded(*database, L"WING")->addReactor(&goodbyes);
+        ASSERT_EQ(reloadXref(*database, wing(), error), Hx::eOk);
+    }
+    EXPECT_EQ(goodbyes.count, kReloads - 1) << "the last one stays for a while";
+    database.reset();
+    EXPECT_EQ(goodbyes.count, kReloads);
 }
 
 }  // namespace korvex::test

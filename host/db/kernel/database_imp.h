@@ -105,7 +105,8 @@ public:
     HxDbTransactionManager transactions;
     HxLyLayerFilterManager filters;
     std::vector<HxDbDatabaseReactor*> reactors;
-    std::map<HxDbStub*, std::unique_ptr<HxDbDatabase>> xrefs;  ///< loaded drawings by block record
-    std::vector<std::unique_ptr<HxDbDatabase>> formerXrefs;    ///< whose place another has taken
-    const HxDbDatabase* xrefHost = nullptr;                    ///< the drawing that this one was loaded for
+    /// Loaded drawings by block record, those of nested references in them in turn. Records that name the
+    /// same file share one.
+    std::map<HxDbStub*, std::shared_ptr<HxDbDatabase>> xrefs;
+    std::vector<std::shared_ptr<HxDbDatabase>> formerXrefs;  ///< whose places the last reload gave to others
 };
