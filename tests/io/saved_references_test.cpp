@@ -1,53 +1,10 @@
 // What a saved record names by handle is in the file, and means the same object when the file is opened.
-#include "host/db/entities/viewport_imp.h"
 #include "sdk/hxdbdict.h"
-#include "tests/io/drawing_support.h"
+#include "tests/io/incomplete_drawings.h"
 
 namespace korvex::test {
 
 namespace {
-
-constexpr const char* kModel = "0 BLOCK_RECORD | 5 20 | 330 1 | 100 AcDbSymbolTableRecord"
-                               " | 100 AcDbBlockTableRecord | 2 *Model_Space | 340 0\n";
-constexpr const char* kPaper = "0 BLOCK_RECORD | 5 21 | 330 1 | 100 AcDbSymbolTableRecord"
-                               " | 100 AcDbBlockTableRecord | 2 *Paper_Space | 340 0\n";
-constexpr const char* kViewport =
-    " | 330 21 | 100 AcDbEntity | 67 1 | 8 0 | 100 AcDbViewport | 10 0.0 | 20 0.0"
-    " | 30 0.0 | 40 9.0 | 41 9.0 | 68 2 | 69 2 | 45 9.0 | 90 0\n";
-
-/// R2000: layers 0 and WALLS, entities and objects as given; layers GHOST and SHADE are only named.
-std::string plan(const std::string& blockRecords, const std::string& entities,
-                 const std::string& layer = "5 11 | 330 2") {
-    return inVersion(
-        "AC1015",
-        "0 SECTION | 2 TABLES\n0 TABLE | 2 LAYER | 5 2 | 330 0 | 100 AcDbSymbolTable | 70 2\n"
-        "0 LAYER | 5 10 | 330 2 | 100 AcDbSymbolTableRecord | 100 AcDbLayerTableRecord | 2 0 | 70 0 "
-        "| 62 7 | 6 Continuous\n0 LAYER | " +
-            layer +
-            " | 100 AcDbSymbolTableRecord | 100 AcDbLayerTableRecord | 2 WALLS | 70 0 | 62 1 | 6 "
-            "Continuous\n0 ENDTAB\n0 TABLE | 2 BLOCK_RECORD | 5 1 | 330 0 | 100 AcDbSymbolTable | 70 "
-            "2\n" +
-            blockRecords + "0 ENDTAB\n0 ENDSEC\n0 SECTION | 2 ENTITIES\n" + entities +
-            "0 POINT | 5 40 | 330 20 | 100 AcDbEntity | 8 GHOST | 100 AcDbPoint | 10 0.0 | 20 0.0\n"
-            "0 POINT | 5 41 | 330 20 | 100 AcDbEntity | 8 SHADE | 100 AcDbPoint | 10 0.0 | 20 0.0\n"
-            "0 ENDSEC");
-}
-
-HxDbStub* firstViewport(const HxDbDatabase& database) {
-    HxDbStub* found = nullptr;
-    for (HxDbStub* entity : members(*paperSpace(database))) {
-        const bool isViewport = std::string_view(entity->recordClass->type) == "VIEWPORT";
-        found = !found && isViewport ? entity : found;
-    }
-    return found;
-}
-
-void freezeInViewport(HxDbDatabase& database, const wchar_t* layer) {
-    HxArray<HxDbObjectId> layers;
-    layers.append(recordId(database, TableKind::layer, layer));
-    const HxDbObjectPointer<HxDbViewport> viewport(HxDbObjectId(firstViewport(database)), HxDb::kForWrite);
-    ASSERT_EQ(viewport->freezeLayersInViewport(layers), Hx::eOk);
-}
 
 /// Names of the layers frozen in the first viewport.
 std::vector<std::string> frozen(const HxDbDatabase& database) {
@@ -56,15 +13,6 @@ std::vector<std::string> frozen(const HxDbDatabase& database) {
         names.push_back(toUtf8(recordName(*layer)));
     }
     return names;
-}
-
-HxDbStub* addPoint(HxDbStub* block) {
-    const HxDbObjectPointer<HxDbBlockTableRecord> record(HxDbObjectId(block), HxDb::kForWrite);
-    auto* point = new HxDbEntity(L"POINT");
-    HxDbObjectId id;
-    EXPECT_EQ(record->appendHxDbEntity(id, point), Hx::eOk);
-    point->close();
-    return id.stub();
 }
 
 /// The seed of the file is above every handle in it.
@@ -81,7 +29,7 @@ using Names = std::vector<std::string>;
 
 TEST(SavedReferences, AFrozenLayerThatIsOnlyImpliedBecomesARecord) {
     const std::string before =
-        plan(std::string(kModel) + kPaper, std::string("0 VIEWPORT | 5 50") + kViewport);
+        incompletePlan(std::string(kModel) + kPaper, std::string("0 VIEWPORT | 5 50") + kViewport);
     for (const bool inBinary : {false, true}) {
         const std::string bytes = inBinary ? binary(before, 2) : before;
         const auto database = opened(bytes);
@@ -107,10 +55,10 @@ TEST(SavedReferences, AFrozenLayerThatIsOnlyImpliedBecomesARecord) {
 
 TEST(SavedReferences, TheOwnerOfANewEntityIsInTheFile) {
     // Without the record of model space, and without those of both and their table.
-    const std::string tables = plan("", "");
+    const std::string tables = incompletePlan("", "");
     const std::string noTable = tables.substr(0, tables.find("0\nTABLE\n2\nBLOCK_RECORD\n")) +
                                 tables.substr(tables.find("0\nENDSEC\n0\nSECTION\n2\nENTITIES\n"));
-    for (const std::string& before : {plan(kPaper, ""), noTable}) {
+    for (const std::string& before : {incompletePlan(kPaper, ""), noTable}) {
         const auto database = opened(before);
         journal(*database).beginGroup(L"DRAW");
         const HxDbStub* point = addPoint(modelSpace(*database));
@@ -129,18 +77,13 @@ TEST(SavedReferences, TheOwnerOfANewEntityIsInTheFile) {
 }
 
 TEST(SavedReferences, ObjectsWithoutAHandleOfTheirOwnAreWrittenWithOne) {
-    const auto database = opened(plan(std::string(kModel) + kPaper,
-                                      std::string("0 VIEWPORT | 5 10") + kViewport,  // as the layer's
-                                      "330 2"));
+    const auto database =
+        opened(incompletePlan(std::string(kModel) + kPaper,
+                              std::string("0 VIEWPORT | 5 10") + kViewport,  // as the layer's
+                              "330 2"));
     const HxDbObjectId viewport(firstViewport(*database));
     freezeInViewport(*database, L"WALLS");
-    {
-        const HxDbObjectPointer<HxDbLayerTableRecord> layer(recordId(*database, TableKind::layer, L"0"),
-                                                            HxDb::kForWrite);
-        HxCmColor color;
-        color.setColorIndex(3);
-        ASSERT_EQ(layer->setColor(color, viewport), Hx::eOk);
-    }
+    overrideColor(recordId(*database, TableKind::layer, L"0"), viewport);
     const std::string after = written(*database);
     const auto again = opened(after);
     EXPECT_EQ(frozen(*again), Names{"WALLS"});
@@ -170,9 +113,9 @@ TEST(SavedReferences, ATableGetsTheHandleThatItsNewRecordsName) {
 
 TEST(SavedReferences, HandlesThatAnythingNamesAreNotGivenOut) {
     // In a viewport, in a table that the host does not know, in extended data, in the header.
-    std::string before =
-        plan(std::string(kModel) + kPaper, std::string("0 VIEWPORT | 5 50") + kViewport +
-                                               "331 100 | 1001 ACAD | 1005 101 | 1005 FFFFFFFFFFFFFFFF\n");
+    std::string before = incompletePlan(std::string(kModel) + kPaper,
+                                        std::string("0 VIEWPORT | 5 50") + kViewport +
+                                            "331 100 | 1001 ACAD | 1005 101 | 1005 FFFFFFFFFFFFFFFF\n");
     before.insert(before.find("0\nTABLE\n"),
                   drawing("0 TABLE | 2 VX | 5 102 | 70 0 | 0 VX | 5 103 | 0 ENDTAB"));
     before.insert(before.find("9\n$HANDSEED"), drawing("9 $CMATERIAL | 347 104"));
@@ -188,7 +131,7 @@ TEST(SavedReferences, HandlesThatAnythingNamesAreNotGivenOut) {
 }
 
 TEST(SavedReferences, ASeedThatLeavesNoHandlesDoesNotCount) {
-    std::string before = plan(std::string(kModel) + kPaper, "");
+    std::string before = incompletePlan(std::string(kModel) + kPaper, "");
     before.replace(before.find("$HANDSEED\n5\n100"), 15, "$HANDSEED\n5\nFFFFFFFFFFFFFFFF");
     const auto database = opened(before);
     const std::uint64_t handle = addPoint(modelSpace(*database))->handle;
