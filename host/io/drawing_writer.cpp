@@ -154,7 +154,7 @@ void DrawingWriter::survey() {
     m_highestNew = m_referenced.highestHandle();
     std::size_t size = m_db.file.size();
     for (HxDbStub& stub : m_db.stubs) {
-        if (!isNew(stub) || !isWritten(stub)) {
+        if (stub.inFile || !isWritten(stub)) {
             continue;
         }
         m_highestNew = std::max(m_highestNew, stub.handle);
@@ -183,12 +183,16 @@ void DrawingWriter::followReferences() {
     }
 }
 
+/// BLOCK, ENDBLK and TABLE hold others together: they stay as long as those do, erased or not.
 bool DrawingWriter::isWritten(HxDbStub& stub) const {
-    if (!isAlive(stub) || !(stub.inFile || isNew(stub))) {
-        return false;
-    }
     if (isBlockPart(stub)) {
         return stub.inFile ? !stub.owner->erased : needsBlock(*stub.owner);
+    }
+    if (isTable(stub) && stub.inFile) {
+        return true;
+    }
+    if (!isAlive(stub) || !(stub.inFile || isNew(stub))) {
+        return false;
     }
     const HxDbStub* container = containerOf(stub);
     return container ? !container->erased : !goesWithOwner(stub);
@@ -295,20 +299,13 @@ void DrawingWriter::writePlace(const FileItem& item) {
 
 /// A record where it stood.
 void DrawingWriter::writeObject(HxDbStub& stub) {
-    if (!isAlive(stub)) {
-        return;
-    }
-    if (isBlockPart(stub)) {
-        if (!stub.owner->erased) {
-            writeBlockPart(stub);
-        }
-        return;
-    }
     const HxDbStub* container = containerOf(stub);
     if (!isWritten(stub) || (container && hasMoved(*container))) {
         return;
     }
-    if (isTable(stub)) {
+    if (isBlockPart(stub)) {
+        writeBlockPart(stub);
+    } else if (isTable(stub)) {
         writeTable(stub);
     } else {
         m_text += groupsOf(stub).groups();

@@ -166,4 +166,16 @@ TEST(SavedReferences, OnlyWhatAnErasedObjectOwnsGoesWithIt) {
     EXPECT_TRUE(written(*database) == before);
 }
 
+TEST(SavedReferences, BlocksKeepTheirHeadsAndEnds) {
+    const std::string before = sheetDrawing();
+    const auto database = opened(before);
+    erase(*database, byHandle(*database, 0x37));
+    erase(*database, byHandle(*database, 0x39));
+    EXPECT_TRUE(written(*database) == before) << "they go with their record only";
+    erase(*database, byHandle(*database, 0x44));
+    erase(*database, findRecord(*database, TableKind::block, L"DOOR"));
+    const auto again = opened(written(*database));
+    EXPECT_FALSE(byHandle(*again, 0x37) || byHandle(*again, 0x39));
+}
+
 }  // namespace korvex::test
