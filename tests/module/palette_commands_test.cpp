@@ -54,13 +54,17 @@ TEST_F(FirstPalette, IsDockedInItsFirstWidthAndMayFloat) {
 }
 
 TEST_F(FirstPalette, CellsThatNobodyHasPaintedAreInTheUsersLanguage) {
+    std::wstring names = L"Z0";
+    for (int i = 1; i < 100; ++i) {
+        names += L",Z" + std::to_wstring(i);
+    }
+    run(L"-LAYER New " + names + L"\n\n");
     linker().unloadModule(kModule);
     qputenv("LC_ALL", "de_DE.UTF-8");
     load();
     showPalette();
     ASSERT_EQ(hxGetResourceHandle(), nullptr);
-    panel()->hide();
-    EXPECT_EQ(row("WALLS")[kColLineweight], "Vorgabe");
+    EXPECT_EQ(row("Z99")[kColLineweight], "Vorgabe") << "below what is shown";
     qputenv("LC_ALL", "C");
 }
 

@@ -437,6 +437,7 @@ protected:
     /// The name that the drawing keeps for the selected filter.
     std::wstring selected() {
         const HxDbObjectPointer<HxDbLayerTable> table(database().layerTableId(), HxDb::kForRead);
+        if (!table) return L"(held by someone else)";
         const std::unique_ptr<resbuf, decltype(&hxutRelRb)> data(table->xData(L"ACAD"), hxutRelRb);
         for (const resbuf* node = data.get(); node; node = node->rbnext) {
             if (node->restype == 1000) {
