@@ -129,6 +129,14 @@ TEST_F(ResourceStrings, PromptsOfferTheirKeywordsAndAllHaveTheGlobalOnes) {
     }
 }
 
+/// What the code says where a library lacks the text.
+TEST_F(ResourceStrings, SayWhatTheTextsThatStandInForThemSay) {
+    EXPECT_EQ(english.at(kStrExpectsPoint), "Expects a point or Settings");
+    EXPECT_EQ(english.at(kStrInvalidKeyword), "\nInvalid option keyword.");
+    EXPECT_EQ(english.at(kStrViewportPrompt), "\nIn paper space viewport use [Freeze/Vpfreeze] <%ls>:");
+    EXPECT_EQ(english.at(kStrNothingToUndo), "\nEverything has been undone.");
+}
+
 TEST_F(ResourceStrings, DefaultsThatPromptsShowAreKeywords) {
     for (const Strings* const strings : {&english, &german}) {
         const QStringList viewport = localKeywords(strings->at(kStrViewportKeywords));
