@@ -75,7 +75,7 @@ TEST_F(LayFrz, UndoTakesBackOnePickAtATime) {
     run(L"U\n");
 
     const std::wstring nothing = L"Everything has been undone.";
-    EXPECT_FALSE(contains(layfrz(L"5,0 5,2 105,0 U U U X"), nothing));
+    EXPECT_FALSE(contains(layfrz(L"5,0 5,2 105,0 U U U X"), L"undone")) << "it goes without a word";
     EXPECT_EQ(frozen(), Names());
     EXPECT_TRUE(contains(layfrz(L"5,0 5,2 105,0 U U U U X"), nothing));
     EXPECT_TRUE(contains(layfrz(L"U 5,2 X"), nothing));
