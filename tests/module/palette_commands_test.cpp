@@ -10,7 +10,9 @@
 #include "manager_ui/grid/layer_column.h"
 #include "model/palette_doc_reactor.h"
 
+#include <QTest>
 #include <QTextEdit>
+#include <QWindow>
 
 namespace korvex::test {
 namespace {
@@ -51,6 +53,31 @@ TEST_F(FirstPalette, IsDockedInItsFirstWidthAndMayFloat) {
     EXPECT_EQ(panel()->width(), 500) << "as high as the frame";
     panel()->setCurrentDockPosition(kHxDockNone);
     EXPECT_EQ(panel()->width(), 500);
+}
+
+TEST_F(FirstPalette, TheMouseMakesNoColumnTooNarrowToFind) {
+    frame().setCentralWidget(new QTextEdit);
+    showPalette();
+    QHeaderView& header = *grid()->horizontalHeader();
+    const auto drag = [&](int to) {
+        const auto inWindow = [&](int x) {
+            return header.viewport()->mapTo(&frame(), QPoint(x, header.height() / 2));
+        };
+        const int border = header.sectionViewportPosition(kColName) + header.sectionSize(kColName) - 1;
+        QWindow* const window = frame().windowHandle();
+        QTest::mouseMove(window, inWindow(border));
+        QTest::mousePress(window, Qt::LeftButton, {}, inWindow(border));
+        for (int x = border; x > to; x -= 10) {
+            QTest::mouseMove(window, inWindow(x));
+        }
+        QTest::mouseMove(window, inWindow(to));
+        QTest::mouseRelease(window, Qt::LeftButton, {}, inWindow(to));
+        QCoreApplication::processEvents();
+    };
+    drag(80);
+    EXPECT_LT(header.sectionSize(kColName), 60) << "dragged at all";
+    drag(0);
+    EXPECT_EQ(header.sectionSize(kColName), 16);
 }
 
 TEST_F(FirstPalette, CellsThatNobodyHasPaintedAreInTheUsersLanguage) {
