@@ -83,17 +83,22 @@ TEST(SavedReferences, ObjectsWithoutAHandleOfTheirOwnAreWrittenWithOne) {
                               "330 2"));
     const HxDbObjectId viewport(firstViewport(*database));
     freezeInViewport(*database, L"WALLS");
-    overrideColor(recordId(*database, TableKind::layer, L"0"), viewport);
+    for (const wchar_t* layer : {L"0", L"WALLS"}) {
+        overrideColor(recordId(*database, TableKind::layer, layer), viewport);
+    }
     const std::string after = written(*database);
     const auto again = opened(after);
     EXPECT_EQ(frozen(*again), Names{"WALLS"});
     EXPECT_EQ(firstViewport(*again)->handle, viewport.handle().value());
-    const auto* layer =
-        HxDbLayerTableRecord::cast(hxdbObjectPointer(recordId(*again, TableKind::layer, L"0")));
-    bool isOverride = false;
-    EXPECT_EQ(layer->color(HxDbObjectId(firstViewport(*again)), isOverride).colorIndex(), 3);
-    EXPECT_TRUE(isOverride);
-    EXPECT_EQ(layer->objectId().handle().value(), 0x10U) << "who had it first keeps it";
+    for (const wchar_t* name : {L"0", L"WALLS"}) {
+        const auto* layer =
+            HxDbLayerTableRecord::cast(hxdbObjectPointer(recordId(*again, TableKind::layer, name)));
+        bool isOverride = false;
+        EXPECT_EQ(layer->color(HxDbObjectId(firstViewport(*again)), isOverride).colorIndex(), 3);
+        EXPECT_TRUE(isOverride) << toUtf8(name);
+    }
+    EXPECT_EQ(recordId(*again, TableKind::layer, L"0").handle().value(), 0x10U)
+        << "who had it first keeps it";
     const std::size_t at = after.find("2\nWALLS\n");
     EXPECT_NE(after.rfind("0\nLAYER\n5\n", at), after.npos);
 }

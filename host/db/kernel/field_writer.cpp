@@ -87,6 +87,7 @@ public:
 
     std::string merged() {
         m_hasMarkers = findsMarkers();
+        m_dictionaryIsDue = !hasHandle();
         GroupCursor cursor(m_old, m_fields.m_format);
         enter(m_hasMarkers ? nullptr : anySection(), 0);
         while (cursor.next() && cursor.code() < kFirstXData) {
@@ -106,6 +107,15 @@ private:
         GroupCursor cursor(m_old, m_fields.m_format);
         while (cursor.next()) {
             if (cursor.code() == 100 && sectionOf(trimmedRaw(cursor))) {
+                return true;
+            }
+        }
+        return false;
+    }
+    bool hasHandle() const {
+        GroupCursor cursor(m_old, m_fields.m_format);
+        while (cursor.next() && cursor.code() != 100 && cursor.code() < kFirstXData) {
+            if (cursor.code() == m_frame.handleCode) {
                 return true;
             }
         }
@@ -160,6 +170,11 @@ private:
 
     void group(const GroupCursor& cursor) {
         const int code = cursor.code();
+        const bool isBeforeHandle = code == 0 || (code == 2 && m_frame.type == "TABLE");
+        if (m_dictionaryIsDue && !isBeforeHandle) {
+            m_dictionaryIsDue = false;  // where the handle would be
+            writeDictionaryIfNew();
+        }
         if (code == 102 && !m_headDone) {
             brace(cursor);
         } else if (m_inBrace) {
@@ -313,6 +328,7 @@ private:
     bool m_inBrace = false;
     bool m_dropBrace = false;
     bool m_dictionaryWritten = false;
+    bool m_dictionaryIsDue = false;  ///< there is no handle that it could follow
 };
 
 std::string FieldWriter::merge(std::string_view old, const Frame& frame) {
