@@ -100,10 +100,11 @@ HXSDK_API int hxdbEntMod(const resbuf* list);
 /// than the drawing's version and for values that hxdbEntMod would refuse.
 HXSDK_API int hxdbEntMake(const resbuf* list);
 /// The same, and gives the entity's name; or makes an XRECORD, DICTIONARY, DICTIONARYVAR or ACDBPLACEHOLDER
-/// that has no owner yet (hxdbDictAdd gives it one). RTNORM; RTREJ as above.
+/// that has no owner yet (hxdbDictAdd gives it one). Both also make the records LAYER and LTYPE in their
+/// tables: group 2 must be there, and its name free. RTNORM; RTREJ as above.
 HXSDK_API int hxdbEntMakeX(const resbuf* list, zds_name result);
 /// Erases an object of the working database, or un-erases what is erased. RTNORM; RTERROR also for vertices
-/// and attributes, for what a drawing cannot be without and for an object that is open.
+/// and attributes, for what a drawing cannot be without and for an object that somebody else reads.
 HXSDK_API int hxdbEntDel(const zds_name name);
 /// The object of a handle in hexadecimal text, erased or not. RTNORM, RTERROR.
 HXSDK_API int hxdbHandEnt(const wchar_t* handle, zds_name result);
@@ -135,8 +136,9 @@ HXSDK_API int hxdbNamedObjDict(zds_name result);
 /// The list of a dictionary's entry; null when there is none. `setNext` has no effect. The caller releases
 /// it.
 HXSDK_API resbuf* hxdbDictSearch(const zds_name dictionary, const wchar_t* name, int setNext);
-/// Puts an object made by hxdbEntMakeX into a dictionary, which owns it then. RTNORM; RTERROR also when the
-/// name is taken or the object is an entity or part of a table.
+/// Puts an object made by hxdbEntMakeX into a dictionary, which owns it then. The dictionary may be open for
+/// write. RTNORM; RTERROR also when the name is taken or the object is an entity or part of a table.
 HXSDK_API int hxdbDictAdd(const zds_name dictionary, const wchar_t* name, const zds_name object);
-/// Takes an entry out and erases its object when the dictionary owns it. RTNORM, RTERROR.
+/// Takes an entry out and erases its object when the dictionary owns it; also the entry of an object that is
+/// erased already. The dictionary may be open for write. RTNORM, RTERROR.
 HXSDK_API int hxdbDictRemove(const zds_name dictionary, const wchar_t* name);

@@ -3,12 +3,14 @@
 
 #include "hxdbobject.h"
 
-/// Steps through a dictionary's entries in stored order. Made by newIterator; the caller deletes it.
+/// Steps through a dictionary's entries in stored order. Made by newIterator; the caller deletes it. The
+/// entry that it stands at, and those before it, may be removed meanwhile; it goes on with the next one.
 class HXSDK_API HxDbDictionaryIterator {
 public:
     bool done() const;
     /// Goes to the next entry; false at the end.
     bool next();
+    /// Empty at the end, and for an entry that was removed.
     const wchar_t* name() const;
     HxDbObjectId objectId() const;
     Hx::ErrorStatus getObject(HxDbObject*& object, HxDb::OpenMode mode) const;
@@ -18,9 +20,12 @@ private:
     explicit HxDbDictionaryIterator(const HxDbObjectId& dictionary) : m_dictionary(dictionary) {
         skipErased();
     }
+    static constexpr std::size_t kGone = static_cast<std::size_t>(-1);
     void skipErased();
+    std::size_t placeNow() const;
     HxDbObjectId m_dictionary;
     std::size_t m_at = 0;
+    HxDbObjectId m_object;  ///< of the entry that it stands at; null at the end
 };
 
 /// Objects by name (case ignored, spelling kept). Entries whose object is erased are not seen.
@@ -38,7 +43,8 @@ public:
     /// Adds an object made with new, or replaces the entry of that name (the old object is erased when the
     /// dictionary owns it). The object stays open for write: close it. eInvalidInput for an empty name.
     Hx::ErrorStatus setAt(const wchar_t* name, HxDbObject* object, HxDbObjectId& id);
-    /// Takes the entry out and erases the object when the dictionary owns it. eKeyNotFound.
+    /// Takes the entry out and erases the object when the dictionary owns it; an entry whose object is erased
+    /// already goes, too. eKeyNotFound.
     Hx::ErrorStatus remove(const wchar_t* name);
     Hx::ErrorStatus setName(const wchar_t* oldName, const wchar_t* newName);
     HxDbDictionaryIterator* newIterator() const;

@@ -88,7 +88,7 @@ private:
             errno = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
             return fail(L"cannot write", m_file);
         }
-        if (::access(m_file.c_str(), W_OK) != 0) {
+        if (::eaccess(m_file.c_str(), W_OK) != 0) {
             return fail(L"cannot write", m_file);
         }
         m_exists = true;

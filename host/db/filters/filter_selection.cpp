@@ -1,7 +1,7 @@
 // Extended data "ACAD" with the selected filter's name.
 #include "host/db/filters/filter_selection.h"
 
-#include "host/db/filters/write_access.h"
+#include "host/db/kernel/write_access.h"
 #include "host/db/lists/chain.h"
 #include "host/db/tables/layer_values.h"
 

@@ -2,7 +2,7 @@
 #include "host/db/filters/filter_imp.h"
 #include "host/db/filters/filter_record.h"
 #include "host/db/filters/filter_selection.h"
-#include "host/db/filters/write_access.h"
+#include "host/db/kernel/write_access.h"
 #include "host/db/kernel/database_imp.h"
 #include "host/db/objects/dictionary_access.h"
 #include "host/db/objects/dictionary_imp.h"

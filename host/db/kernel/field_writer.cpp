@@ -79,6 +79,7 @@ public:
             if (m_frame.subclassMarkers && !section.marker.empty()) {
                 m_out.text(100, std::wstring(section.marker.begin(), section.marker.end()));
             }
+            m_open = 0;
             flush(section, section.items.size(), false);
         }
         m_out.append(m_frame.xdata);
@@ -148,6 +149,8 @@ private:
     void enter(Section* section, std::size_t offset) {
         m_section = section;
         m_left.clear();
+        m_next.clear();
+        m_open = 0;
         if (!section) {
             return;
         }
@@ -270,11 +273,13 @@ private:
         }
         --m_left[cursor.code()];
         std::vector<Item>& items = m_section->items;
-        for (std::size_t i = 0; i < items.size(); ++i) {
+        std::size_t& next = m_next[cursor.code()];  // those of the code before it are taken or have no groups
+        for (std::size_t i = next; i < items.size(); ++i) {
             Item& item = items[i];
             if (item.code != cursor.code() || item.used || item.groups.empty()) {
                 continue;
             }
+            next = i + 1;
             flush(*m_section, i, true);
             item.used = true;
             GroupCursor fresh(item.groups, m_fields.m_format);
@@ -286,13 +291,21 @@ private:
             }
             return;
         }
+        next = items.size();
     }
 
     /// Writes the new fields before `end` that have no old group to stand in for.
     void flush(Section& section, std::size_t end, bool moreOldGroups) {
-        for (std::size_t i = 0; i < end; ++i) {
-            Item& item = section.items[i];
-            if (item.used || item.optional || item.groups.empty()) {
+        std::vector<Item>& items = section.items;
+        const auto isDone = [](const Item& item) {
+            return item.used || item.optional || item.groups.empty();
+        };
+        while (m_open < items.size() && isDone(items[m_open])) {
+            ++m_open;
+        }
+        for (std::size_t i = m_open; i < end; ++i) {
+            Item& item = items[i];
+            if (isDone(item)) {
                 continue;
             }
             const auto left = m_left.find(item.code);
@@ -308,6 +321,7 @@ private:
     /// write.
     void appendMissing(Section& section) {
         bool wanted = false;
+        m_open = 0;
         for (const Item& item : section.items) {
             wanted = wanted || (!item.used && !item.optional && !item.groups.empty());
         }
@@ -322,7 +336,9 @@ private:
     const Frame& m_frame;
     GroupWriter m_out;
     Section* m_section = nullptr;
-    std::map<int, int> m_left;  ///< old groups of the section that are still to come
+    std::map<int, int> m_left;          ///< old groups of the section that are still to come
+    std::map<int, std::size_t> m_next;  ///< where the items of a code go on
+    std::size_t m_open = 0;             ///< all items of the section before it are done
     bool m_hasMarkers = false;
     bool m_headDone = false;
     bool m_inBrace = false;

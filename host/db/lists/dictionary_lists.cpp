@@ -1,20 +1,39 @@
 // Dictionaries and registered applications by the names of entity lists.
 #include "host/db/kernel/database_imp.h"
+#include "host/db/kernel/write_access.h"
 #include "host/db/lists/object_names.h"
 #include "sdk/hxdbdict.h"
 #include "sdk/hxdbentity.h"
 
 #include <memory>
+#include <optional>
 
 using namespace korvex;
 
 namespace {
 
-/// The object of a name in the working database itself; the null id for any other name.
-HxDbObjectId ownObject(const zds_name name) {
+/// The object of a name in the working database itself; null for any other name.
+HxDbStub* ownObject(const zds_name name) {
     const HxDbDatabase* database = hxdbWorkingDatabase();
-    return HxDbObjectId(database && name ? stubOfName(*database, name) : nullptr);
+    HxDbStub* stub = database && name ? stubOfName(*database, name) : nullptr;
+    return stub && !stub->erased ? stub : nullptr;
 }
+
+/// A dictionary for a change, whoever of the caller's has it open for one.
+class DictionaryAccess {
+public:
+    explicit DictionaryAccess(const zds_name name) {
+        HxDbStub* stub = ownObject(name);
+        if (stub && HxDbDictionary::cast(hxdbObjectPointer(HxDbObjectId(stub)))) {
+            m_open.emplace(*stub);
+        }
+    }
+    explicit operator bool() const { return m_open && m_open->object(); }
+    HxDbDictionary* operator->() const { return HxDbDictionary::cast(m_open->object()); }
+
+private:
+    std::optional<WriteAccess> m_open;
+};
 
 int resultOf(Hx::ErrorStatus status) { return status == Hx::eOk ? RTNORM : RTERROR; }
 
@@ -53,7 +72,7 @@ int hxdbNamedObjDict(zds_name result) {
 }
 
 resbuf* hxdbDictSearch(const zds_name dictionary, const wchar_t* name, int /*setNext*/) {
-    const HxDbObjectPointer<HxDbDictionary> entries(ownObject(dictionary), HxDb::kForRead);
+    const auto* const entries = HxDbDictionary::cast(hxdbObjectPointer(HxDbObjectId(ownObject(dictionary))));
     HxDbObjectId id;
     zds_name entry = {0, 0};
     const bool found = entries && name && entries->getAt(name, id) == Hx::eOk;
@@ -61,16 +80,19 @@ resbuf* hxdbDictSearch(const zds_name dictionary, const wchar_t* name, int /*set
 }
 
 int hxdbDictAdd(const zds_name dictionary, const wchar_t* name, const zds_name object) {
-    const HxDbObjectPointer<HxDbDictionary> entries(ownObject(dictionary), HxDb::kForWrite);
-    const HxDbObjectPointer<HxDbObject> entry(ownObject(object), HxDb::kForWrite);
-    if (!entries || !entry || !name || entries->has(name) || !mayEnterDictionary(entry.object())) {
+    const DictionaryAccess entries(dictionary);
+    HxDbStub* stub = ownObject(object);
+    if (!entries || !stub || stub == ownObject(dictionary) || !name || entries->has(name)) {
         return RTERROR;
     }
+    const WriteAccess entry(*stub);
     HxDbObjectId id;
-    return resultOf(entries->setAt(name, entry.object(), id));
+    return entry.object() && mayEnterDictionary(entry.object())
+               ? resultOf(entries->setAt(name, entry.object(), id))
+               : RTERROR;
 }
 
 int hxdbDictRemove(const zds_name dictionary, const wchar_t* name) {
-    const HxDbObjectPointer<HxDbDictionary> entries(ownObject(dictionary), HxDb::kForWrite);
+    const DictionaryAccess entries(dictionary);
     return entries && name ? resultOf(entries->remove(name)) : RTERROR;
 }

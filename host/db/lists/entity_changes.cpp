@@ -1,7 +1,9 @@
 // hxdbEntMod: a list is checked as a whole first, then applied in one open for write.
 #include "host/db/kernel/entity_access.h"
 #include "host/db/kernel/text_fold.h"
+#include "host/db/kernel/write_access.h"
 #include "host/db/lists/chain.h"
+#include "host/db/lists/list_change.h"
 #include "host/db/lists/list_merge.h"
 #include "host/db/lists/object_names.h"
 #include "sdk/hxdbsymtb.h"
@@ -94,15 +96,8 @@ public:
         if (merged == before.groups() && !m_givesXData) {
             return RTNORM;
         }
-        if (hxdbOpenObject(object, HxDbObjectId(&m_stub), HxDb::kForWrite) != Hx::eOk) {
-            return RTREJ;
-        }
-        if (!apply(*object)) {
-            object->cancel();
-            return RTREJ;
-        }
-        object->close();
-        return RTNORM;
+        const WriteAccess open(m_stub);
+        return open.object() && apply(*open.object()) ? RTNORM : RTREJ;
     }
 
 private:
@@ -148,11 +143,24 @@ private:
         return mergeList(groups, m_list, m_database, m_stub.recordClass->handleCode, m_checks, merged);
     }
 
-    /// Name and extended data go through the object's own operations, everything else as groups.
+    /// Name and extended data go through the object's own operations, everything else as groups. What has
+    /// been done is taken back when the rest does not go: whoever holds the object may have changed it
+    /// before.
     bool apply(HxDbObject& object) {
-        if (!rename(object) || (m_givesXData && object.setXData(m_list.xdata) != Hx::eOk)) {
+        HxDbSymbolTableRecord* record = HxDbSymbolTableRecord::cast(&object);
+        const std::wstring before = record ? record->name() : L"";
+        if (record && !rename(*record)) {
             return false;
         }
+        if ((m_givesXData && object.setXData(m_list.xdata) != Hx::eOk) || !replace()) {
+            if (record && before != record->name()) {
+                record->setName(before.c_str());
+            }
+            return false;
+        }
+        return true;
+    }
+    bool replace() {
         std::string merged;
         const Blob now = currentBlob(m_stub);
         if (!merge(now.groups(), merged)) {
@@ -163,14 +171,10 @@ private:
         }
         return true;
     }
-    bool rename(HxDbObject& object) const {
-        HxDbSymbolTableRecord* record = HxDbSymbolTableRecord::cast(&object);
-        const resbuf* name = record ? m_list.find(kRecordName) : nullptr;
-        if (!name) {
-            return true;
-        }
-        const std::wstring wanted(textOf(*name));
-        return wanted == record->name() || record->setName(wanted.c_str()) == Hx::eOk;
+    bool rename(HxDbSymbolTableRecord& record) const {
+        const resbuf* name = m_list.find(kRecordName);
+        const std::wstring wanted(name ? textOf(*name) : record.name());
+        return wanted == record.name() || record.setName(wanted.c_str()) == Hx::eOk;
     }
 
     HxDbStub& m_stub;
@@ -183,6 +187,8 @@ private:
 
 }  // namespace
 
+int korvex::applyList(HxDbStub& stub, const resbuf* list) { return ListChange(stub, list).run(); }
+
 int hxdbEntMod(const resbuf* list) {
     const HxDbDatabase* database = hxdbWorkingDatabase();
     HxDbStub* stub = database ? namedObject(*database, list) : nullptr;
@@ -193,5 +199,5 @@ int hxdbEntMod(const resbuf* list) {
     if (!isAlive(*stub) || stub->database != database || currentBlob(*stub).empty()) {
         return RTREJ;
     }
-    return ListChange(*stub, list).run();
+    return applyList(*stub, list);
 }

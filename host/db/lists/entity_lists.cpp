@@ -2,6 +2,7 @@
 #include "host/db/kernel/entity_access.h"
 #include "host/db/kernel/field_writer.h"
 #include "host/db/kernel/text_fold.h"
+#include "host/db/kernel/write_access.h"
 #include "host/db/lists/chain.h"
 #include "host/db/lists/current_space.h"
 #include "host/db/lists/group_chain.h"
@@ -81,13 +82,8 @@ int hxdbEntDel(const zds_name name) {
         return RTERROR;
     }
     const bool erasing = !stub->erased;
-    HxDbObject* object = nullptr;
-    if (hxdbOpenObject(object, HxDbObjectId(stub), HxDb::kForWrite, true) != Hx::eOk) {
-        return RTERROR;
-    }
-    const Hx::ErrorStatus status = object->erase(erasing);
-    object->close();
-    return status == Hx::eOk ? RTNORM : RTERROR;
+    const WriteAccess open(*stub, true);
+    return open.object() && open.object()->erase(erasing) == Hx::eOk ? RTNORM : RTERROR;
 }
 
 int hxdbEntLast(zds_name result) {

@@ -231,6 +231,9 @@ private:
 
     /// A point without z stays so unless it gets one; a new point is like the others of its code.
     int coordinates(const resbuf& node, const Old* old) const {
+        if (valueKind(node.restype) != ValueKind::point) {
+            return 3;
+        }
         const bool flat = isFlatPoint(m_checks.type(), node.restype);
         for (std::size_t i = 0; !old && i < m_old.size(); ++i) {
             old = m_old[i].node->restype == node.restype && !m_old[i].fixed ? &m_old[i] : nullptr;

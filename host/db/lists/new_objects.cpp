@@ -2,13 +2,16 @@
 // object that has no owner yet.
 #include "host/db/kernel/header.h"
 #include "host/db/kernel/text_fold.h"
+#include "host/db/kernel/write_access.h"
 #include "host/db/lists/chain.h"
 #include "host/db/lists/current_space.h"
+#include "host/db/lists/list_change.h"
 #include "host/db/lists/list_merge.h"
 #include "host/db/lists/node_codec.h"
 #include "host/db/lists/object_types.h"
 #include "host/db/lists/record_type.h"
 #include "sdk/hxdbentity.h"
+#include "sdk/hxdbsymtb.h"
 
 #include <algorithm>
 #include <memory>
@@ -24,6 +27,7 @@ constexpr int kLayoutName = 410;
 constexpr int kAttributesFollow = 66;
 constexpr int kCloning = 280;
 constexpr int kVertexCount = 90;
+constexpr int kRecordName = 2;
 
 std::wstring wide(std::string_view text) { return std::wstring(text.begin(), text.end()); }
 
@@ -268,9 +272,43 @@ int makeObject(HxDbDatabase& database, const ObjectType& type, const NewObject& 
     return fill(*object, wanted, result);
 }
 
+/// Layers and linetypes; others have no use for lists.
+TableKind tableOfRecords(const std::string& type) {
+    const bool isMade = type == "LAYER" || type == "LTYPE";
+    return isMade ? tableKind(type) : TableKind::count;
+}
+
+int makeTableRecord(HxDbDatabase& database, TableKind kind, const resbuf* list, zds_name result) {
+    const resbuf* name = partsOfList(list).find(kRecordName);
+    HxDbStub* stub = database.imp()->table(kind);
+    if (!name || !stub) {
+        return RTREJ;
+    }
+    const WriteAccess open(*stub);
+    HxDbSymbolTable* table = open.object() ? HxDbSymbolTable::cast(open.object()) : nullptr;
+    std::unique_ptr<HxDbObject> object(
+        recordClass(typeOf(list), RecordPlace::tableRecord).make(typeOf(list)));
+    HxDbSymbolTableRecord* record = HxDbSymbolTableRecord::cast(object.get());
+    if (!table || !record || record->setName(std::wstring(textOf(*name)).c_str()) != Hx::eOk ||
+        table->add(record) != Hx::eOk) {
+        return RTREJ;
+    }
+    object.release();
+    if (applyList(*record->objectId().stub(), list) != RTNORM) {
+        record->cancel();
+        return RTREJ;
+    }
+    hxdbGetZdsName(result, record->objectId());
+    record->close();
+    return RTNORM;
+}
+
 /// `anyObject` also for what is no entity.
 int make(const resbuf* list, bool anyObject, zds_name result) {
     HxDbDatabase* database = hxdbWorkingDatabase();
+    if (database && tableOfRecords(typeOf(list)) != TableKind::count) {
+        return makeTableRecord(*database, tableOfRecords(typeOf(list)), list, result);
+    }
     const ObjectType* type = objectType(typeOf(list));
     if (!database || !type || (!type->isEntity && !anyObject)) {
         return RTREJ;

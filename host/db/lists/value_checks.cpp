@@ -56,6 +56,7 @@ bool ValueChecks::acceptsAppearance(const resbuf& node) const {
             std::find(std::begin(kLineWeights), std::end(kLineWeights), value) != std::end(kLineWeights);
         return traits.hasLineWeights && exists && (m_isEntity || (value != -1 && value != -2));
     }
+    case 290: return m_isEntity || traits.hasLineWeights;
     case 420: return traits.hasTrueColors && node.resval.rlong >= 0 && node.resval.rlong <= 0xFFFFFF;
     case 430:
     case 440: return traits.hasTrueColors;

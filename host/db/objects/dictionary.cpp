@@ -88,6 +88,21 @@ DictionaryImp::Entry* DictionaryImp::find(std::wstring_view name) {
     return nullptr;
 }
 
+bool DictionaryImp::isDeadOf(const Entry& entry, std::wstring_view name) {
+    return entry.object && entry.object->erased && equalNames(entry.name, name);
+}
+
+bool DictionaryImp::hasDead(std::wstring_view name) const {
+    return std::any_of(entries.begin(), entries.end(),
+                       [name](const Entry& entry) { return isDeadOf(entry, name); });
+}
+
+void DictionaryImp::dropDead(std::wstring_view name) {
+    entries.erase(std::remove_if(entries.begin(), entries.end(),
+                                 [name](const Entry& entry) { return isDeadOf(entry, name); }),
+                  entries.end());
+}
+
 void DictionaryWithDefaultImp::clearFields() {
     DictionaryImp::clearFields();
     defaultEntry = nullptr;
@@ -224,6 +239,7 @@ Hx::ErrorStatus HxDbDictionary::setAt(const wchar_t* name, HxDbObject* object, H
     if (present) {
         present->object = added;
     } else {
+        dictionary.dropDead(name);
         dictionary.entries.push_back({name, code, added->handle, added});
     }
     return Hx::eOk;
@@ -233,7 +249,12 @@ Hx::ErrorStatus HxDbDictionary::remove(const wchar_t* name) {
     auto& dictionary = fields<DictionaryImp>(this);
     DictionaryImp::Entry* entry = name ? dictionary.find(name) : nullptr;
     if (!entry) {
-        return Hx::eKeyNotFound;
+        const bool isDead = name && dictionary.hasDead(name);
+        const Hx::ErrorStatus status = isDead ? beginChange(this) : Hx::eKeyNotFound;
+        if (status == Hx::eOk) {
+            dictionary.dropDead(name);
+        }
+        return status;
     }
     Hx::ErrorStatus status = beginChange(this);
     if (status == Hx::eOk) {
@@ -281,25 +302,38 @@ void HxDbDictionaryIterator::skipErased() {
     while (m_at < entries.size() && !entries[m_at].isLive()) {
         ++m_at;
     }
+    m_object = HxDbObjectId(m_at < entries.size() ? entries[m_at].object : nullptr);
 }
 
-bool HxDbDictionaryIterator::done() const { return m_at >= entriesOf(m_dictionary).size(); }
+/// Entries may have gone since the last step: the one that it stands at, and others before it.
+std::size_t HxDbDictionaryIterator::placeNow() const {
+    const auto& entries = entriesOf(m_dictionary);
+    for (std::size_t back = 0; back <= m_at; ++back) {
+        const std::size_t at = m_at - back;
+        if (at < entries.size() && entries[at].object && entries[at].object == m_object.stub()) {
+            return at;
+        }
+    }
+    return kGone;
+}
+
+bool HxDbDictionaryIterator::done() const { return m_object.isNull(); }
 
 bool HxDbDictionaryIterator::next() {
     if (!done()) {
-        ++m_at;
+        const std::size_t now = placeNow();
+        m_at = now == kGone ? m_at : now + 1;
         skipErased();
     }
     return !done();
 }
 
 const wchar_t* HxDbDictionaryIterator::name() const {
-    return done() ? L"" : entriesOf(m_dictionary)[m_at].name.c_str();
+    const std::size_t now = done() ? kGone : placeNow();
+    return now == kGone ? L"" : entriesOf(m_dictionary)[now].name.c_str();
 }
 
-HxDbObjectId HxDbDictionaryIterator::objectId() const {
-    return done() ? HxDbObjectId() : HxDbObjectId(entriesOf(m_dictionary)[m_at].object);
-}
+HxDbObjectId HxDbDictionaryIterator::objectId() const { return m_object; }
 
 Hx::ErrorStatus HxDbDictionaryIterator::getObject(HxDbObject*& object, HxDb::OpenMode mode) const {
     object = nullptr;

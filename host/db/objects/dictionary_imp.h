@@ -24,6 +24,9 @@ public:
 
     /// Null when there is no live entry of that name.
     Entry* find(std::wstring_view name);
+    /// Entries of that name whose objects are erased.
+    bool hasDead(std::wstring_view name) const;
+    void dropDead(std::wstring_view name);
     /// Owns its objects: they are erased with their entries.
     bool isHardOwner() const { return m_hardOwner; }
     void makeHardOwner() { m_hardOwner = true; }
@@ -31,6 +34,8 @@ public:
     std::vector<Entry> entries;
 
 private:
+    static bool isDeadOf(const Entry& entry, std::wstring_view name);
+
     std::string m_head;  ///< groups before the first entry
     bool m_hardOwner = false;
 };

@@ -185,7 +185,12 @@ TEST_F(EntityLists, WhatIsNotMade) {
         Chain(hxutBuildList(RTDXF0, L"POLYLINE", 66, 1, 0)),
         Chain(hxutBuildList(RTDXF0, L"VERTEX", 10, p, 0)),
         Chain(hxutBuildList(RTDXF0, L"BLOCK", 2, L"B", 70, 0, 10, p, 0)),
-        Chain(hxutBuildList(RTDXF0, L"LAYER", 2, L"B", 70, 0, 0)),
+        Chain(hxutBuildList(RTDXF0, L"STYLE", 2, L"B", 70, 0, 0)),
+        Chain(hxutBuildList(RTDXF0, L"LAYER", 70, 0, 0)),
+        Chain(hxutBuildList(RTDXF0, L"LAYER", 2, L"a*b", 70, 0, 0)),
+        Chain(hxutBuildList(RTDXF0, L"LAYER", 2, L"0", 70, 0, 0)),
+        Chain(hxutBuildList(RTDXF0, L"LAYER", 2, L"B", 6, L"no such linetype", 0)),
+        Chain(hxutBuildList(RTDXF0, L"LAYER", 2, L"B", 62, 0, 0)),
         Chain(hxutBuildList(RTDXF0, L"XRECORD", 100, L"AcDbXrecord", 1, L"x", 0)),
         Chain(hxutBuildList(RTDXF0, L"LINE", 10, p, 11, p, -3, 1001, L"NOT REGISTERED", 1000, L"x", 0)),
     };

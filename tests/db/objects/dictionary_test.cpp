@@ -107,6 +107,29 @@ TEST_F(Dictionaries, RemovingAndRenaming) {
     EXPECT_EQ(look(data).remove(L"Sizes"), Hx::eNotOpenForWrite);
 }
 
+TEST_F(Dictionaries, EntriesCanBeRemovedOnTheWay) {
+    for (const wchar_t* const name : {L"A", L"B", L"C", L"D"}) {
+        put(name);
+    }
+    std::string seen;
+    edit([&](HxDbDictionary& dictionary) {
+        const std::unique_ptr<HxDbDictionaryIterator> steps(dictionary.newIterator());
+        for (; !steps->done(); steps->next()) {
+            const std::wstring name = steps->name();
+            seen += toUtf8(name) + " ";
+            if (name != L"B" && name != L"Sizes") {
+                EXPECT_EQ(dictionary.remove(name.c_str()), Hx::eOk);
+                EXPECT_STREQ(steps->name(), L"");
+            } else if (name == L"B") {
+                EXPECT_EQ(dictionary.remove(L"Sizes"), Hx::eOk);  // one that lies behind
+                EXPECT_STREQ(steps->name(), L"B");
+            }
+        }
+    });
+    EXPECT_EQ(seen, "Colours Sizes A B C D ");
+    EXPECT_EQ(names(), "B ");
+}
+
 TEST_F(Dictionaries, EntriesOfErasedObjectsAreNotSeen) {
     erase(id(0x91));
     EXPECT_EQ(names(), "Sizes ");

@@ -5,12 +5,12 @@
 
 namespace korvex {
 
-/// Opens for write and closes. What is open for write stays so; what a transaction has open for read is
-/// upgraded meanwhile.
+/// Opens for write and closes. What is open for write stays so: no one but the caller can have it. What a
+/// transaction has open for read is upgraded meanwhile.
 class WriteAccess {
 public:
-    explicit WriteAccess(HxDbStub& stub) {
-        m_status = hxdbOpenObject(m_object, HxDbObjectId(&stub), HxDb::kForWrite);
+    explicit WriteAccess(HxDbStub& stub, bool openErased = false) {
+        m_status = hxdbOpenObject(m_object, HxDbObjectId(&stub), HxDb::kForWrite, openErased);
         m_after = After::close;
         if (m_status == Hx::eWasOpenForWrite) {
             m_status = Hx::eOk;
