@@ -250,7 +250,7 @@ bool FileLoader::beginTable(const FileRecord& record) {
         addRaw(record.slice);
         return true;
     }
-    const RecordHead head = readHead(record.slice, m_db.format, 5, HeadPart::identity);
+    const RecordHead head = recordHead(record.slice, m_db.format, 5, HeadPart::identity);
     m_table = &addStub(record, recordClass(tableName(kind), RecordPlace::table), head.handle);
     m_table->contents = std::make_unique<Contents>();
     m_db.tables[index(kind)] = m_table;
@@ -266,7 +266,8 @@ bool FileLoader::tableRecord(const FileRecord& record) {
     if (record.type != m_table->recordClass->type) {
         return fail(record, L"a record of another type stands in the TABLE of " + openPlace() + L".");
     }
-    const RecordHead head = readHead(record.slice, m_db.format, kind.recordClass->handleCode, HeadPart::name);
+    const RecordHead head =
+        recordHead(record.slice, m_db.format, kind.recordClass->handleCode, HeadPart::name);
     HxDbStub& stub = addStub(record, *kind.recordClass, head.handle);
     std::vector<HxDbStub*>& members = m_table->contents->members;
     stub.owner = m_table;
@@ -320,10 +321,9 @@ bool FileLoader::entitiesRecord(const FileRecord& record) {
 /// An entity, a BLOCK or an ENDBLK.
 HxDbStub& FileLoader::addEntity(const FileRecord& record, std::vector<HxDbStub*>* block) {
     const RecordKind& kind = kindOf(record.type, RecordPlace::entity);
-    const RecordHead head =
-        readHead(record.slice, m_db.format, kind.recordClass->handleCode, HeadPart::entity);
+    const RecordHead head = entityHead(record.slice, m_db.format, kind.recordClass->handleCode);
     HxDbStub& stub = addStub(record, *kind.recordClass, head.handle);
-    useNames(head, record, kind);
+    useNames(head, kind);
     const bool fits = record.type == "SEQEND" || (record.type == "VERTEX") == (m_mainType == "POLYLINE");
     if (kind.isSubEntity && m_mainEntity && fits) {
         stub.subEntity = true;
@@ -344,11 +344,11 @@ HxDbStub& FileLoader::addEntity(const FileRecord& record, std::vector<HxDbStub*>
     return stub;
 }
 
-void FileLoader::useNames(const RecordHead& head, const FileRecord& record, const RecordKind& kind) {
+void FileLoader::useNames(const RecordHead& head, const RecordKind& kind) {
     m_unplaced.layers.add(head.layer);
     m_unplaced.linetypes.add(head.linetype);
     if (kind.hasStyle) {
-        m_unplaced.styles.add(readHead(record.slice, m_db.format, 5, HeadPart::text).style);
+        m_unplaced.styles.add(head.style);
     }
 }
 
@@ -358,7 +358,7 @@ bool FileLoader::objectsRecord(const FileRecord& record) {
         return fail(record, L"a record that is no object stands in the section OBJECTS.");
     }
     const RecordHead head =
-        readHead(record.slice, m_db.format, kind.recordClass->handleCode, HeadPart::identity);
+        recordHead(record.slice, m_db.format, kind.recordClass->handleCode, HeadPart::identity);
     HxDbStub& stub = addStub(record, *kind.recordClass, head.handle);
     if (!m_db.namedObjects && record.type == "DICTIONARY" && m_db.traits().hasSubclassMarkers) {
         m_db.namedObjects = &stub;

@@ -81,7 +81,7 @@ private:
     const RecordKind& kindOf(std::string_view type, RecordPlace place);
     HxDbStub& addStub(const FileRecord& record, const RecordClass& recordClass, std::uint64_t handle);
     HxDbStub& addEntity(const FileRecord& record, std::vector<HxDbStub*>* block);
-    void useNames(const RecordHead& head, const FileRecord& record, const RecordKind& kind);
+    void useNames(const RecordHead& head, const RecordKind& kind);
     void addRaw(std::string_view bytes);
     void addPlace(FileItem::Kind kind, HxDbStub* stub = nullptr);
     bool fail(const FileRecord& record, std::wstring message);

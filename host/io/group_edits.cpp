@@ -1,18 +1,14 @@
 // Copies a record group by group with something changed on the way.
 #include "host/io/group_edits.h"
 
-#include "host/db/groups/group_cursor.h"
-#include "host/db/groups/group_lexer.h"
+#include "host/db/entities/entity_cursor.h"
 #include "host/db/groups/group_writer.h"
-#include "host/io/record_head.h"
 
 namespace korvex {
 
 namespace {
 
 constexpr int kFirstXData = 1000;
-constexpr int kPaperCode = 67;
-constexpr int kLayerCode = 8;
 
 /// Calls `write` in place of copying the groups of a code.
 template <class Write>
@@ -90,32 +86,44 @@ std::string withBlockName(std::string_view record, const GroupFormat& format, st
 }
 
 std::string withPaperFlag(std::string_view record, const GroupFormat& format, bool onPaper) {
-    constexpr int kNoHandle = -1000;
-    if (readHead(record, format, kNoHandle, HeadPart::entity).onPaper == onPaper) {
+    std::size_t flagAt = record.size();
+    std::size_t layerAt = record.size();
+    bool wasOnPaper = false;
+    for (EntityCursor shared(record, format); shared.nextShared();) {
+        if (shared.code() == shared_group::kPaper) {
+            flagAt = shared->offset();
+            wasOnPaper = shared->asInteger() != 0;
+        } else if (shared.code() == shared_group::kLayer) {
+            layerAt = shared->offset();
+        }
+    }
+    if (wasOnPaper == onPaper) {
         return std::string(record);
     }
+    // Where there is none: behind the first marker, without markers before the layer.
+    const bool isNew = onPaper && flagAt == record.size();
     const bool afterMarker = hasMarkers(record, format);
+    bool toWrite = isNew;
     GroupWriter out(format);
     GroupCursor cursor(record, format);
-    bool toWrite = onPaper;
-    bool inHead = true;
-    int markers = 0;
     while (cursor.next()) {
-        const int code = cursor.code();
-        markers += code == 100 ? 1 : 0;
-        inHead = inHead && code != 10 && markers < 3 && code < kFirstXData;
-        if (inHead && code == kPaperCode) {
-            continue;
+        const bool isFlag = cursor.offset() == flagAt;
+        const bool isMarker = cursor.code() == 100;
+        const bool before =
+            toWrite && !afterMarker && (cursor.offset() == layerAt || cursor.code() >= kFirstXData);
+        if (before || (isFlag && onPaper)) {
+            out.integer(shared_group::kPaper, 1);
         }
-        const bool before = toWrite && !afterMarker && (code == kLayerCode || !inHead);
-        if (before) {
-            out.integer(kPaperCode, 1);
+        if (!isFlag) {
+            out.copy(cursor);
         }
-        out.copy(cursor);
-        if (toWrite && afterMarker && code == 100) {
-            out.integer(kPaperCode, 1);
+        if (toWrite && afterMarker && isMarker) {
+            out.integer(shared_group::kPaper, 1);
         }
-        toWrite = toWrite && !before && !(afterMarker && code == 100);
+        toWrite = toWrite && !before && !(afterMarker && isMarker);
+    }
+    if (toWrite) {
+        out.integer(shared_group::kPaper, 1);
     }
     return out.take();
 }

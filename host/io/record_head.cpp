@@ -1,33 +1,17 @@
 // Finds handle, owner, name and the like in a record.
 #include "host/io/record_head.h"
 
-#include "host/db/groups/group_cursor.h"
+#include "host/db/entities/entity_cursor.h"
 #include "host/db/groups/group_lexer.h"
 
 namespace korvex {
 
 namespace {
 
-constexpr int kFirstPoint = 10;
+constexpr int kName = 2;
+constexpr int kStyle = 7;
+constexpr int kRun = 102;
 constexpr int kFirstXData = 1000;
-
-/// True at the group where the part is over. What all entities have stands before the marker of their own
-/// class, but some programs put it behind.
-bool endsHead(HeadPart part, const RecordHead& head, int code, int markers) {
-    if (code >= kFirstXData) {
-        return true;
-    }
-    switch (part) {
-    case HeadPart::identity: return markers == 1 || code == kFirstPoint;
-    case HeadPart::entity: return code == kFirstPoint || (markers == 2 && head.layer.data()) || markers == 3;
-    default: return false;
-    }
-}
-
-/// True when there is nothing more to look for.
-bool isComplete(HeadPart part, const RecordHead& head) {
-    return (part == HeadPart::text && head.style.data()) || (part == HeadPart::name && head.name.data());
-}
 
 void take(std::string_view& value, const GroupCursor& cursor) {
     if (!value.data()) {
@@ -35,37 +19,75 @@ void take(std::string_view& value, const GroupCursor& cursor) {
     }
 }
 
+/// Handle and owner stand before the first marker.
+class Identity {
+public:
+    Identity(RecordHead& head, int handleCode) : m_head(head), m_handleCode(handleCode) {}
+    bool isOver() const { return m_isOver; }
+    void take(const GroupCursor& cursor) {
+        constexpr std::uint64_t kLargestHandle = 1ULL << 60U;
+        const int code = cursor.code();
+        if (code == 100) {
+            m_isOver = true;
+        } else if (m_isOver) {
+            return;
+        } else if (code == m_handleCode && m_head.handle == 0) {
+            const std::uint64_t handle = cursor.asHandle();
+            m_head.handle = handle < kLargestHandle ? handle : 0;
+        } else if (code == 330 && m_head.owner == 0) {
+            m_head.owner = cursor.asHandle();
+        }
+    }
+
+private:
+    RecordHead& m_head;
+    int m_handleCode;
+    bool m_isOver = false;
+};
+
+void takeShared(const EntityCursor& cursor, RecordHead& head) {
+    switch (cursor.code()) {
+    case shared_group::kLinetype: take(head.linetype, *cursor); break;
+    case shared_group::kLayer: take(head.layer, *cursor); break;
+    case shared_group::kPaper: head.onPaper = cursor->asInteger() != 0; break;
+    default: break;
+    }
+}
+
 }  // namespace
 
-RecordHead readHead(std::string_view record, const GroupFormat& format, int handleCode, HeadPart part) {
-    constexpr std::uint64_t kLargestHandle = 1ULL << 60U;
+RecordHead entityHead(std::string_view record, const GroupFormat& format, int handleCode) {
     RecordHead head;
-    GroupCursor cursor(record, format);
-    int markers = 0;
-    bool inBrace = false;
-    while (cursor.next() && !isComplete(part, head)) {
-        const int code = cursor.code();
-        markers += code == 100 ? 1 : 0;
-        if (endsHead(part, head, code, markers)) {
-            break;
-        }
-        if (code == 102) {
-            inBrace = groups::trimmed(cursor.raw()).substr(0, 1) == "{";
-        } else if (inBrace) {
-            continue;
-        } else if (code == handleCode && head.handle == 0 && markers == 0) {
-            const std::uint64_t handle = cursor.asHandle();
-            head.handle = handle < kLargestHandle ? handle : 0;
-        } else if (code == 330 && head.owner == 0 && markers == 0) {
-            head.owner = cursor.asHandle();
+    Identity identity(head, handleCode);
+    EntityCursor cursor(record, format);
+    while (!cursor.isSharedOver() && cursor.next()) {
+        if (cursor.isShared()) {
+            takeShared(cursor, head);
+        } else if (cursor.code() == kStyle) {
+            take(head.style, *cursor);
         } else {
-            switch (code) {
-            case 2: take(head.name, cursor); break;
-            case 6: take(head.linetype, cursor); break;
-            case 7: take(head.style, cursor); break;
-            case 8: take(head.layer, cursor); break;
-            case 67: head.onPaper = cursor.asInteger() != 0; break;
-            default: break;
+            identity.take(*cursor);
+        }
+    }
+    return head;
+}
+
+RecordHead recordHead(std::string_view record, const GroupFormat& format, int handleCode, HeadPart part) {
+    RecordHead head;
+    Identity identity(head, handleCode);
+    GroupCursor cursor(record, format);
+    bool inRun = false;
+    while (!head.name.data() && cursor.next() && cursor.code() < kFirstXData) {
+        const int code = cursor.code();
+        if (code == kRun) {
+            inRun = groups::trimmed(cursor.raw()).substr(0, 1) == "{";
+        } else if (!inRun) {
+            identity.take(cursor);
+            if (code == kName) {
+                take(head.name, cursor);
+            }
+            if (part == HeadPart::identity && identity.isOver()) {
+                break;
             }
         }
     }
@@ -74,7 +96,7 @@ RecordHead readHead(std::string_view record, const GroupFormat& format, int hand
 
 std::string_view rawName(std::string_view record, const GroupFormat& format) {
     constexpr int kNoHandle = -1000;
-    return readHead(record, format, kNoHandle, HeadPart::name).name;
+    return recordHead(record, format, kNoHandle, HeadPart::name).name;
 }
 
 }  // namespace korvex

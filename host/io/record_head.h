@@ -9,8 +9,6 @@ namespace korvex {
 /// How far to look.
 enum class HeadPart : std::uint8_t {
     identity,  ///< handle and owner
-    entity,    ///< and what all entities have: space, layer, linetype
-    text,      ///< and the text style
     name,      ///< and the name: tables, table records, blocks
 };
 
@@ -25,7 +23,10 @@ struct RecordHead {
     bool onPaper = false;
 };
 
-RecordHead readHead(std::string_view record, const GroupFormat& format, int handleCode, HeadPart part);
+/// Of tables, table records, blocks and objects.
+RecordHead recordHead(std::string_view record, const GroupFormat& format, int handleCode, HeadPart part);
+/// Handle, owner, space, layer and linetype of an entity, and the style of a text.
+RecordHead entityHead(std::string_view record, const GroupFormat& format, int handleCode);
 
 /// The name of a table, a table record or a block; null when it has none.
 std::string_view rawName(std::string_view record, const GroupFormat& format);

@@ -69,7 +69,7 @@ void RecordPlacing::placeBlock(BlockRun& block) {
 /// By the owner that the BLOCK names, by its name, or else made for it.
 HxDbStub& RecordPlacing::recordOf(const BlockRun& block) {
     constexpr int kHandleCode = 5;
-    const RecordHead head = readHead(block.begin->blob.groups(), m_db.format, kHandleCode, HeadPart::name);
+    const RecordHead head = recordHead(block.begin->blob.groups(), m_db.format, kHandleCode, HeadPart::name);
     HxDbStub* owner = blockRecord(head.owner);
     if (owner && !owner->contents->blockBegin) {
         return *owner;

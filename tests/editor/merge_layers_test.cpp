@@ -84,6 +84,22 @@ TEST_F(MergeLayers, LeavesNothingBehindInBlocksViewportsAndGroups) {
     EXPECT_EQ(written(database()), before);
 }
 
+TEST_F(MergeLayers, ObjectsMoveWhereverTheyTellTheirLayer) {
+    for (const wchar_t* const source : {L"1,0\n", L"N A\n"}) {
+        SmallDrawing drawing;
+        drawing.model(drawing.line("A", 0, 0, 10, 0) + drawing.line("C", 0, 5, 10, 5));
+        std::string text = drawing.text();
+        const std::string usual = "AcDbEntity\n8\nA\n100\nAcDbLine\n";
+        text.replace(text.find(usual), usual.size(), "AcDbEntity\n100\nAcDbLine\n8\nA\n");
+        write("early.dxf", text);
+        run(L"CLOSE N\nOPEN " + path("early.dxf") + L"\n-LAYMRG " + source + L"\nN C\nY\n");
+        EXPECT_EQ(failures, Lines());
+        EXPECT_FALSE(hasLayer(L"A"));
+        EXPECT_EQ(on(L"C"), 2);
+        EXPECT_NE(writeDrawing(database()).find("AcDbEntity\n100\nAcDbLine\n8\nC\n10"), std::string::npos);
+    }
+}
+
 TEST_F(MergeLayers, TakesPicksAndAsksBefore) {
     run(L"-LAYMRG 5,5\n\n5,0\nN\n");
     EXPECT_TRUE(hasLayer(L"B")) << "it was not confirmed";

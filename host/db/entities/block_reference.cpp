@@ -16,8 +16,7 @@ public:
         position = {};
     }
     void readField(const ReadContext& context, const GroupCursor& group) override {
-        if (!context.subclass.empty() && isCommon(context)) {
-            EntityImp::readField(context, group);
+        if (isCommon(context)) {
             return;
         }
         switch (group.code()) {
@@ -25,7 +24,7 @@ public:
         case 10: position.x = group.asReal(); break;
         case 20: position.y = group.asReal(); break;
         case 30: position.z = group.asReal(); break;
-        default: EntityImp::readField(context, group);
+        default: break;
         }
     }
     void fieldsRead(HxDbDatabase& database) override {

@@ -1,4 +1,5 @@
 // Entities: the properties that they share.
+#include "host/db/entities/entity_cursor.h"
 #include "host/db/entities/entity_imp.h"
 #include "host/db/kernel/database_imp.h"
 #include "sdk/hxdbentity.h"
@@ -9,12 +10,6 @@ namespace korvex {
 
 namespace {
 
-enum Code : int {
-    kLinetypeCode = 6,
-    kLayerCode = 8,
-    kVisibilityCode = 60,
-    kLineWeightCode = 370,
-};
 constexpr std::int16_t kByLayerWeight = -1;
 
 }  // namespace
@@ -28,20 +23,15 @@ void EntityImp::clearFields() {
     m_color.clear();
 }
 
-bool EntityImp::isCommon(const ReadContext& context) {
-    return context.subclass.empty() || context.subclass == "AcDbEntity";
-}
-
-void EntityImp::readField(const ReadContext& context, const GroupCursor& group) {
-    if (!isCommon(context)) {
-        return;
-    }
-    switch (group.code()) {
-    case kLayerCode: layer.setName(group.asText()); break;
-    case kLinetypeCode: linetype.setName(group.asText()); break;
-    case kLineWeightCode: lineWeight = static_cast<std::int16_t>(group.asInteger()); break;
-    case kVisibilityCode: visible = group.asInteger() == 0; break;
-    default: m_color.read(group);
+void EntityImp::readGroups(std::string_view groups, const GroupFormat& format) {
+    for (EntityCursor cursor(groups, format); cursor.nextShared();) {
+        switch (cursor.code()) {
+        case shared_group::kLayer: layer.setName(cursor->asText()); break;
+        case shared_group::kLinetype: linetype.setName(cursor->asText()); break;
+        case shared_group::kLineWeight: lineWeight = static_cast<std::int16_t>(cursor->asInteger()); break;
+        case shared_group::kVisibility: visible = cursor->asInteger() == 0; break;
+        default: m_color.read(*cursor);
+        }
     }
 }
 
@@ -61,24 +51,27 @@ void EntityImp::added(HxDbDatabase& database) {
 void EntityImp::writeFields(FieldWriter& out) const {
     const VersionTraits traits = stub->database->imp()->traits();
     out.subclass("AcDbEntity");
-    if (stub->blob.empty() && stub->owner && stub->owner == paperSpace(*stub->database)) {
-        out.integer(67, 1);
+    for (EntityCursor cursor(stub->blob.groups(), out.format()); cursor.nextShared();) {
+        out.standsAt(cursor->offset(), cursor.code());
     }
-    out.text(kLayerCode, layer.name());
+    if (stub->blob.empty() && stub->owner && stub->owner == paperSpace(*stub->database)) {
+        out.integer(shared_group::kPaper, 1);
+    }
+    out.text(shared_group::kLayer, layer.name());
     if (linetype.empty()) {
-        out.absent(kLinetypeCode);
+        out.absent(shared_group::kLinetype);
     } else {
-        out.text(kLinetypeCode, linetype.name());
+        out.text(shared_group::kLinetype, linetype.name());
     }
     const long long index = m_color.indexOf(color);
-    index == HxCmColor::kIndexByLayer ? out.defaultInteger(ColorGroups::kIndexCode, index)
-                                      : out.integer(ColorGroups::kIndexCode, index);
+    index == HxCmColor::kIndexByLayer ? out.defaultInteger(shared_group::kColorIndex, index)
+                                      : out.integer(shared_group::kColorIndex, index);
     if (traits.hasLineWeights && lineWeight != kByLayerWeight) {
-        out.integer(kLineWeightCode, lineWeight);
+        out.integer(shared_group::kLineWeight, lineWeight);
     } else {
-        out.defaultInteger(kLineWeightCode, lineWeight);
+        out.defaultInteger(shared_group::kLineWeight, lineWeight);
     }
-    visible ? out.defaultInteger(kVisibilityCode, 0) : out.integer(kVisibilityCode, 1);
+    visible ? out.defaultInteger(shared_group::kVisibility, 0) : out.integer(shared_group::kVisibility, 1);
     ColorGroups::writeTrueColor(out, color);
 }
 

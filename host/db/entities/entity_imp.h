@@ -11,7 +11,7 @@ class EntityImp : public HxDbObjectImp {
 public:
     explicit EntityImp(std::string_view dxfType) : HxDbObjectImp(dxfType) {}
     void clearFields() override;
-    void readField(const ReadContext& context, const GroupCursor& group) override;
+    void readGroups(std::string_view groups, const GroupFormat& format) override;
     void fieldsRead(HxDbDatabase& database) override;
     void writeFields(FieldWriter& out) const override;
     void added(HxDbDatabase& database) override;
@@ -23,8 +23,8 @@ public:
     bool visible = true;
 
 protected:
-    /// True in the part of the groups that all entities have.
-    static bool isCommon(const ReadContext& context);
+    /// True for the part of the groups that no entity class has fields of its own in.
+    static bool isCommon(const ReadContext& context) { return context.subclass == "AcDbEntity"; }
 
 private:
     ColorGroups m_color{HxCmColor::kIndexByLayer};

@@ -33,8 +33,7 @@ void ViewportImp::clearFields() {
 }
 
 void ViewportImp::readField(const ReadContext& context, const GroupCursor& group) {
-    if (isCommon(context) && !context.subclass.empty()) {
-        EntityImp::readField(context, group);
+    if (isCommon(context)) {
         return;
     }
     switch (group.code()) {
@@ -51,7 +50,7 @@ void ViewportImp::readField(const ReadContext& context, const GroupCursor& group
         m_isIndexed = false;
         break;
     }
-    default: EntityImp::readField(context, group);
+    default: break;
     }
 }
 

@@ -14,22 +14,6 @@ constexpr double kDegree = 0.017453292519943295769;
 
 }  // namespace
 
-bool EntityCursor::next() {
-    bool inRun = false;
-    while (m_cursor.next()) {
-        const int code = m_cursor.code();
-        if (code >= 1000 || code == 101) {
-            return false;
-        }
-        if (code == 102) {
-            inRun = m_cursor.raw().substr(0, 1) == "{";
-        } else if (!inRun) {
-            return true;
-        }
-    }
-    return false;
-}
-
 bool readCoordinate(const GroupCursor& group, int base, HxGePoint3d& point) {
     const int code = group.code();
     if (code == base) {
@@ -46,15 +30,19 @@ bool readCoordinate(const GroupCursor& group, int base, HxGePoint3d& point) {
 
 EntityFields::EntityFields(std::string_view groups, const GroupFormat& format) : m_codec(*format.codec) {
     for (EntityCursor cursor(groups, format); cursor.next();) {
-        read(*cursor);
+        read(cursor);
     }
     if (!isUsable(m_extrusion)) {
         m_extrusion = {0, 0, 1};
     }
 }
 
-void EntityFields::read(const GroupCursor& group) {
+void EntityFields::read(const EntityCursor& cursor) {
+    const GroupCursor& group = *cursor;
     const int code = group.code();
+    if (code == shared_group::kVisibility && cursor.isShared()) {
+        m_isHidden = group.asInteger() != 0;
+    }
     if (code == 3) {
         m_text += group.raw();
         return;

@@ -1,7 +1,7 @@
 // The groups of an entity record that its shape is made from.
 #pragma once
 
-#include "host/db/groups/group_cursor.h"
+#include "host/db/entities/entity_cursor.h"
 #include "hxge.h"
 
 #include <array>
@@ -9,20 +9,6 @@
 #include <string>
 
 namespace korvex {
-
-/// Steps over the groups that belong to the entity itself: leaves out "102 {...}" runs and ends before
-/// extended data and embedded objects, which use the same codes for things of their own.
-class EntityCursor {
-public:
-    EntityCursor(std::string_view groups, const GroupFormat& format) : m_cursor(groups, format) {}
-    bool next();
-    int code() const { return m_cursor.code(); }
-    const GroupCursor* operator->() const { return &m_cursor; }
-    const GroupCursor& operator*() const { return m_cursor; }
-
-private:
-    GroupCursor m_cursor;
-};
 
 /// Puts a group that is a coordinate of point `base` (its x is group `base`, y + 10, z + 20) into place;
 /// false for any other group.
@@ -53,12 +39,11 @@ public:
     HxGeVector3d extrusion() const { return m_extrusion; }
     /// From the entity's plane to the coordinates of its owner.
     HxGeMatrix3d plane() const { return HxGeMatrix3d::planeToWorld(m_extrusion); }
-    /// Group 60.
-    bool isHidden() const { return integer(60) != 0; }
+    bool isHidden() const { return m_isHidden; }
 
 private:
     static constexpr int kCodes = 400;
-    void read(const GroupCursor& group);
+    void read(const EntityCursor& group);
 
     const TextCodec& m_codec;
     std::bitset<kCodes> m_seen;
@@ -69,6 +54,7 @@ private:
     std::string_view m_style;
     std::uint64_t m_handle = 0;
     HxGeVector3d m_extrusion{0, 0, 1};
+    bool m_isHidden = false;
 };
 
 }  // namespace korvex

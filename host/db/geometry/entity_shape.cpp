@@ -254,8 +254,8 @@ const Reader* find(const Reader (&readers)[n], std::string_view type) {
 }
 
 bool isHidden(std::string_view groups, const GroupFormat& format) {
-    for (EntityCursor cursor(groups, format); cursor.next();) {
-        if (cursor.code() == 60) {
+    for (EntityCursor cursor(groups, format); cursor.nextShared();) {
+        if (cursor.code() == shared_group::kVisibility) {
             return cursor->asInteger() != 0;
         }
     }

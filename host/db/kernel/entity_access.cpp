@@ -1,8 +1,8 @@
 // Entities and records read straight from their groups.
 #include "host/db/kernel/entity_access.h"
 
+#include "host/db/entities/entity_cursor.h"
 #include "host/db/entities/viewport_imp.h"
-#include "host/db/groups/group_cursor.h"
 #include "host/db/kernel/text_fold.h"
 #include "host/db/tables/layer_imp.h"
 #include "host/db/tables/record_names.h"
@@ -12,19 +12,14 @@ namespace korvex {
 
 namespace {
 
-constexpr int kLayerCode = 8;
 constexpr wchar_t kModelSpace[] = L"*Model_Space";
 constexpr wchar_t kPaperSpace[] = L"*Paper_Space";
 
-/// The first group of a code outside of "102 {...}" runs; empty when there is none.
-std::wstring firstText(std::string_view groups, const GroupFormat& format, int code) {
-    GroupCursor cursor(groups, format);
-    bool inBrace = false;
-    while (cursor.next()) {
-        if (cursor.code() == 102) {
-            inBrace = cursor.asText().rfind(L'{', 0) == 0;
-        } else if (cursor.code() == code && !inBrace) {
-            return cursor.asText();
+/// The name of the layer in an entity's groups; empty when there is none.
+std::wstring layerName(std::string_view groups, const GroupFormat& format) {
+    for (EntityCursor cursor(groups, format); cursor.nextShared();) {
+        if (cursor.code() == shared_group::kLayer) {
+            return cursor->asText();
         }
     }
     return {};
@@ -47,13 +42,7 @@ EntityGroups entityGroups(HxDbStub& entity) {
     GroupCursor cursor(groups, format);
     std::string_view type;
     if (cursor.next()) {
-        type = cursor.raw();
-        while (!type.empty() && type.front() == ' ') {
-            type.remove_prefix(1);
-        }
-        while (!type.empty() && (type.back() == ' ' || type.back() == '\t')) {
-            type.remove_suffix(1);
-        }
+        type = trimmedText(cursor);
     }
     return {type, groups, format};
 }
@@ -61,7 +50,7 @@ EntityGroups entityGroups(HxDbStub& entity) {
 HxDbStub* layerOf(HxDbStub& entity) {
     if (!entity.layer || entity.layer->erased) {
         const HxDbDatabase& database = *entity.database;
-        const std::wstring name = firstText(currentBlob(entity).groups(), database.imp()->format, kLayerCode);
+        const std::wstring name = layerName(currentBlob(entity).groups(), database.imp()->format);
         HxDbStub* found = name.empty() ? nullptr : findRecord(database, TableKind::layer, name);
         entity.layer = found ? found : findRecord(database, TableKind::layer, L"0");
     }

@@ -60,6 +60,10 @@ void FieldWriter::store(int code, bool optional) {
 
 void FieldWriter::absent(int code) { store(code, true); }
 
+void FieldWriter::standsAt(std::size_t offset, int code) {
+    m_places.push_back({offset, code, m_sections.empty() ? 0 : m_sections.size() - 1});
+}
+
 /// The walk over the old groups.
 class FieldWriter::Merge {
 public:
@@ -87,8 +91,9 @@ public:
     }
 
     std::string merged() {
-        m_hasMarkers = findsMarkers();
         m_dictionaryIsDue = !hasHandle();
+        bindPlaces();
+        findMarkers();
         GroupCursor cursor(m_old, m_fields.m_format);
         enter(m_hasMarkers ? nullptr : anySection(), 0);
         while (cursor.next() && cursor.code() < kFirstXData) {
@@ -104,14 +109,29 @@ public:
     }
 
 private:
-    bool findsMarkers() const {
-        GroupCursor cursor(m_old, m_fields.m_format);
-        while (cursor.next()) {
-            if (cursor.code() == 100 && sectionOf(trimmedRaw(cursor))) {
-                return true;
+    /// Fields that have a place are not written anywhere else.
+    void bindPlaces() {
+        for (const Place& place : m_fields.m_places) {
+            for (Item& item : m_fields.m_sections[place.section].items) {
+                item.hasPlace = item.hasPlace || item.code == place.code;
             }
         }
-        return false;
+    }
+    /// Finds out whether the old groups stand in subclasses that the fields know.
+    void findMarkers() {
+        GroupCursor cursor(m_old, m_fields.m_format);
+        bool hasFirst = false;
+        bool hasAny = false;
+        while (cursor.next() && cursor.code() < kFirstXData) {
+            if (cursor.code() == 100 && !m_fields.m_sections.empty()) {
+                const Section* section = sectionOf(trimmedRaw(cursor));
+                m_hasMarkers = m_hasMarkers || section;
+                hasFirst = hasFirst || section == &m_fields.m_sections.front();
+                hasAny = true;
+            }
+        }
+        m_hasMarkers = m_hasMarkers || (hasAny && !m_fields.m_places.empty());
+        m_lacksFirst = m_hasMarkers && !hasFirst;
     }
     bool hasHandle() const {
         GroupCursor cursor(m_old, m_fields.m_format);
@@ -178,22 +198,62 @@ private:
             m_dictionaryIsDue = false;  // where the handle would be
             writeDictionaryIfNew();
         }
-        if (code == 102 && !m_headDone) {
+        if (code == 102 && !(m_section && m_section->replaces)) {
             brace(cursor);
-        } else if (m_inBrace) {
+        } else if (m_inBrace && !(m_headDone && code == 100)) {
             if (!m_dropBrace) {
                 m_out.copy(cursor);
             }
         } else if (code == 100 && m_hasMarkers) {
+            m_inBrace = false;
             leave();
+            if (m_lacksFirst) {
+                m_lacksFirst = false;
+                appendMissing(m_fields.m_sections.front());
+            }
             m_out.copy(cursor);
             m_headDone = true;
             enter(sectionOf(trimmedRaw(cursor)), cursor.offset());
             return;
         } else if (isHead(code)) {
             head(cursor);
-        } else {
+        } else if (!takesPlace(cursor)) {
             field(cursor);
+        }
+    }
+
+    /// Writes the field that has its place at this old group; false when none has.
+    bool takesPlace(const GroupCursor& cursor) {
+        if (m_place == m_fields.m_places.size() || m_fields.m_places[m_place].offset != cursor.offset()) {
+            return false;
+        }
+        ++m_place;
+        for (Section& section : m_fields.m_sections) {
+            for (std::size_t i = 0; i < section.items.size(); ++i) {
+                Item& item = section.items[i];
+                if (item.hasPlace && !item.used && item.code == cursor.code()) {
+                    if (&section == m_section) {
+                        --m_left[item.code];
+                        flush(section, i, true);
+                    }
+                    replace(cursor, item);
+                    return true;
+                }
+            }
+        }
+        return false;
+    }
+    void replace(const GroupCursor& old, Item& item) {
+        item.used = true;
+        if (item.groups.empty()) {
+            return;
+        }
+        GroupCursor fresh(item.groups, m_fields.m_format);
+        fresh.next();
+        if (sameValue(old, fresh)) {
+            m_out.copy(old);
+        } else {
+            m_out.append(item.groups);
         }
     }
 
@@ -276,19 +336,12 @@ private:
         std::size_t& next = m_next[cursor.code()];  // those of the code before it are taken or have no groups
         for (std::size_t i = next; i < items.size(); ++i) {
             Item& item = items[i];
-            if (item.code != cursor.code() || item.used || item.groups.empty()) {
+            if (item.code != cursor.code() || item.used || item.hasPlace || item.groups.empty()) {
                 continue;
             }
             next = i + 1;
             flush(*m_section, i, true);
-            item.used = true;
-            GroupCursor fresh(item.groups, m_fields.m_format);
-            fresh.next();
-            if (sameValue(cursor, fresh)) {
-                m_out.copy(cursor);
-            } else {
-                m_out.append(item.groups);
-            }
+            replace(cursor, item);
             return;
         }
         next = items.size();
@@ -298,7 +351,7 @@ private:
     void flush(Section& section, std::size_t end, bool moreOldGroups) {
         std::vector<Item>& items = section.items;
         const auto isDone = [](const Item& item) {
-            return item.used || item.optional || item.groups.empty();
+            return item.used || item.hasPlace || item.optional || item.groups.empty();
         };
         while (m_open < items.size() && isDone(items[m_open])) {
             ++m_open;
@@ -323,7 +376,7 @@ private:
         bool wanted = false;
         m_open = 0;
         for (const Item& item : section.items) {
-            wanted = wanted || (!item.used && !item.optional && !item.groups.empty());
+            wanted = wanted || !(item.used || item.hasPlace || item.optional || item.groups.empty());
         }
         if (wanted) {
             m_out.text(100, std::wstring(section.marker.begin(), section.marker.end()));
@@ -339,7 +392,9 @@ private:
     std::map<int, int> m_left;          ///< old groups of the section that are still to come
     std::map<int, std::size_t> m_next;  ///< where the items of a code go on
     std::size_t m_open = 0;             ///< all items of the section before it are done
+    std::size_t m_place = 0;            ///< the next field with a place
     bool m_hasMarkers = false;
+    bool m_lacksFirst = false;  ///< other subclasses but not the first
     bool m_headDone = false;
     bool m_inBrace = false;
     bool m_dropBrace = false;

@@ -37,6 +37,9 @@ public:
     void copy(const GroupCursor& group) { m_scratch.copy(group), store(group.code(), false); }
     /// There is no such group.
     void absent(int code);
+    /// The old group that the current subclass's field of a code takes the place of begins at `offset` of the
+    /// old groups, wherever that is. To be called in the order of the offsets.
+    void standsAt(std::size_t offset, int code);
 
     /// The object's own head and tail.
     struct Frame {
@@ -58,11 +61,18 @@ private:
         std::string groups;  ///< empty: absent
         bool optional;
         bool used = false;
+        bool hasPlace = false;
     };
     struct Section {
         std::string marker;
         std::vector<Item> items;
         bool replaces = false;
+    };
+    /// An old group and the field that takes its place.
+    struct Place {
+        std::size_t offset;
+        int code;
+        std::size_t section;
     };
     class Merge;
 
@@ -73,6 +83,7 @@ private:
     GroupWriter m_scratch;
     bool m_forFile;
     std::vector<Section> m_sections;
+    std::vector<Place> m_places;
 };
 
 /// True when two groups of the same code hold the same value, however it is spelled.

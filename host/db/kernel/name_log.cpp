@@ -1,7 +1,7 @@
 // Which groups hold names of table records, and how such names follow a rename.
 #include "host/db/kernel/name_log.h"
 
-#include "host/db/groups/group_cursor.h"
+#include "host/db/entities/entity_cursor.h"
 #include "host/db/groups/group_writer.h"
 #include "host/db/kernel/text_fold.h"
 
@@ -19,8 +19,8 @@ struct Reference {
     TableKind table;
 };
 constexpr Reference kReferences[] = {
-    {nullptr, 8, TableKind::layer},
-    {nullptr, 6, TableKind::linetype},
+    {nullptr, shared_group::kLayer, TableKind::layer},
+    {nullptr, shared_group::kLinetype, TableKind::linetype},
     {"BLOCK", 2, TableKind::block},
     {"BLOCK", 3, TableKind::block},
     {"LAYER", 6, TableKind::linetype},
@@ -101,9 +101,13 @@ bool NameLog::refresh(std::string_view recordType, bool isEntity, const Blob& bl
     GroupWriter writer(format);
     bool changed = false;
     GroupCursor cursor(blob.groups(), format);
+    EntityCursor shared(blob.groups(), format);
+    bool isSharedAhead = isEntity && shared.nextShared();
     while (cursor.next()) {
         const TableKind table = referencedTable(recordType, isEntity, cursor.code());
-        if (table != TableKind::count) {
+        const bool isHere = isSharedAhead && shared->offset() == cursor.offset();
+        isSharedAhead = isHere ? shared.nextShared() : isSharedAhead;
+        if (table != TableKind::count && (isHere || !isEntity || !isSharedCode(cursor.code()))) {
             const std::wstring name = cursor.asText();
             const std::wstring now = resolve(table, name, blob.generation());
             if (!equalNames(name, now)) {

@@ -1,4 +1,5 @@
 // Objects made from their groups, and groups made from changed objects.
+#include "host/db/groups/group_lexer.h"
 #include "host/db/kernel/database_imp.h"
 
 namespace korvex {
@@ -37,9 +38,7 @@ private:
                 m_imp.extensionDictionary = m_db.handles.find(cursor.asHandle());
             }
         } else if (code == 100) {
-            m_marker = cursor.asText();
-            m_narrowMarker.assign(m_marker.begin(), m_marker.end());
-            m_context.subclass = m_narrowMarker;
+            m_context.subclass = groups::trimmed(cursor.raw());
         } else if (code != 0 && !(code == m_stub.recordClass->handleCode && m_context.subclass.empty())) {
             m_imp.readField(m_context, cursor);
         }
@@ -49,8 +48,6 @@ private:
     HxDbObjectImp& m_imp;
     HxDbDatabase::Imp& m_db;
     ReadContext m_context;
-    std::wstring m_marker;
-    std::string m_narrowMarker;
     bool m_inBrace = false;
     bool m_inDictionary = false;
 };
@@ -100,6 +97,7 @@ void readObject(HxDbStub& stub) {
     imp.extensionDictionary = nullptr;
     imp.xdata.clear();
     imp.xdataChanged = false;
+    imp.readGroups(stub.blob.groups(), stub.database->imp()->format);
     ObjectReading(stub, imp).run();
     imp.xdataGeneration = stub.blob.generation();
     imp.xdataRead(*stub.database);

@@ -30,7 +30,7 @@ const RecordClass& recordClass(std::string_view type, RecordPlace place);
 }  // namespace korvex
 
 /// Base of all classes' fields. Each class maps its fields to groups in readField and writeFields, and
-/// nowhere else.
+/// nowhere else; the fields that all entities share are read in EntityImp::readGroups.
 class HxDbObjectImp {
 public:
     explicit HxDbObjectImp(std::string_view dxfType) : type(dxfType) {}
@@ -40,6 +40,8 @@ public:
 
     /// Fields back to their defaults, before groups are read.
     virtual void clearFields() {}
+    /// All groups, before readField gets each.
+    virtual void readGroups(std::string_view, const korvex::GroupFormat&) {}
     /// One group, in the drawing's order, outside of "102 {...}" runs and extended data.
     virtual void readField(const korvex::ReadContext&, const korvex::GroupCursor&) {}
     /// After the last group.

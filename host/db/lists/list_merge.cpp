@@ -1,6 +1,7 @@
 // Subclass by subclass: values of the list are paired with the groups of the same code, first with first.
 #include "host/db/lists/list_merge.h"
 
+#include "host/db/entities/entity_cursor.h"
 #include "host/db/kernel/database_imp.h"
 #include "host/db/kernel/field_writer.h"
 #include "host/db/lists/node_codec.h"
@@ -32,7 +33,9 @@ struct Section {
     std::wstring marker;
     std::string_view markerBytes;
     std::vector<Old> values;
+    std::vector<int> shared;  ///< codes of the groups that count for what all entities share
 
+    bool holds(int code) const { return std::find(shared.begin(), shared.end(), code) != shared.end(); }
     bool has(int code) const {
         return std::any_of(values.begin(), values.end(),
                            [code](const Old& old) { return !old.fixed && old.node->restype == code; });
@@ -65,11 +68,17 @@ private:
 std::vector<Section> sectionsOf(std::string_view groups, const HxDbDatabase& database, int handleCode) {
     std::vector<Section> sections(1);
     HeadWatch head(handleCode);
+    EntityCursor shared(groups, database.imp()->format);
+    bool isSharedAhead = shared.nextShared();
     NodeReader reader(groups, database.imp()->format, database);
     while (Chain node = reader.next()) {
         if (node->restype == 100) {
-            sections.push_back({std::wstring(textOf(*node)), reader.bytes(), {}});
+            sections.push_back({std::wstring(textOf(*node)), reader.bytes(), {}, {}});
             continue;
+        }
+        if (isSharedAhead && reader.bytes().data() == shared->bytes().data()) {
+            sections.back().shared.push_back(shared.code());
+            isSharedAhead = shared.nextShared();
         }
         const bool fixed = sections.size() == 1 && head.isHead(*node);
         sections.back().values.push_back({std::move(node), reader.bytes(), reader.coordinates(), fixed});
@@ -259,12 +268,17 @@ private:
 
 /// Where a value goes that the list gives before any marker.
 std::size_t sectionFor(const std::vector<Section>& sections, int code) {
+    for (std::size_t i = 0; i < sections.size(); ++i) {
+        if (sections[i].holds(code)) {
+            return i;
+        }
+    }
     for (std::size_t i = sections.size(); i-- > 0;) {
         if (sections[i].has(code)) {
             return i;
         }
     }
-    for (std::size_t i = 0; i < sections.size() && isGeneralCode(code); ++i) {
+    for (std::size_t i = 0; i < sections.size() && isSharedCode(code); ++i) {
         if (sections[i].marker == kGeneralMarker) {
             return i;
         }
@@ -305,11 +319,6 @@ bool distribute(const ListParts& list, const std::vector<Section>& sections, std
 }
 
 }  // namespace
-
-bool isGeneralCode(int code) {
-    constexpr int kCodes[] = {6, 8, 48, 60, 62, 67, 284, 347, 348, 370, 380, 390, 410, 420, 430, 440};
-    return std::find(std::begin(kCodes), std::end(kCodes), code) != std::end(kCodes);
-}
 
 bool mergeList(std::string_view groups, const ListParts& list, const HxDbDatabase& database, int handleCode,
                const ValueChecks& checks, std::string& merged) {

@@ -24,7 +24,4 @@ namespace korvex {
 bool mergeList(std::string_view groups, const ListParts& list, const HxDbDatabase& database, int handleCode,
                const ValueChecks& checks, std::string& merged);
 
-/// Entities keep this code in their general part: layer, colour, linetype and the like.
-bool isGeneralCode(int code);
-
 }  // namespace korvex

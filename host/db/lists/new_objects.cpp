@@ -1,5 +1,6 @@
 // hxdbEntMake and hxdbEntMakeX: a list becomes the groups of a new entity of the current space, or of a new
 // object that has no owner yet.
+#include "host/db/entities/entity_cursor.h"
 #include "host/db/kernel/header.h"
 #include "host/db/kernel/text_fold.h"
 #include "host/db/kernel/write_access.h"
@@ -124,7 +125,7 @@ private:
         if (!m_type.isEntity) {
             m_own[0].push_back(&node);
         } else if (node.restype != kPaperFlag && node.restype != kLayoutName) {  // the space decides these
-            (general || isGeneralCode(node.restype) ? m_general : m_own[own]).push_back(&node);
+            (general || isSharedCode(node.restype) ? m_general : m_own[own]).push_back(&node);
         }
     }
 

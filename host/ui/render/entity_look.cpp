@@ -1,7 +1,7 @@
 // Reads looks from groups, without making the entity's object.
 #include "host/ui/render/entity_look.h"
 
-#include "host/db/geometry/entity_fields.h"
+#include "host/db/entities/entity_cursor.h"
 #include "host/db/kernel/entity_access.h"
 #include "host/db/kernel/text_fold.h"
 #include "host/db/values/color_groups.h"
@@ -9,14 +9,6 @@
 namespace korvex {
 
 namespace {
-
-enum Code : int {
-    kLinetypeCode = 6,
-    kLinetypeScaleCode = 48,
-    kLineWeightCode = 370,
-    kTransparencyCode = 440,
-    kSubclassCode = 100,
-};
 
 void readLinetype(const HxDbDatabase& database, const std::wstring& name, EntityLook& look) {
     look.isLinetypeByBlock = equalNames(name, L"BYBLOCK");
@@ -45,18 +37,14 @@ EntityLook entityLook(HxDbStub& entity) {
     look.layer = layerOf(entity);
     ColorGroups color(HxCmColor::kIndexByLayer);
     const EntityGroups groups = entityGroups(entity);
-    for (EntityCursor cursor(groups.groups, groups.format); cursor.next();) {
+    for (EntityCursor cursor(groups.groups, groups.format); cursor.nextShared();) {
         switch (cursor.code()) {
-        case kSubclassCode:
-            if (cursor->raw() != "AcDbEntity") {
-                look.color = color.color().color();
-                return look;
-            }
+        case shared_group::kLinetype: readLinetype(*entity.database, cursor->asText(), look); break;
+        case shared_group::kLinetypeScale: look.linetypeScale = static_cast<float>(cursor->asReal()); break;
+        case shared_group::kLineWeight:
+            look.lineweight = static_cast<std::int16_t>(cursor->asInteger());
             break;
-        case kLinetypeCode: readLinetype(*entity.database, cursor->asText(), look); break;
-        case kLinetypeScaleCode: look.linetypeScale = static_cast<float>(cursor->asReal()); break;
-        case kLineWeightCode: look.lineweight = static_cast<std::int16_t>(cursor->asInteger()); break;
-        case kTransparencyCode: {
+        case shared_group::kTransparency: {
             HxCmTransparency transparency;
             transparency.serializeIn(static_cast<std::uint32_t>(cursor->asInteger()));
             look.alphaMethod = transparency.method();

@@ -31,6 +31,18 @@ TEST_F(SceneTest, ByBlockOutsideOfBlocksIsInk) {
     EXPECT_EQ(qRgb(128, 128, 128), at(50, 20.5)) << "true colour";
 }
 
+TEST_F(SceneTest, LooksCountAlsoBehindTheMarkerOfTheClass) {
+    const std::string head = "0 LINE | 100 AcDbEntity | 100 AcDbLine | ";
+    load(SceneText()
+             .add(head + "8 RED | 10 10 | 20 10.5 | 11 90 | 21 10.5")
+             .add(head + "10 10 | 20 20.5 | 11 90 | 21 20.5 | 8 RED | 62 3")
+             .add(head + "8 RED | 10 10 | 20 30.5 | 11 90 | 21 30.5 | 60 1"));
+    paint();
+    EXPECT_EQ(kRed, at(50, 10.5));
+    EXPECT_EQ(kGreen, at(50, 20.5));
+    EXPECT_EQ(kBlack, at(50, 30.5)) << "hidden";
+}
+
 TEST_F(SceneTest, OffAndFrozenLayersAreNotDrawnLockedOnesFaded) {
     load(SceneText()
              .layer("OFF", "70 0 | 62 -1")
