@@ -56,7 +56,7 @@ std::string withOwnHandle(std::string_view record, const GroupFormat& format, in
     while (cursor.next()) {
         const int code = cursor.code();
         inHead = inHead && code != 100 && code < kFirstXData;
-        isTable = isTable || (code == 0 && groups::trimmed(cursor.raw()) == "TABLE");
+        isTable = isTable || (code == 0 && trimmedText(cursor) == "TABLE");
         const bool isPlaced = code == 0 || (isTable && code == 2 && inHead);
         const bool isOld = inHead && !inBrace && code == handleCode;
         if (toWrite && !isPlaced) {
@@ -64,7 +64,7 @@ std::string withOwnHandle(std::string_view record, const GroupFormat& format, in
             toWrite = false;
         }
         if (code == 102 && inHead) {
-            inBrace = groups::trimmed(cursor.raw()).substr(0, 1) == "{";
+            inBrace = trimmedText(cursor).substr(0, 1) == "{";
         }
         if (!isOld) {
             out.copy(cursor);
