@@ -34,9 +34,10 @@ ScreenSize& screenSize() {
 struct ViewGroups {
     int center = 12;
     int height = 40;
+    int aspect = 0;  ///< 0: there is none
 };
-constexpr ViewGroups kViewportEntry{12, 40};
-constexpr ViewGroups kViewportEntity{12, 45};
+constexpr ViewGroups kViewportEntry{12, 40, 41};
+constexpr ViewGroups kViewportEntity{12, 45, 0};
 
 /// An object's entity list for as long as it is needed.
 class List {
@@ -103,6 +104,7 @@ Holder sheetHolder(const HxDbDatabase& database) {
 /// The part of a view that drawings keep.
 struct KeptView {
     double x = 0, y = 0, height = 0;
+    double aspect = 0;  ///< width by height of the window that it was made in; 0: not known
 
     bool isUsable() const { return height > 0 && std::isfinite(height) && std::isfinite(x + y); }
     bool operator==(const KeptView& o) const { return x == o.x && y == o.y && height == o.height; }
@@ -113,13 +115,22 @@ KeptView keptView(const List& list, const ViewGroups& groups) {
     if (!center) {
         return {};
     }
-    return {center->resval.rpoint[0], center->resval.rpoint[1], list.real(groups.height, 0)};
+    const double aspect = groups.aspect != 0 ? list.real(groups.aspect, 0) : 0;
+    return {center->resval.rpoint[0], center->resval.rpoint[1], list.real(groups.height, 0), aspect};
 }
 
 KeptView keptView(const Holder& holder) { return keptView(List(holder.object), holder.groups); }
 
-/// Of each space that was looked at, what the window shows of it: good for as long as the drawing keeps the
-/// view that it kept when that was set, and again when an undo brings that one back.
+/// What the window shows: around a middle, at least so high and so wide, whatever shape the window has.
+struct ShownView {
+    double x = 0, y = 0, height = 0;
+    double width = 0;
+
+    double heightIn(double aspect) const { return std::max(height, width / std::max(aspect, 1e-6)); }
+};
+
+/// Of each space that was looked at, what the window shows of it, for the views that the drawing has kept
+/// since: an undo that brings one back brings back what was shown then.
 class ScreenViews {
 public:
     static ScreenViews& of(const HxDbDatabase& database) {
@@ -131,18 +142,32 @@ public:
     }
     explicit ScreenViews(const HxDbDatabase& database) : m_end(database) {}
 
-    const KeptView* find(const HxDbDatabase& database, const KeptView& kept) const {
-        const auto found = m_views.find(space(database));
-        return found != m_views.end() && found->second.kept == kept ? &found->second.shown : nullptr;
+    const ShownView* find(const HxDbDatabase& database, const KeptView& kept) const {
+        const auto views = m_views.find(space(database));
+        if (views == m_views.end()) {
+            return nullptr;
+        }
+        const auto found = std::find_if(views->second.begin(), views->second.end(),
+                                        [&](const Shown& shown) { return shown.kept == kept; });
+        return found != views->second.end() ? &found->shown : nullptr;
     }
-    void set(const HxDbDatabase& database, const KeptView& kept, const KeptView& shown) {
-        m_views[space(database)] = {kept, shown};
+    const ShownView& set(const HxDbDatabase& database, const KeptView& kept, const ShownView& shown) {
+        std::vector<Shown>& views = m_views[space(database)];
+        views.erase(
+            std::remove_if(views.begin(), views.end(), [&](const Shown& old) { return old.kept == kept; }),
+            views.end());
+        if (views.size() == kMostViews) {
+            views.erase(views.begin());
+        }
+        views.push_back({kept, shown});
+        return views.back().shown;
     }
-    void drop(const HxDbDatabase& database) { m_views.erase(space(database)); }
 
 private:
+    static constexpr std::size_t kMostViews = 100;
     struct Shown {
-        KeptView kept, shown;
+        KeptView kept;
+        ShownView shown;
     };
     /// Forgets the views of a drawing that goes.
     class End final : public HxDbDatabaseReactor {
@@ -166,8 +191,69 @@ private:
     }
 
     End m_end;
-    std::map<const HxDbStub*, Shown> m_views;
+    std::map<const HxDbStub*, std::vector<Shown>> m_views;  ///< the last one was set last
 };
+
+HxDbObjectId sheetSpace(const HxDbDatabase& database) {
+    return database.tilemode() ? database.modelSpaceId() : database.paperSpaceId();
+}
+
+ShownView everything(const Box& content, const KeptView& kept) {
+    ShownView view{content.centre().x, content.centre().y, content.y.size() * kMargin,
+                   content.x.size() * kMargin};
+    if (!(view.height > 0 || view.width > 0)) {
+        view.height = kept.isUsable() ? kept.height : 1;
+    }
+    return view;
+}
+
+Box boxAround(const KeptView& view, double aspect) {
+    return {{view.x - view.height * aspect / 2, view.x + view.height * aspect / 2},
+            {view.y - view.height / 2, view.y + view.height / 2}};
+}
+
+/// True when some of the content, which takes up `content`, can be told in the view.
+bool showsContent(HxDbDatabase& database, const Box& view, const Box& content) {
+    constexpr double kSpeck = 0.05;      // of the view's sides
+    constexpr double kSmallPart = 0.25;  // of the content's area
+    const double width = std::min(view.x.high, content.x.high) - std::max(view.x.low, content.x.low);
+    const double height = std::min(view.y.high, content.y.high) - std::max(view.y.low, content.y.low);
+    if (width < 0 || height < 0 || std::max(width / view.x.size(), height / view.y.size()) < kSpeck) {
+        return false;
+    }
+    // A look at a detail may be a look between the objects.
+    return view.x.size() * view.y.size() >= kSmallPart * content.x.size() * content.y.size() ||
+           !pickInArea({&database,
+                        sheetSpace(database),
+                        {},
+                        {view.x.low, view.y.low},
+                        {view.x.high, view.y.high},
+                        true})
+                .empty();
+}
+
+/// What is shown of a space at first: the view that the drawing keeps, as wide as it was where the content
+/// is, or everything when there is none or it shows nothing. False in an empty space without a view.
+bool firstView(HxDbDatabase& database, const KeptView& kept, double aspect, ShownView& shown) {
+    HxGePoint3d low;
+    HxGePoint3d high;
+    const bool hasContent = spaceExtents(database, sheetSpace(database), low, high);
+    const Box content{{low.x, high.x}, {low.y, high.y}};
+    shown = {kept.x, kept.y, kept.height, 0};
+    if (!hasContent) {
+        return kept.isUsable();
+    }
+    const double madeIn = kept.aspect > 0 && kept.aspect < 100 ? kept.aspect : aspect;
+    const Box view = boxAround(kept, madeIn);
+    if (!kept.isUsable() || !showsContent(database, view, content)) {
+        shown = everything(content, kept);
+        return true;
+    }
+    const double left = kept.x - std::max(view.x.low, content.x.low);
+    const double right = std::min(view.x.high, content.x.high) - kept.x;
+    shown.width = 2 * std::max(left, right);
+    return true;
+}
 
 /// From model space to the plane in which a viewport keeps the middle of its view.
 HxGeMatrix3d modelToViewPlane(const FloatingWindow& floating) {
@@ -213,14 +299,18 @@ HxDbObjectId currentSpace(const HxDbDatabase& database) {
 View screenView(HxDbDatabase& database) {
     const ScreenSize size = screenSize();
     const KeptView kept = keptView(sheetHolder(database));
-    const KeptView* shown = ScreenViews::of(database).find(database, kept);
+    ScreenViews& views = ScreenViews::of(database);
+    const ShownView* shown = views.find(database, kept);
     View view;
     view.aspect = static_cast<double>(size.width) / size.height;
-    if (shown || kept.isUsable()) {
-        const KeptView& from = shown ? *shown : kept;
-        view.center = {from.x, from.y, 0};
-        view.height = from.height;
-    } else if (!screenExtents(database, view)) {
+    ShownView first;
+    if (!shown && firstView(database, kept, view.aspect, first)) {
+        shown = &views.set(database, kept, first);
+    }
+    if (shown) {
+        view.center = {shown->x, shown->y, 0};
+        view.height = shown->heightIn(view.aspect);
+    } else {
         view.height = 297;
         view.center = {view.height * view.aspect / 2, view.height / 2};
     }
@@ -229,17 +319,16 @@ View screenView(HxDbDatabase& database) {
 }
 
 void setScreenView(HxDbDatabase& database, const View& view) {
-    const KeptView shown{view.center.x, view.center.y, view.height};
-    if (shown.isUsable()) {
-        ScreenViews::of(database).set(database, keptView(sheetHolder(database)), shown);
+    if (KeptView{view.center.x, view.center.y, view.height}.isUsable()) {
+        ScreenViews::of(database).set(database, keptView(sheetHolder(database)),
+                                      {view.center.x, view.center.y, view.height, 0});
     }
 }
 
 bool screenExtents(HxDbDatabase& database, View& view) {
     HxGePoint3d low;
     HxGePoint3d high;
-    const HxDbObjectId space = database.tilemode() ? database.modelSpaceId() : database.paperSpaceId();
-    if (!spaceExtents(database, space, low, high)) {
+    if (!spaceExtents(database, sheetSpace(database), low, high)) {
         return false;
     }
     view = viewOfBox(view, low, high);
@@ -272,13 +361,16 @@ Hx::ErrorStatus setCurrentView(HxDbDatabase& database, const View& view) {
         setScreenView(database, view);
         return Hx::eOk;
     }
-    if (!floating && keptView(list, holder.groups) == wanted) {
-        ScreenViews::of(database).drop(database);
-    }
     center->resval.rpoint[0] = wanted.x;
     center->resval.rpoint[1] = wanted.y;
     height->resval.rreal = wanted.height;
-    return hxdbEntMod(list.first()) == RTNORM ? Hx::eOk : Hx::eRefused;
+    if (hxdbEntMod(list.first()) != RTNORM) {
+        return Hx::eRefused;
+    }
+    if (!floating) {
+        setScreenView(database, view);  // whatever is there to be seen
+    }
+    return Hx::eOk;
 }
 
 View viewOfBox(const View& like, const HxGePoint3d& low, const HxGePoint3d& high) {

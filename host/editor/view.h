@@ -27,8 +27,9 @@ View currentView(HxDbDatabase& database);
 Hx::ErrorStatus setCurrentView(HxDbDatabase& database, const View& view);
 
 /// What the window shows of model space or of the sheet, whatever viewport is worked in: what was set last
-/// for this space if the drawing's own view is still what it was then, else the drawing's own, else a view of
-/// everything.
+/// for this space if the drawing's own view is still what it was then, else the drawing's own, or a view of
+/// everything when that shows next to nothing. Until it is moved it follows the window's shape, so that what
+/// it shows stays in sight.
 View screenView(HxDbDatabase& database);
 /// Shows something else and leaves the drawing as it is. A view that cannot be shown is ignored.
 void setScreenView(HxDbDatabase& database, const View& view);

@@ -77,7 +77,7 @@ RecordHead recordHead(std::string_view record, const GroupFormat& format, int ha
     Identity identity(head, handleCode);
     GroupCursor cursor(record, format);
     bool inRun = false;
-    while (!head.name.data() && cursor.next() && cursor.code() < kFirstXData) {
+    while (cursor.next() && cursor.code() < kFirstXData) {
         const int code = cursor.code();
         if (code == kRun) {
             inRun = groups::trimmed(cursor.raw()).substr(0, 1) == "{";
@@ -86,7 +86,7 @@ RecordHead recordHead(std::string_view record, const GroupFormat& format, int ha
             if (code == kName) {
                 take(head.name, cursor);
             }
-            if (part == HeadPart::identity && identity.isOver()) {
+            if (part == HeadPart::identity ? identity.isOver() : head.name.data() != nullptr) {
                 break;
             }
         }

@@ -116,16 +116,23 @@ void RecordPlacing::findSpaces() {
     if (!m_paper && needsPaper) {
         m_paper = &addBlock(kPaperSpace);
     }
+    for (const auto& [name, record] : m_byName) {
+        if (name.rfind(foldName(kPaperSpace), 0) == 0) {
+            m_spaces.insert(record);
+        }
+    }
+    m_spaces.insert(m_model);
     m_model->contents->inEntities = true;
     if (m_paper) {
         m_paper->contents->inEntities = true;
     }
 }
 
-/// The owner that it names, unless the flag tells that it cannot be.
+/// The space that it names as its owner, unless the flag tells that it cannot be. Another block cannot be
+/// either: some programs give model space a name of their own.
 HxDbStub& RecordPlacing::containerOf(const LooseEntity& entity) const {
     HxDbStub* owner = blockRecord(entity.owner);
-    if (owner && !(entity.onPaper && owner == m_model)) {
+    if (owner && m_spaces.count(owner) > 0 && !(entity.onPaper && owner == m_model)) {
         return *owner;
     }
     return entity.onPaper ? *m_paper : *m_model;

@@ -4,6 +4,7 @@
 #include "host/io/file_loader.h"
 
 #include <unordered_map>
+#include <unordered_set>
 
 namespace korvex {
 
@@ -28,6 +29,7 @@ private:
     UnplacedRecords& m_records;
     ImpliedRecords& m_implied;
     std::unordered_multimap<std::wstring, HxDbStub*> m_byName;  ///< block records by folded name
+    std::unordered_set<HxDbStub*> m_spaces;                     ///< model space and the sheets
     HxDbStub* m_model = nullptr;
     HxDbStub* m_paper = nullptr;
 };
