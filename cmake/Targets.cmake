@@ -29,8 +29,8 @@ function(korvex_host_floor name)
         <unordered_map> <vector>)
 endfunction()
 
-# One test program: all sources below the folder; it is one ctest case.
-function(korvex_test_program folder)
+# One test program: all sources below the folder.
+function(korvex_test_executable folder)
     string(REPLACE "/" "_" name ${folder})
     file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
     if(NOT sources)
@@ -41,6 +41,15 @@ function(korvex_test_program folder)
     target_compile_definitions(${name}_test PRIVATE
         KORVEX_SOURCE_DIR="${PROJECT_SOURCE_DIR}" KORVEX_BINARY_DIR="${PROJECT_BINARY_DIR}")
     target_precompile_headers(${name}_test PRIVATE <gtest/gtest.h> <memory> <string> <vector>)
+endfunction()
+
+# The same, as one ctest case.
+function(korvex_test_program folder)
+    korvex_test_executable(${folder})
+    string(REPLACE "/" "_" name ${folder})
+    if(NOT TARGET ${name}_test)
+        return()
+    endif()
     add_test(NAME ${name} COMMAND ${name}_test)
     set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen" TIMEOUT 900)
 endfunction()

@@ -159,8 +159,11 @@ void prepare(Editor& host, bool headless) {
             printError(toQt(text));
         }
     });
-    setLogHook([](Severity severity, const std::wstring& message) {
+    setLogHook([&host, headless](Severity severity, const std::wstring& message) {
         printError((severity == Severity::Note ? "note: " : "") + toQt(message));
+        if (!headless && severity == Severity::Warning) {
+            host.console().message(message);
+        }
     });
     host.setIdleHandler([&host] {
         if (!host.input().isInteractive()) {

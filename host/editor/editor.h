@@ -34,7 +34,8 @@ public:
     /// script answers.
     UserDialogs* dialogs() { return m_input.isInteractive() ? m_dialogs : nullptr; }
 
-    /// Called before each question, a command's or the command prompt: lets palettes and timers have their turn.
+    /// Called before each question, a command's or the command prompt: lets palettes and timers have their
+    /// turn.
     void setIdleHandler(std::function<void()> handler) { m_idle = std::move(handler); }
     void idle() {
         if (m_idle) {

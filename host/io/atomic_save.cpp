@@ -48,6 +48,20 @@ std::string targetOf(std::string file) {
     return file;
 }
 
+std::wstring remedyFor(int error) {
+    switch (error) {
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG: return L" Make room on the disk, or save in another folder (SAVEAS).";
+    case EACCES:
+    case EPERM: return L" Save under another name or in another folder (SAVEAS), or have it made writable.";
+    case EROFS: return L" Nothing can be written there: save in another folder (SAVEAS).";
+    case ENOENT: return L" Make the folder again, or save in another one (SAVEAS).";
+    case EIO: return L" Check the disk, and save in another folder (SAVEAS).";
+    default: return L" Save under another name or in another folder (SAVEAS).";
+    }
+}
+
 /// One replacement; what is left over of a failed one goes with it.
 class Replacement {
 public:
@@ -67,14 +81,14 @@ public:
         return examine() && create() && write(bytes) && keepBackup() && replace();
     }
     bool isCancelled() const { return m_isCancelled; }
-    /// What went wrong, with the system's reason.
+    /// What went wrong, with the system's reason, and what to do about it.
     const std::wstring& reason() const { return m_reason; }
 
 private:
     bool fail(const wchar_t* what, const std::string& file) {
         const int error = errno;
         m_reason = std::wstring(what) + L" \"" + fromFileName(file) + L"\": " +
-                   fromUtf8(std::strerror(error)) + L".";
+                   fromUtf8(std::strerror(error)) + L"." + remedyFor(error);
         return false;
     }
 
@@ -245,8 +259,7 @@ Hx::ErrorStatus saveAtomically(const std::wstring& path, std::string_view bytes,
         error = L"cancelled: the file is as it was.";
         return Hx::eCancelled;
     }
-    error = L"the file is as it was: " + replacement.reason() +
-            L" Save under another name or in another folder, or make room on the disk.";
+    error = L"the file is as it was: " + replacement.reason();
     return Hx::eFileAccessErr;
 }
 

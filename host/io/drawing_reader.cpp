@@ -1,6 +1,7 @@
 // Reads a drawing: the file apart, then what refers across it put together, then what is missing.
 #include "host/io/drawing_reader.h"
 
+#include "host/base/log.h"
 #include "host/base/progress.h"
 #include "host/base/text.h"
 #include "host/db/groups/group_cursor.h"
@@ -127,7 +128,8 @@ Hx::ErrorStatus readBytes(const std::wstring& path, std::string& bytes, std::wst
 
 }  // namespace
 
-Hx::ErrorStatus readDrawing(HxDbDatabase& database, std::string bytes, std::wstring& error) {
+Hx::ErrorStatus readDrawing(HxDbDatabase& database, std::string bytes, std::wstring& error,
+                            std::wstring* warning) {
     HxDbDatabase::Imp& db = *database.imp();
     db.journal.recording = false;
     db.file = std::move(bytes);
@@ -152,6 +154,9 @@ Hx::ErrorStatus readDrawing(HxDbDatabase& database, std::string bytes, std::wstr
     db.journal.recording = true;
     db.modified = false;
     error.clear();
+    if (warning) {
+        *warning = loader.warning().message.empty() ? L"" : loader.warning().text();
+    }
     return Hx::eOk;
 }
 
@@ -165,7 +170,12 @@ Hx::ErrorStatus readDrawingFile(HxDbDatabase& database, const std::wstring& path
     }
     progress.step(kFetching);
     progress.nextPart(kLoading + kCompleting);
-    return status == Hx::eOk ? readDrawing(database, std::move(bytes), error) : status;
+    std::wstring warning;
+    status = status == Hx::eOk ? readDrawing(database, std::move(bytes), error, &warning) : status;
+    if (!warning.empty()) {
+        log(Severity::Warning, L"\"" + fileNameOf(path) + L"\": " + warning);
+    }
+    return status;
 }
 
 }  // namespace korvex

@@ -76,6 +76,7 @@ bool FileLoader::load(DrawingError& error) {
         return false;
     }
     m_unplaced.highestHandle = scanner.highestHandle();
+    m_warning = scanner.warning();
     const std::size_t end = m_db.layout.size();
     m_db.layout.push_back({FileItem::raw, scanner.trailer(), nullptr});
     completeSections(end);

@@ -42,6 +42,8 @@ public:
 
     /// False with an error on damage, without one when the user gives up.
     bool load(DrawingError& error);
+    /// After it: what is odd in the file; without a message when nothing is.
+    const DrawingError& warning() const { return m_warning; }
     UnplacedRecords& unplaced() { return m_unplaced; }
 
 private:
@@ -90,6 +92,7 @@ private:
     HxDbDatabase::Imp& m_db;
     UnplacedRecords m_unplaced;
     DrawingError m_error;
+    DrawingError m_warning;
     Section m_section = Section::none;
     bool m_isFirstOfName = false;                                                      ///< the section
     std::array<std::size_t, static_cast<std::size_t>(Section::count)> m_sectionStart;  ///< in the layout

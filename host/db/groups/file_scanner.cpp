@@ -331,7 +331,7 @@ bool FileScanner::checkPlace(const FileRecord& record, DrawingError& error) cons
     }
 }
 
-/// Checks what stands around EOF. Returns false, as next() does at the end.
+/// Checks what stands around EOF; what follows it is left alone. Returns false, as next() does at the end.
 bool FileScanner::finish(const FileRecord& record, DrawingError& error) {
     if (m_inSection) {
         error = errorAt(record.line, 0,
@@ -346,10 +346,10 @@ bool FileScanner::finish(const FileRecord& record, DrawingError& error) {
         for (const char* p = m_bytes.data() + after; p != m_bytes.data() + trash; ++p) {
             line += *p == '\n' ? 1u : 0u;
         }
-        error = errorAt(m_format.binary ? trash : line, -1,
-                        L"data follow after EOF: " + quoted(m_bytes.substr(trash)) +
-                            L". Remove what follows EOF, or restore the file from a backup.");
-        return false;
+        m_warning = errorAt(m_format.binary ? trash : line, -1,
+                            L"data follow after EOF: " + quoted(m_bytes.substr(trash)) +
+                                L". They are kept but mean nothing; if something is missing in the drawing, "
+                                L"restore the file from a backup.");
     }
     m_trailer = m_bytes.substr(m_pos);
     m_pos = m_bytes.size();

@@ -55,9 +55,9 @@ public:
     std::string_view preamble() const { return m_preamble; }
 
     /// The next record; false at EOF (atEnd()) or on damage (error filled, and again at every further call).
-    /// Sections must open and close in turn, and hold every record. A file must end with "0 EOF" and may have
-    /// only blank lines, NUL or Ctrl-Z after it. Values of real and whole-number codes must be numbers;
-    /// handles and chunks are not checked in text, since real drawings put names in handle codes.
+    /// Sections must open and close in turn, and hold every record. A file must end with "0 EOF"; anything
+    /// but blank lines, NUL or Ctrl-Z after it is a warning(). Values of real and whole-number codes must be
+    /// numbers; handles and chunks are not checked in text, since real drawings put names in handle codes.
     bool next(FileRecord& record, DrawingError& error);
     bool atEnd() const { return m_atEnd; }
     /// The EOF group and what follows it.
@@ -66,6 +66,8 @@ public:
     /// The largest handle of the records so far, their own and those that they name; $HANDSEED does not
     /// count.
     std::uint64_t highestHandle() const { return m_highestHandle; }
+    /// What is odd but harms nothing; without a message when there is no such thing. Complete at EOF.
+    const DrawingError& warning() const { return m_warning; }
 
     /// Bytes consumed and in all, for progress.
     std::size_t position() const { return m_pos; }
@@ -101,6 +103,7 @@ private:
     bool m_bom = false;
     std::string_view m_preamble;
     std::string_view m_trailer;
+    DrawingError m_warning;
     std::size_t m_pos = 0;
     std::size_t m_line = 1;  ///< of m_pos, from 1; text only
     bool m_inSection = false;

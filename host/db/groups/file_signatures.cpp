@@ -31,8 +31,12 @@ constexpr Signature kSignatures[] = {
      "ELF",
      L"a program"},
     {"MZ", L"a program"},
+    {"#!", L"a script of commands"},
     {"SQLite format 3", L"a database"},
 };
+
+constexpr const wchar_t* kChoose =
+    L" Choose a drawing with group codes (DXF), or one that the converter reads.";
 
 bool isAllBlank(std::string_view bytes) {
     return bytes.find_first_not_of(std::string_view(" \t\r\n\0\x1A", 6)) == bytes.npos;
@@ -40,6 +44,12 @@ bool isAllBlank(std::string_view bytes) {
 
 bool startsWith(std::string_view bytes, std::string_view prefix) {
     return bytes.substr(0, prefix.size()) == prefix;
+}
+
+/// As the line of a group code does.
+bool beginsWithNumber(std::string_view bytes) {
+    const std::size_t first = bytes.find_first_not_of(" \t\r\n");
+    return first != bytes.npos && (isDigit(bytes[first]) || bytes[first] == '-');
 }
 
 }  // namespace
@@ -62,16 +72,18 @@ std::wstring notADrawing(std::string_view bytes) {
     }
     for (const Signature& signature : kSignatures) {
         if (startsWith(bytes, signature.bytes)) {
-            return std::wstring(L"The file is ") + signature.kind +
-                   L", not a drawing. Choose a drawing file.";
+            return std::wstring(L"The file is ") + signature.kind + L", not a drawing." + kChoose;
         }
     }
     if (bytes.substr(0, 64).find('\0') != bytes.npos) {
-        return L"The file holds binary data of an unknown kind, not a drawing. Choose a drawing file.";
+        return std::wstring(L"The file holds binary data of an unknown kind, not a drawing.") + kChoose;
     }
     if (bytes.find('\n') == bytes.npos && bytes.find('\r') != bytes.npos) {
         return L"The lines of the file end in a carriage return alone. "
                L"Convert the line ends to LF or CR LF and open it again.";
+    }
+    if (!beginsWithNumber(bytes) && bytes.find("SECTION") == bytes.npos) {
+        return std::wstring(L"The file is a text without group codes, not a drawing.") + kChoose;
     }
     return {};
 }

@@ -86,7 +86,9 @@ int showBox(QWidget* parent, const BoxRequest& request, const link_map* caller) 
 MessageBox::MessageBox(QWidget* parent, const BoxRequest& request) : QDialog(parent), m_request(request) {
     setObjectName("MessageBox");
     setWindowTitle(request.caption);
-    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    // Neither help nor minimise and maximise buttons: whoever hides a question hides that the program waits.
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                   Qt::WindowCloseButtonHint);
     setModal(true);
     auto* const grid = new QGridLayout(this);
     const int gap = fontMetrics().height();

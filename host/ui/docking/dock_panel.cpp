@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QScreen>
 #include <QStyle>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -40,6 +41,19 @@ QRect screenFor(const QPoint& place) {
     return nearest;
 }
 
+/// What a panel has that was dropped at a side: what it had at a side of that kind, or as a floating one, but
+/// no more than half of the frame.
+QSize droppedSize(const QSize& docked, const QSize& floating, const QSize& frame) {
+    const auto choose = [](int before, int own, int room) {
+        return before > 0 ? before : std::min(own, room / 2);
+    };
+    return {choose(docked.width(), floating.width(), frame.width()),
+            choose(docked.height(), floating.height(), frame.height())};
+}
+
+bool isColumn(int side) { return side == kHxDockLeft || side == kHxDockRight; }
+bool isRow(int side) { return side == kHxDockTop || side == kHxDockBottom; }
+
 }  // namespace
 
 HxUiDockPanel::HxUiDockPanel(HxUiDockFrameWindow* frame) : QDockWidget(frame), m_parts(new Parts) {
@@ -58,6 +72,16 @@ HxUiDockPanel::HxUiDockPanel(HxUiDockFrameWindow* frame) : QDockWidget(frame), m
         m_parts->title->updateButtons();
         if (floats) {
             keepWithinReach();
+        } else if (m_parts->isCarried) {
+            // The frame's own docking gives a panel that is dropped as little room as it can do with; it is
+            // at it now.
+            QTimer::singleShot(0, this, [this] {
+                m_parts->isCarried = false;
+                if (m_parts->frame && m_parts->frame->tabifiedDockWidgets(this).isEmpty()) {
+                    m_parts->frame->giveSize(
+                        *this, droppedSize(m_parts->docked, m_parts->lastSize, m_parts->frame->size()));
+                }
+            });
         }
         QResizeEvent placed(size(), size());
         QApplication::sendEvent(this, &placed);
@@ -148,6 +172,11 @@ QSize HxUiDockPanel::sizeHint() const {
 
 bool HxUiDockPanel::event(QEvent* event) {
     switch (event->type()) {
+    case QEvent::MouseButtonPress: m_parts->isCarried = true; break;
+    case QEvent::MouseButtonRelease:
+        // Let go as a floating one it may still be on its way to a side.
+        m_parts->isCarried = m_parts->isCarried && isFloating();
+        break;
     case QEvent::ShortcutOverride:
     case QEvent::KeyPress:
         if (handleKey(event)) {
@@ -205,11 +234,14 @@ bool HxUiDockPanel::handleKey(QEvent* event) {
 void HxUiDockPanel::resizeEvent(QResizeEvent* event) {
     QDockWidget::resizeEvent(event);
     const int side = currentDockPosition();
-    const bool isColumn = side == kHxDockLeft || side == kHxDockRight;
-    const bool isRow = side == kHxDockTop || side == kHxDockBottom;
     m_parts->lastSize = m_parts->lastSize.isValid() ? m_parts->lastSize : size();
-    if (!isRow) m_parts->lastSize.setWidth(width());
-    if (!isColumn) m_parts->lastSize.setHeight(height());
+    if (m_parts->isCarried && side != kHxDockNone) {
+        return;  // not yet the size it is going to have
+    }
+    if (!isRow(side)) m_parts->lastSize.setWidth(width());
+    if (!isColumn(side)) m_parts->lastSize.setHeight(height());
+    if (isColumn(side)) m_parts->docked.setWidth(width());
+    if (isRow(side)) m_parts->docked.setHeight(height());
 }
 
 void HxUiDockPanel::closeEvent(QCloseEvent* event) {

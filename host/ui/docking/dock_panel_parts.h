@@ -14,6 +14,8 @@ struct HxUiDockPanel::Parts {
     std::wstring caption;
     int style = kHxDockAndFloat;
     QSize lastSize;          ///< that it had of its own: not the length of the side that it is docked at
+    QSize docked;            ///< the width it last had as a column, the height as a row; 0 before
+    bool isCarried = false;  ///< the user moves it by its title bar; until it has taken its place
     bool isNew = false;      ///< at its side: it was not shown there yet
     bool isClosing = false;  ///< the user closes it; it is still shown
 };

@@ -58,6 +58,24 @@ void drawRadioButton(QPainter& painter, const QStyleOption& option) {
     }
 }
 
+int distance(const QColor& a, const QColor& b) { return qAbs(qGray(a.rgb()) - qGray(b.rgb())); }
+
+/// A line inside of the rectangle, of a colour that stands out from the ground.
+void drawFocusFrame(QPainter& painter, const QStyleOption& option) {
+    const QPalette& palette = option.palette;
+    QColor line = palette.color(QPalette::Active, QPalette::Link);
+    if (option.state & QStyle::State_Selected) {
+        const QColor ground = palette.color(QPalette::Active, QPalette::Highlight);
+        const QColor text = palette.color(QPalette::Active, QPalette::Text);
+        const QColor light = palette.color(QPalette::Active, QPalette::HighlightedText);
+        line = distance(text, ground) > distance(light, ground) ? text : light;
+    }
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setPen(QPen(line, 1));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
+}
+
 }  // namespace
 
 void ThemeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
@@ -71,8 +89,25 @@ void ThemeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
                                            : drawCheckBox(*painter, *option);
         painter->restore();
         break;
+    case PE_FrameFocusRect:
+        painter->save();
+        drawFocusFrame(*painter, *option);
+        painter->restore();
+        break;
     default: QProxyStyle::drawPrimitive(element, option, painter, widget); break;
     }
+}
+
+void ThemeStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                    QPainter* painter, const QWidget* widget) const {
+    const auto* const combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+    if (control == CC_ComboBox && combo) {
+        QStyleOptionComboBox shown = *combo;
+        shown.state |= State_KeyboardFocusChange;
+        QProxyStyle::drawComplexControl(control, &shown, painter, widget);
+        return;
+    }
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
 }  // namespace korvex

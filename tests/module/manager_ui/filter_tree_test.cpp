@@ -161,43 +161,6 @@ TEST_F(FilterTree, WhatCannotBeStoredIsToldAndNotShown) {
     EXPECT_EQ(filterCount(), 0);
 }
 
-TEST_F(FilterTree, RowsAreDroppedOnGroups) {
-    if (QGuiApplication::platformName() == "offscreen")
-        GTEST_SKIP() << "nothing can be dragged without a display";
-    run(L"CLICK IDC_BUTTON_NEW_GROUPFILTER\nPRESS focus Ctrl+A\nTYPE focus Outer\nPRESS focus Enter\n"
-        L"CLICK IDC_BUTTON_NEW_GROUPFILTER\nPRESS focus Ctrl+A\nTYPE focus Inner\nPRESS focus Enter\n"
-        L"CHOOSE IDC_LAYER_FILTER_TREE All\nCLICK IDC_LIST_LAYERS_LIST \"NOTES,Name\"\n");
-    idle();
-    ASSERT_TRUE(item("Inner"));
-    const auto dragTo = [&](const QString& filter) {
-        QWindow* const window = frame().windowHandle();
-        const auto inWindow = [&](QWidget* widget, const QPoint& at) { return widget->mapTo(&frame(), at); };
-        const int row = static_cast<int>(names().indexOf("NOTES"));
-        const QPoint from =
-            inWindow(grid()->viewport(), grid()->visualRect(grid()->model()->index(row, kColName)).center());
-        const QPoint to = inWindow(tree().viewport(), tree().visualItemRect(item(filter)).center());
-        QTimer::singleShot(50, [=] {
-            QTest::mouseMove(window, to - QPoint(2, 0));
-            QTest::mouseMove(window, to);
-            QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, to);
-        });
-        QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, from);
-        QTest::mouseMove(window, from - QPoint(10, 0));
-        QTest::mouseMove(window, from - QPoint(30, 0));
-        QTest::qWait(150);
-        idle();
-    };
-    dragTo("All");
-    dragTo("Inner");
-    tree().setCurrentItem(item("Inner"));
-    EXPECT_EQ(names(), QStringList{"NOTES"});
-    tree().setCurrentItem(item("Outer"));
-    EXPECT_EQ(names(), QStringList{"NOTES"}) << "the group around it has the layer, too";
-    run(L"U\n");
-    idle();
-    EXPECT_EQ(names(), QStringList());
-}
-
 TEST_F(FilterTree, BoxesSpeakGerman) {
     linker().unloadModule(kModule);
     qputenv("LC_ALL", "de_DE.UTF-8");

@@ -59,6 +59,21 @@ public:
         presses(Qt::Key_Return);
     }
 
+    /// Does nothing at all for a while, not even look, between two calls.
+    void rests(int milliseconds, Step begin, Step end) {
+        m_steps.push_back({Wait::condition,
+                           [this, milliseconds, begin = std::move(begin), end = std::move(end)] {
+                               m_tick.stop();
+                               begin();
+                               QTimer::singleShot(milliseconds, this, [this, end] {
+                                   end();
+                                   m_quiet.restart();
+                                   m_tick.start();
+                               });
+                           },
+                           [] { return true; }});
+    }
+
     /// Runs the host until all steps are done, and ends it at the next command prompt.
     void work() {
         m_quiet.start();
