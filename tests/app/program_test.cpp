@@ -29,6 +29,31 @@ TEST_F(Program, DrawsSavesAndReadsBack) {
     EXPECT_TRUE(read("a b.dxf.bak").contains("LINE\n") || read("a b.bak").contains("LINE\n"));
 }
 
+TEST_F(Program, HelpOfTheScriptsNeedsNoBuild) {
+    const QTemporaryDir tools;  // no compiler, no package manager
+    for (const QString name : {"cat", "dirname", "sed"}) {
+        QFile::link("/usr/bin/" + name, tools.filePath(name));
+    }
+    const auto outputOf = [&tools](const char* script, const QStringList& arguments) {
+        QProcess process;
+        process.setProgram(QString(KORVEX_SOURCE_DIR) + script);
+        process.setArguments(arguments);
+        QProcessEnvironment bare;
+        bare.insert("PATH", tools.path());
+        process.setProcessEnvironment(bare);
+        process.start();
+        EXPECT_TRUE(process.waitForFinished());
+        EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
+        return QString(process.readAllStandardOutput());
+    };
+    const QString help = outputOf("/run", {"--help"});
+    const QString own = korvex({"--help"}).out;
+    for (const QString& line : own.split('\n')) {
+        EXPECT_TRUE(!line.startsWith("  -") || help.contains(line)) << line.toStdString();
+    }
+    EXPECT_TRUE(outputOf("/check", {"--help"}).contains("--tidy"));
+}
+
 TEST_F(Program, RunsScriptsInOrder) {
     write("one.scr", "; a comment\nLUPREC 3\n");
     write("two.scr", "SETVAR LUPREC\n\n");

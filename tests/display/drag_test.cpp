@@ -138,8 +138,8 @@ TEST_F(Drag, FilesThatAreDroppedAreOpened) {
                [&source] { grabAt(middleOf(source)); });
     user->when(isDragging, [this] { moveTo(middleOf(window->view())); });
     overIt(over);
-    user->when([] { return editor().documents().all().size() == 2; }, [] {});
-    user->atCommandPrompt([this] { EXPECT_EQ(documentTabs().count(), 2); });
+    user->when([] { return editor().documents().all().size() == 3; }, [] {});
+    user->atCommandPrompt([this] { EXPECT_EQ(documentTabs().count(), 3); });
     user->work();
 }
 

@@ -10,12 +10,12 @@
 
 namespace korvex::test {
 
-/// Its module goes before the window, as when the program ends.
+/// With the actions of scripts.
 class DisplayTest : public DrawingWorkbenchTest {
 protected:
-    void TearDown() override {
-        linker().unloadModule(kModule);
-        DrawingWorkbenchTest::TearDown();
+    void SetUp() override {
+        startUiCommands();
+        DrawingWorkbenchTest::SetUp();
     }
 };
 

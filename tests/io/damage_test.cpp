@@ -124,4 +124,10 @@ TEST(Damage, DatabasesAreFilledOnce) {
     EXPECT_FALSE(database.layerZero().isNull());
 }
 
+TEST(Damage, WhatFollowsEofStaysInTheFile) {
+    const std::string bytes = sheetDrawing() + "more\nand more\n";
+    const auto database = opened(bytes);
+    EXPECT_EQ(writeDrawing(*database), bytes);
+}
+
 }  // namespace korvex::test

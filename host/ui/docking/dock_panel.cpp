@@ -77,6 +77,7 @@ HxUiDockPanel::HxUiDockPanel(HxUiDockFrameWindow* frame) : QDockWidget(frame), m
             // at it now.
             QTimer::singleShot(0, this, [this] {
                 m_parts->isCarried = false;
+                m_parts->lastSize = m_parts->released;
                 if (m_parts->frame && m_parts->frame->tabifiedDockWidgets(this).isEmpty()) {
                     m_parts->frame->giveSize(
                         *this, droppedSize(m_parts->docked, m_parts->lastSize, m_parts->frame->size()));
@@ -176,6 +177,7 @@ bool HxUiDockPanel::event(QEvent* event) {
     case QEvent::MouseButtonRelease:
         // Let go as a floating one it may still be on its way to a side.
         m_parts->isCarried = m_parts->isCarried && isFloating();
+        m_parts->released = m_parts->lastSize;
         break;
     case QEvent::ShortcutOverride:
     case QEvent::KeyPress:

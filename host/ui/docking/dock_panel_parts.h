@@ -14,6 +14,7 @@ struct HxUiDockPanel::Parts {
     std::wstring caption;
     int style = kHxDockAndFloat;
     QSize lastSize;          ///< that it had of its own: not the length of the side that it is docked at
+    QSize released;          ///< lastSize when the user let it go; on its way to a side it has others
     QSize docked;            ///< the width it last had as a column, the height as a row; 0 before
     bool isCarried = false;  ///< the user moves it by its title bar; until it has taken its place
     bool isNew = false;      ///< at its side: it was not shown there yet

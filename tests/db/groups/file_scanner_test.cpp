@@ -201,7 +201,6 @@ std::vector<Damage> damages() {
         {"no EOF", start + "0\nENDSEC\n", 6, -1, L"without EOF"},
         {"no EOF, cut in a section", start + "0\nLINE\n8\n0\n", 8, -1, L"without EOF"},
         {"comments only", "999\nhello\n", 2, -1, L"comments only"},
-        {"trash after EOF", start + end + "\nignore\nthis\n", 10, -1, L"data follow after EOF: \"ignore\""},
     };
 }
 
@@ -249,7 +248,10 @@ TEST(FileScanner, SaysWhatAFileIsThatIsNoDrawing) {
         {"<?xml version=\"1.0\"?>\n", L"XML"},
         {std::string("\x01\x02\0\x03\n", 5), L"unknown kind"},
         {"0\rSECTION\r2\rHEADER\r", L"carriage return alone"},
-        {"hello\nworld\n", L"expected a group code"},
+        {"hello\nworld\n",
+         L"a text without group codes, not a drawing. Choose a drawing with group codes (DXF)"},
+        {"#!/bin/sh\necho 0\n", L"a script of commands, not a drawing"},
+        {"hello\n0\nSECTION\n", L"expected a group code"},
         {binarySentinel(), L"ends after its sentinel"},
     };
     for (const Row& row : rows) {
@@ -258,6 +260,18 @@ TEST(FileScanner, SaysWhatAFileIsThatIsNoDrawing) {
         EXPECT_NE(scan.error.message.find(row.words), std::wstring::npos)
             << ::testing::PrintToString(scan.error.message);
     }
+}
+
+TEST(FileScanner, WhatFollowsEofIsKeptAndTold) {
+    for (const std::string& whole : {binaryDrawing(2), textDrawing(kLayerTable)}) {
+        const std::string bytes = whole + "more\n0\nLINE\n";
+        const Scan scan(bytes);
+        EXPECT_TRUE(scan.scanner.atEnd()) << ::testing::PrintToString(scan.error.message);
+        EXPECT_EQ(scan.joined, bytes);
+        EXPECT_NE(scan.scanner.warning().message.find(L"data follow after EOF: \"more"), std::wstring::npos);
+        EXPECT_GT(scan.scanner.warning().line, 0U);
+    }
+    EXPECT_TRUE(Scan(textDrawing(kLayerTable) + "\n \x1A").scanner.warning().message.empty());
 }
 
 TEST(FileScanner, EveryCutOfADrawingIsDamageWithAPlaceInIt) {
@@ -294,11 +308,6 @@ TEST(FileScanner, DamagedBinaryDrawingsNameTheOffset) {
     const Scan open(noEof);
     EXPECT_EQ(open.error.line, noEof.size());
     EXPECT_NE(open.error.message.find(L"without EOF"), std::wstring::npos);
-
-    const std::string more = whole + "more";
-    const Scan trash(more);
-    EXPECT_EQ(trash.error.line, whole.size());
-    EXPECT_NE(trash.error.message.find(L"after EOF"), std::wstring::npos);
 }
 
 TEST(FileScanner, CountsGroupsOfATextDrawing) {

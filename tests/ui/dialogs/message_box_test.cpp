@@ -29,6 +29,15 @@ protected:
     }
 };
 
+TEST_F(MessageBoxTest, CanBeClosedButNotHiddenOrEnlarged) {
+    show(MB_OK, [](QWidget& box) {
+        EXPECT_TRUE(box.windowFlags() & Qt::CustomizeWindowHint) << "else the window manager adds its own";
+        EXPECT_FALSE(box.windowFlags() & Qt::WindowMinMaxButtonsHint);
+        EXPECT_TRUE(box.windowFlags() & Qt::WindowCloseButtonHint);
+        box.close();
+    });
+}
+
 TEST_F(MessageBoxTest, GivesWhatWasPressed) {
     EXPECT_EQ(show(MB_YESNOCANCEL, clicks("IDYES")), IDYES);
     EXPECT_EQ(show(MB_YESNOCANCEL, clicks("IDNO")), IDNO);

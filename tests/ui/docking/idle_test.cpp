@@ -82,6 +82,24 @@ TEST_F(IdleTest, NotWhileACommandRuns) {
     EXPECT_EQ(during, 0);
 }
 
+TEST_F(IdleTest, BeforeEachQuestionOfACommand) {
+    std::vector<int> counts;
+    editor().setIdleHandler([] { IdleNotifier::notifyAll(); });
+    define(L"ASK", [&] {
+        idle.clear();
+        IdleNotifier::notifyAll();
+        counts.push_back(idle.count());
+        askKeyword({L"One?", L"Yes No"});
+        counts.push_back(idle.count());
+        IdleNotifier::notifyAll();
+        askKeyword({L"Two?", L"Yes No"});
+        counts.push_back(idle.count());
+    });
+    run(L"ASK Y N\n");
+    editor().setIdleHandler(nullptr);
+    EXPECT_EQ(counts, (std::vector<int>{0, 1, 2}));
+}
+
 TEST_F(IdleTest, OnceForEveryTurnOfARunWithoutWindows) {
     int turns = 0;
     editor().setIdleHandler([&turns] {

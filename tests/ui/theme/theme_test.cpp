@@ -9,7 +9,12 @@
 #include <QCheckBox>
 #include <QImage>
 #include <QLabel>
+#include <QPushButton>
 #include <QRadioButton>
+#include <QTableWidget>
+#include <QToolButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
 
 #include <cmath>
 
@@ -88,6 +93,53 @@ TEST_F(ThemeTest, DisabledAndSelectedTextsCanBeRead) {
         EXPECT_GE(contrast(palette.color(QPalette::Disabled, QPalette::Text), palette.color(QPalette::Base)),
                   3);
         EXPECT_GE(contrast(palette.color(QPalette::ToolTipText), palette.color(QPalette::ToolTipBase)), 4.5);
+    }
+}
+
+/// How many pixels the keyboard's focus changes so that they are seen.
+int framedPixels(QWidget& window, QWidget& control) {
+    const auto shown = [&control] { return control.grab().toImage().convertToFormat(QImage::Format_RGB32); };
+    window.setFocus();
+    const QImage without = shown();
+    control.setFocus();
+    const QImage with = shown();
+    int count = 0;
+    for (int y = 0; y < with.height(); ++y) {
+        for (int x = 0; x < with.width(); ++x) {
+            count += contrast(with.pixelColor(x, y), without.pixelColor(x, y)) >= 3 ? 1 : 0;
+        }
+    }
+    return count;
+}
+
+TEST_F(ThemeTest, WhatHasTheKeyboardIsFramed) {
+    for (const wchar_t* theme : {L"COLORTHEME 0\n", L"COLORTHEME 1\n"}) {
+        run(theme);
+        QWidget window;
+        window.setFocusPolicy(Qt::StrongFocus);
+        QVBoxLayout column(&window);
+        auto* const button = new QPushButton("A button", &window);
+        auto* const tool = new QToolButton(&window);
+        auto* const box = new QCheckBox("A box", &window);
+        auto* const table = new QTableWidget(3, 3, &window);
+        auto* const tree = new QTreeWidget(&window);
+        for (QWidget* const control :
+             {static_cast<QWidget*>(button), static_cast<QWidget*>(tool), static_cast<QWidget*>(box),
+              static_cast<QWidget*>(table), static_cast<QWidget*>(tree)}) {
+            control->setFocusPolicy(Qt::StrongFocus);
+            column.addWidget(control);
+        }
+        tree->addTopLevelItem(new QTreeWidgetItem({"An item"}));
+        tree->setCurrentItem(tree->topLevelItem(0), 0, QItemSelectionModel::NoUpdate);
+        table->setCurrentCell(1, 1, QItemSelectionModel::NoUpdate);
+        window.show();
+        QApplication::setActiveWindow(&window);
+        for (QWidget* const control : window.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+            EXPECT_GT(framedPixels(window, *control), 30) << control->metaObject()->className();
+        }
+        table->selectAll();
+        table->setCurrentCell(1, 1, QItemSelectionModel::NoUpdate);
+        EXPECT_GT(framedPixels(window, *table), 30) << "a selected cell";
     }
 }
 

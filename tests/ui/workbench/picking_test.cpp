@@ -3,6 +3,8 @@
 #include "host/ui/view/screen_map.h"
 #include "tests/ui/workbench/workbench_fixture.h"
 
+#include <QTableView>
+
 namespace korvex::test {
 namespace {
 
@@ -24,6 +26,25 @@ protected:
         QTest::mouseClick(&window->view(), Qt::LeftButton, Qt::NoModifier, pixel(x, y));
     }
 };
+
+TEST_F(PickingTest, ThePaletteShowsWhatWasFrozenWhileTheCommandGoesOn) {
+    const auto frozenCell = [this] {
+        const QAbstractItemModel& model = *widget<QTableView>("IDC_LIST_LAYERS_LIST").model();
+        const QModelIndexList found = model.match(model.index(0, 1), Qt::DisplayRole, "NOTES");
+        return found.value(0).siblingAtColumn(3).data(Qt::AccessibleTextRole).toString();
+    };
+    user->enters("LAYERPALETTE");
+    user->then([this, frozenCell] {
+        look(5, 0, 40);
+        EXPECT_EQ(frozenCell(), "Thawed");
+    });
+    user->enters("LAYFRZ");
+    user->then([this] { click(5, 2); });
+    user->when([frozenCell] { return frozenCell() == "Frozen"; },
+               [this] { EXPECT_TRUE(window->dialogue().isAsking()); });
+    user->presses(Qt::Key_Escape);
+    user->work();
+}
 
 TEST_F(PickingTest, FreezesLayersOfNestedObjectsByMouse) {
     user->then([this] { look(105, 0, 40); });

@@ -28,6 +28,7 @@ protected:
     }
     void TearDown() override {
         user.reset();
+        linker().unloadModule(kModule);  // before the window, as when the program ends
         closeWindow();
         Fixture::TearDown();
     }
