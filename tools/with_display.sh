@@ -28,7 +28,7 @@ for program in Xvfb openbox setpriv; do
     command -v "$program" >/dev/null || fail "there is no $program; ./check installs it (packages.txt)"
 done
 mkfifo "$folder/number" "$folder/ready"
-$bound Xvfb -displayfd 3 -screen 0 1600x1000x24 -nolisten tcp -noreset 3>"$folder/number" >"$folder/Xvfb.log" 2>&1 &
+$bound Xvfb -displayfd 3 -screen 0 3200x2000x24 -nolisten tcp -noreset 3>"$folder/number" >"$folder/Xvfb.log" 2>&1 &
 server=$!
 read -r number <"$folder/number" || fail "Xvfb did not start"
 export DISPLAY=":$number" QT_QPA_PLATFORM=xcb

@@ -23,19 +23,17 @@ protected:
     /// Takes the palette by its title and lets it go at a place, where it is to dock, or in the air.
     void carries(double x, double y, int side) {
         user->then([this] { grabAt(title()); });
-        user->when([this] { return palette().isFloating(); },
-                   [this, x, y] {
-                       moveTo(inWindow(0.5, 0.5));
-                       moveTo(inWindow(x, y) + QPoint(1, 1));
-                       moveTo(inWindow(x, y));
-                   });
-        user->when(
-            [this, side] {
-                const auto* const place = window->findChild<QRubberBand*>();
-                return side == kHxDockNone ? (QCursor::pos() - inWindow(0.5, 0.5)).manhattanLength() < 4
-                                           : place && place->isVisible();
-            },
-            [] { letGo(); });
+        user->when(trembling([this] { return palette().isFloating(); }), [this, x, y] {
+            moveTo(inWindow(0.5, 0.5));
+            moveTo(inWindow(x, y) + QPoint(1, 1));
+            moveTo(inWindow(x, y));
+        });
+        user->when(trembling([this, side, x, y] {
+                       const auto* const place = window->findChild<QRubberBand*>();
+                       return side == kHxDockNone ? (QCursor::pos() - inWindow(x, y)).manhattanLength() < 8
+                                                  : place && place->isVisible();
+                   }),
+                   [] { letGo(); });
         user->when(
             [this, side] {
                 return palette().currentDockPosition() == side &&
@@ -46,12 +44,9 @@ protected:
     /// Lets go of something once whoever is under the mouse has answered: it hears of the next move then.
     void overIt(EventCount& moves) {
         auto heard = std::make_shared<int>(0);
-        user->when([&moves] { return moves.count > 0; },
-                   [&moves, heard] {
-                       *heard = moves.count;
-                       moveTo(QCursor::pos() + QPoint(2, 0));
-                   });
-        user->when([&moves, heard] { return moves.count > *heard; }, [] { letGo(); });
+        user->when(trembling([&moves] { return moves.count > 0; }),
+                   [&moves, heard] { *heard = moves.count; });
+        user->when(trembling([&moves, heard] { return moves.count > *heard; }), [] { letGo(); });
     }
 };
 
@@ -93,7 +88,7 @@ TEST_F(Drag, RowsAreDroppedOnGroups) {
             tree().viewport()->mapToGlobal(tree().visualItemRect(group().value(0)).center());
         moveTo(target);
     };
-    user->when(isDragging, moves);
+    user->when(trembling(isDragging), moves);
     overIt(overTarget);
     user->when([] { return !isDragging(); }, [tree, group] { tree().setCurrentItem(group()[0]); });
     user->when([grid] { return grid().model()->rowCount() == 1; },
@@ -136,7 +131,7 @@ TEST_F(Drag, FilesThatAreDroppedAreOpened) {
     });
     user->when([&source] { return source.windowHandle() && source.windowHandle()->isExposed(); },
                [&source] { grabAt(middleOf(source)); });
-    user->when(isDragging, [this] { moveTo(middleOf(window->view())); });
+    user->when(trembling(isDragging), [this] { moveTo(middleOf(window->view())); });
     overIt(over);
     user->when([] { return editor().documents().all().size() == 3; }, [] {});
     user->atCommandPrompt([this] { EXPECT_EQ(documentTabs().count(), 3); });

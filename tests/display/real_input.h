@@ -41,6 +41,19 @@ inline void grabAt(const QPoint& place) {
     }
 }
 
+/// The condition, and as long as it does not hold the mouse trembles: moves that come fast reach a window as
+/// one, and it may wait for the next.
+inline std::function<bool()> trembling(std::function<bool()> condition) {
+    return [condition = std::move(condition), step = 2]() mutable {
+        if (condition()) {
+            return true;
+        }
+        step = -step;
+        byHand({"mousemove_relative", "--", QString::number(step), "0"});
+        return false;
+    };
+}
+
 inline void letGo() { byHand({"mouseup", "1"}); }
 
 /// Something is being dragged: the picture under the mouse is shown.

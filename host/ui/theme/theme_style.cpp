@@ -98,6 +98,18 @@ void ThemeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
     }
 }
 
+void ThemeStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                             const QWidget* widget) const {
+    QProxyStyle::drawControl(element, option, painter, widget);
+    if (element == CE_PushButton && (option->state & State_HasFocus)) {
+        constexpr int kInset = 3;
+        QStyleOptionFocusRect frame;
+        frame.QStyleOption::operator=(*option);
+        frame.rect = option->rect.adjusted(kInset, kInset, -kInset, -kInset);
+        drawPrimitive(PE_FrameFocusRect, &frame, painter, widget);
+    }
+}
+
 void ThemeStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                                     QPainter* painter, const QWidget* widget) const {
     const auto* const combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);

@@ -129,8 +129,8 @@ TEST_F(DockTest, FloatsWhereItIsTold) {
     EditPanel* panel = shownPanel();
     panel->floatAt(150, 170);
     EXPECT_EQ(panel->geometry().topLeft(), QPoint(150, 170));
-    QTest::qWait(1);
-    EXPECT_EQ(panel->geometry().topLeft(), QPoint(150, 170));
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(panel));
+    EXPECT_TRUE(QTest::qWaitFor([panel] { return panel->geometry().topLeft() == QPoint(150, 170); }, 2000));
     EXPECT_TRUE(panel->isVisible());
     panel->setCurrentDockPosition(kHxDockRight);
     EXPECT_FALSE(panel->isFloating());
