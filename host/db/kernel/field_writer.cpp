@@ -60,6 +60,11 @@ void FieldWriter::store(int code, bool optional) {
 
 void FieldWriter::absent(int code) { store(code, true); }
 
+void FieldWriter::copyAll(std::string_view groups) {
+    constexpr int kNoCode = -1;
+    m_sections.back().items.push_back({kNoCode, std::string(groups), false});
+}
+
 void FieldWriter::standsAt(std::size_t offset, int code) {
     m_places.push_back({offset, code, m_sections.empty() ? 0 : m_sections.size() - 1});
 }

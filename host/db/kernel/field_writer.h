@@ -35,6 +35,8 @@ public:
     void defaultReal(int code, double value) { m_scratch.real(code, value), store(code, true); }
     /// A group copied from elsewhere in the same form.
     void copy(const GroupCursor& group) { m_scratch.copy(group), store(group.code(), false); }
+    /// All the groups of a replaced subclass, or the rest of them, in the same form.
+    void copyAll(std::string_view groups);
     /// There is no such group.
     void absent(int code);
     /// The old group that the current subclass's field of a code takes the place of begins at `offset` of the

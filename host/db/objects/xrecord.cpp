@@ -35,10 +35,7 @@ void XrecordImp::writeFields(FieldWriter& out) const {
     } else {
         out.integer(kDuplicatesCode, 1);
     }
-    GroupCursor cursor(data, out.format());
-    while (cursor.next()) {
-        out.copy(cursor);
-    }
+    out.copyAll(data);
 }
 
 }  // namespace korvex
