@@ -173,7 +173,7 @@ Hx::ErrorStatus readDrawingFile(HxDbDatabase& database, const std::wstring& path
     std::wstring warning;
     status = status == Hx::eOk ? readDrawing(database, std::move(bytes), error, &warning) : status;
     if (!warning.empty()) {
-        log(Severity::Warning, L"\"" + fileNameOf(path) + L"\": " + warning);
+        log(Severity::Warning, fileNameOf(path) + L": " + warning);
     }
     return status;
 }

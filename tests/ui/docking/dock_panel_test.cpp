@@ -259,7 +259,10 @@ TEST_F(DockTest, TheNextRunFindsPanelsWhereTheyWere) {
     floating->floatAt(123, 145);
     floating->resize(321, 234);
     shownPanel("hidden", kHxDockBottom)->hide();
-    QTest::qWait(1);
+    const QRect place(123, 145, 321, 234);
+    const auto isPlaced = [&] { return floating->geometry() == place && docked->width() == 210; };
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(floating));
+    EXPECT_TRUE(QTest::qWaitFor(isPlaced, 2000));
     const QByteArray state = frame->saveState();
 
     start();
@@ -267,11 +270,9 @@ TEST_F(DockTest, TheNextRunFindsPanelsWhereTheyWere) {
     floating = shownPanel("floating");
     EditPanel* hidden = shownPanel("hidden");
     ASSERT_TRUE(frame->restoreState(state));
-    QTest::qWait(1);
+    EXPECT_TRUE(QTest::qWaitFor(isPlaced, 2000));
     EXPECT_EQ(docked->currentDockPosition(), kHxDockRight);
-    EXPECT_EQ(docked->width(), 210);
     EXPECT_TRUE(floating->isFloating());
-    EXPECT_EQ(floating->geometry(), QRect(123, 145, 321, 234));
     EXPECT_FALSE(hidden->isVisible());
     EXPECT_EQ(hidden->currentDockPosition(), kHxDockBottom);
 }

@@ -5,6 +5,7 @@
 #include "host/editor/editor.h"
 #include "host/ui/workbench/workbench.h"
 
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QMenu>
@@ -59,16 +60,18 @@ public:
         presses(Qt::Key_Return);
     }
 
-    /// Does nothing at all for a while, not even look, between two calls.
+    /// Once things have calmed down does nothing at all for a while, not even look, between two calls.
     void rests(int milliseconds, Step begin, Step end) {
         m_steps.push_back({Wait::condition,
                            [this, milliseconds, begin = std::move(begin), end = std::move(end)] {
                                m_tick.stop();
-                               begin();
-                               QTimer::singleShot(milliseconds, this, [this, end] {
-                                   end();
-                                   m_quiet.restart();
-                                   m_tick.start();
+                               whenCalm([this, milliseconds, begin, end] {
+                                   begin();
+                                   QTimer::singleShot(milliseconds, this, [this, end] {
+                                       end();
+                                       m_quiet.restart();
+                                       m_tick.start();
+                                   });
                                });
                            },
                            [] { return true; }});
@@ -142,6 +145,23 @@ private:
                 --m_depth;
             },
             Qt::QueuedConnection);
+    }
+
+    /// When no event has come for a while; at the latest after some seconds.
+    void whenCalm(Step step) {
+        constexpr int kCalm = 250;  // milliseconds
+        auto* const calm = new QTimer(this);
+        calm->setSingleShot(true);
+        connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, calm,
+                [calm] { calm->start(kCalm); });
+        const auto go = [calm, step = std::move(step)] {
+            calm->disconnect();
+            calm->stop();
+            calm->deleteLater();
+            step();
+        };
+        connect(calm, &QTimer::timeout, this, go);
+        QTimer::singleShot(12 * kCalm, calm, go);
     }
 
     void giveUp(const char* what) {
