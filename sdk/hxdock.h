@@ -49,8 +49,8 @@ public:
     void focusNextPanel(bool forward = true);
 
 Q_SIGNALS:
-    /// The event queue is empty, no modal dialog or menu is open, and no command is at work; one may be waiting
-    /// for the user.
+    /// The event queue is empty, no modal dialog or menu is open, and no command is at work; one may be
+    /// waiting for the user.
     void OnIdle();
 
 private:
