@@ -214,7 +214,7 @@ Box boxAround(const KeptView& view, double aspect) {
 
 /// True when some of the content, which takes up `content`, can be told in the view.
 bool showsContent(HxDbDatabase& database, const Box& view, const Box& content) {
-    constexpr double kSpeck = 0.05;      // of the view's sides
+    constexpr double kSpeck = 0.2;       // of the view's sides
     constexpr double kSmallPart = 0.25;  // of the content's area
     const double width = std::min(view.x.high, content.x.high) - std::max(view.x.low, content.x.low);
     const double height = std::min(view.y.high, content.y.high) - std::max(view.y.low, content.y.low);

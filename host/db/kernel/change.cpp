@@ -40,7 +40,7 @@ Hx::ErrorStatus prepareChange(HxDbStub& stub) {
     }
     db.journal.recordChange(stub);
     stub.implicit = false;
-    db.modified = true;
+    db.modified = db.modified || !db.journal.isLooking();
     ++db.changes;
     return Hx::eOk;
 }

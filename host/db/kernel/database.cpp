@@ -139,6 +139,7 @@ Hx::ErrorStatus HxDbDatabase::setTilemode(bool toModelSpace) {
     HeaderGroup group;
     group.code = 70;
     group.integer = toModelSpace ? 1 : 0;
+    const Journal::Looking looking(*this);
     setHeaderValue(*this, L"$TILEMODE", {group});
     return Hx::eOk;
 }

@@ -128,7 +128,7 @@ void setHeaderValue(HxDbDatabase& database, const std::wstring& name,
         value = &db.header.values.back();
     }
     value->groups = Blob(out.take(), db.names.size());
-    db.modified = true;
+    db.modified = db.modified || !db.journal.isLooking();
     ++db.changes;
     db.currentLayer = nullptr;
     notifyAll(db.reactors,

@@ -170,13 +170,48 @@ void Journal::push(Entry entry) {
         m_loose = true;
     }
     if (m_saved != kNeverSaved && m_entries.size() < m_saved) {
-        m_saved = kNeverSaved;
+        m_saved = undoneIsLooking() ? m_entries.size() : kNeverSaved;
     }
     clearRedo();
+    entry.looking = isLooking();
     m_entries.push_back(std::move(entry));
 }
 
-void Journal::updateModified() { m_database.imp()->modified = m_entries.size() != m_saved; }
+Journal::Looking::Looking(const HxDbDatabase& database) : m_journal(database.imp()->journal) {
+    ++m_journal.m_looking;
+}
+
+/// What is changed afterwards is recorded anew.
+Journal::Looking::~Looking() {
+    --m_journal.m_looking;
+    ++m_journal.m_segment;
+}
+
+void Journal::updateModified() { m_database.imp()->modified = differsFromSaved(); }
+
+bool Journal::differsFromSaved() const {
+    if (m_saved == kNeverSaved) {
+        return true;
+    }
+    if (m_entries.size() < m_saved) {
+        return !undoneIsLooking();
+    }
+    return std::any_of(m_entries.begin() + static_cast<std::ptrdiff_t>(m_saved), m_entries.end(),
+                       [](const Entry& entry) { return !entry.looking; });
+}
+
+/// Nothing but looking was undone since the drawing was saved.
+bool Journal::undoneIsLooking() const {
+    std::size_t left = m_saved - m_entries.size();
+    for (auto redo = m_redo.rbegin(); redo != m_redo.rend() && left > 0; ++redo) {
+        for (auto entry = redo->entries.rbegin(); entry != redo->entries.rend() && left > 0; ++entry, --left) {
+            if (!entry->looking) {
+                return false;
+            }
+        }
+    }
+    return left == 0;
+}
 
 Journal::Entry Journal::stateOf(Kind kind, HxDbStub& stub) {
     Entry entry;
@@ -191,7 +226,9 @@ Journal::Entry Journal::stateOf(Kind kind, HxDbStub& stub) {
 
 Journal::Entry Journal::stateOf(const Entry& like) const {
     if (like.stub) {
-        return stateOf(like.kind, *like.stub);
+        Entry entry = stateOf(like.kind, *like.stub);
+        entry.looking = like.looking;
+        return entry;
     }
     Entry entry = like;
     const Header::Value* value = m_database.imp()->header.find(like.headerName);

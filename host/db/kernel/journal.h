@@ -38,6 +38,20 @@ public:
     /// What the drawing is now is what its file holds: coming back here by undo or redo makes it unmodified.
     void markSaved();
 
+    /// Changes while it lives are steps like any other but leave the drawing unmodified: which space is looked
+    /// at. They are saved with the next real change.
+    class Looking {
+    public:
+        explicit Looking(const HxDbDatabase& database);
+        ~Looking();
+        Looking(const Looking&) = delete;
+        Looking& operator=(const Looking&) = delete;
+
+    private:
+        Journal& m_journal;
+    };
+    bool isLooking() const { return m_looking > 0; }
+
     // Called by the kernel, before the change.
     void recordChange(HxDbStub& stub);
     void recordAppend(HxDbStub& stub);
@@ -59,6 +73,7 @@ private:
         bool erased = false;
         bool unappended = false;
         bool implicit = false;
+        bool looking = false;
         std::string headerName;
     };
     struct Group {
@@ -82,12 +97,15 @@ private:
     void closeLooseGroup();
     void dropEmptyGroups();
     void updateModified();
+    bool differsFromSaved() const;
+    bool undoneIsLooking() const;
 
     HxDbDatabase& m_database;
     std::vector<Entry> m_entries;
     std::vector<Group> m_groups;
     std::vector<Redo> m_redo;
     int m_nesting = 0;
+    int m_looking = 0;
     bool m_loose = false;  ///< the last group was begun by a change outside of any
     std::uint32_t m_segment = 1;
     std::size_t m_saved = 0;  ///< entries when the drawing was saved; kNeverSaved when there is no way back

@@ -84,6 +84,7 @@ Hx::ErrorStatus activate(HxDbDatabase& database, HxDbStub& block) {
     if (active == &block) {
         return Hx::eOk;
     }
+    const Journal::Looking looking(database);
     const HxDbObjectPointer<HxDbObject> coming(HxDbObjectId(&block), HxDb::kForWrite);
     const HxDbObjectPointer<HxDbObject> going(HxDbObjectId(active), HxDb::kForWrite);
     if (!coming || (active && !going)) {

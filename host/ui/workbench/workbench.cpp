@@ -183,6 +183,7 @@ void Workbench::bindActions() {
     m_actions->bind("ActionDeselect", [this] { deselect(); });
     m_actions->bind("ActionZoomIn", [this] { m_view->zoomIn(); });
     m_actions->bind("ActionZoomOut", [this] { m_view->zoomOut(); });
+    m_actions->bind("ActionZoomExtents", [this] { m_view->zoomExtents(); });
     m_actions->bind("ActionEnlarge", [this] { enlargeCommandLine(); });
     m_actions->bind("ActionScript", [this] { runScript(); });
     m_actions->bind("ActionLoadModule", [this] { loadModule(); });

@@ -24,7 +24,9 @@ TEST_F(WholeWindowTest, LayoutTabsRunTheCommands) {
     });
     user->when([this] { return database().tilemode(); }, [] {});
     user->atCommandPrompt([this] { EXPECT_EQ(layoutTabs().currentIndex(), 0); });
+    user->then([this] { window->findChild<QAction*>("ActionZoomExtents")->trigger(); });
     user->work();
+    EXPECT_FALSE(database().isModified()) << "who looks changes nothing";
     EXPECT_EQ(std::count(recorder.log.begin(), recorder.log.end(), L"end LAYOUT"), 1);
     EXPECT_EQ(std::count(recorder.log.begin(), recorder.log.end(), L"end MODEL"), 1);
 }
