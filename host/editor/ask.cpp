@@ -25,10 +25,11 @@ struct Kind {
     AnswerEnd end = AnswerEnd::blank;
     bool trims = true;
     bool takesTransparent = true;
-    bool keepsEmptyText = false;      ///< Enter is an empty text, not RTNONE
-    const wchar_t* wanted = L"";      ///< for the message after wrong input
-    std::optional<HxGePoint3d> base;  ///< InputRequest::base
-    bool nested = false;              ///< InputRequest::nested
+    bool keepsEmptyText = false;                       ///< Enter is an empty text, not RTNONE
+    const wchar_t* wanted = L"";                       ///< for the message after wrong input
+    std::optional<HxGePoint3d> base;                   ///< InputRequest::base
+    bool nested = false;                               ///< InputRequest::nested
+    std::function<bool(const std::wstring&)> isNames;  ///< takes a line as a whole
 };
 
 /// Takes an answer if it is of the kind. A text in `why` says what is wrong with one that nearly is.
@@ -45,6 +46,15 @@ std::wstring listText(const std::vector<std::wstring>& words) {
         out += (i == 0 ? L"" : i + 1 == words.size() ? L" or " : L", ") + words[i];
     }
     return out;
+}
+
+/// What the token points at; typed coordinates count from `base`.
+bool pointOf(const Token& token, const HxGePoint3d& base, HxGePoint3d& point) {
+    if (token.point) {
+        point = *token.point;
+        return true;
+    }
+    return readPoint(token.text, base, point);
 }
 
 /// One question, from its prompt to an answer that fits.
@@ -81,6 +91,9 @@ private:
         if (token.text.empty() && !token.point && !m_kind.keepsEmptyText) {
             return isEnter(host, answer);
         }
+        if (m_kind.isNames && takesLine(host, token, answer)) {
+            return true;
+        }
         if (m_kind.takesTransparent && host.processor().runTransparent(token.text, m_kind.end)) {
             return false;
         }
@@ -94,6 +107,23 @@ private:
             host.input().takeSent(true);
         }
         return host.input().next(request(), token);
+    }
+
+    /// False with the line's first word in the token; the rest comes next.
+    bool takesLine(Editor& host, Token& token, Answer& answer) const {
+        HxGePoint3d point;
+        const bool isKeyword = m_keywords.match(token.text).match == KeywordList::Match::one;
+        if (!isKeyword && !pointOf(token, host.lastPoint, point) && m_kind.isNames(token.text)) {
+            answer.result = RTNORM;
+            answer.text = token.text;
+            return true;
+        }
+        const std::size_t blank = token.text.find_first_of(L" \t");
+        if (blank != std::wstring::npos) {
+            host.input().unread(token.text.substr(blank + 1) + L"\n");
+            token.text.erase(blank);
+        }
+        return false;
     }
 
     InputRequest request() const {
@@ -184,15 +214,6 @@ Answer askTextOf(const Prompt& prompt, const Kind& kind) {
     });
 }
 
-/// What the token points at; typed coordinates count from `base`.
-bool pointOf(const Token& token, const HxGePoint3d& base, HxGePoint3d& point) {
-    if (token.point) {
-        point = *token.point;
-        return true;
-    }
-    return readPoint(token.text, base, point);
-}
-
 }  // namespace
 
 Answer askKeyword(const Prompt& prompt) {
@@ -277,10 +298,15 @@ Answer askName(const Prompt& prompt) {
     return askTextOf(prompt, kind);
 }
 
-Answer askEntity(const Prompt& prompt, bool nested) {
+Answer askEntity(const Prompt& prompt, bool nested) { return askEntityOrNames(prompt, nested, nullptr); }
+
+Answer askEntityOrNames(const Prompt& prompt, bool nested,
+                        const std::function<bool(const std::wstring&)>& isNames) {
     Kind kind(Kind::Wants::entity);
     kind.wanted = L"a point (x,y) on an object";
     kind.nested = nested;
+    kind.isNames = isNames;
+    kind.end = isNames ? AnswerEnd::line : AnswerEnd::blank;
     HxDbDatabase* const database = hxdbWorkingDatabase();
     const bool wasOpen = editor().documents().document(database) != nullptr;
     editor().errorNumber = 0;
@@ -290,7 +316,7 @@ Answer askEntity(const Prompt& prompt, bool nested) {
     if (answer.isNone()) {
         editor().errorNumber = OL_NULLINPUT;
     }
-    if (!answer.isValue()) {
+    if (!answer.isValue() || !answer.text.empty()) {
         return answer;
     }
     if (wasOpen && !editor().documents().document(database)) {

@@ -6,6 +6,7 @@
 #include "sdk/hxed.h"
 #include "sdk/hxge.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -54,6 +55,11 @@ Answer askText(const Prompt& prompt);
 Answer askName(const Prompt& prompt);
 /// An object at a point, nested ones by `nested`. RTERROR and ERRNO 7 when nothing is there.
 Answer askEntity(const Prompt& prompt, bool nested);
+/// The same, or a line as a whole that `isNames` takes: the answer's text, with no entity. A keyword or a
+/// point alone stays one; of any other line the first word is the answer, as the question would take it
+/// otherwise.
+Answer askEntityOrNames(const Prompt& prompt, bool nested,
+                        const std::function<bool(const std::wstring&)>& isNames);
 /// The object at a point of the current space, without asking; false and ERRNO 7 when nothing is there.
 bool pickEntity(HxDbDatabase* database, const HxGePoint3d& point, bool nested, Answer& answer);
 /// True for Yes. RTCAN counts as No; `defaultYes` is what Enter means.

@@ -25,8 +25,8 @@ protected:
 };
 
 TEST_F(MergeLayers, MovesAndErasesInOneStep) {
-    // As the palette sends it: names, an empty line, the target, the confirmation.
-    const std::wstring shown = run(L"_.-LAYMRG _N A\n_N B\n\n_N C\n_Y ");
+    // As the palette sends it: a list of names, the target, the confirmation.
+    const std::wstring shown = run(L"_.-laymrg A,B\n_N C\n_Y ");
     EXPECT_EQ(failures, Lines());
     EXPECT_TRUE(contains(shown, L"Merge \"A\", \"B\" into \"C\"?")) << testing::PrintToString(shown);
     EXPECT_TRUE(contains(shown, L"2 layer(s) merged into \"C\", 3 object(s) moved."))
@@ -69,7 +69,7 @@ TEST_F(MergeLayers, LeavesNothingBehindInBlocksViewportsAndGroups) {
         return ids.length();
     };
     const std::string before = written(database());
-    run(L"_.-laymrg _N My A#,C`,`.1,B\n\n_N C\n_Y ");
+    run(L"_.-laymrg My A#,C`,`.1,B\n_N C\n_Y ");
     EXPECT_EQ(failures, Lines());
     EXPECT_FALSE(hasLayer(L"My A#") || hasLayer(L"B") || hasLayer(L"C,.1"));
     EXPECT_EQ(on(L"C"), 3);
@@ -108,6 +108,30 @@ TEST_F(MergeLayers, TakesPicksAndAsksBefore) {
     run(L"-LAYMRG 5,5\n\n5,0\nY\n");
     EXPECT_FALSE(hasLayer(L"B"));
     EXPECT_EQ(on(L"A"), 3);
+}
+
+TEST_F(MergeLayers, AListAtTheFirstPromptIsToldFromPicksAndKeywords) {
+    run(L"-LAYER N 5,7,N,N A\n\n-LAYMRG 5,0\n\nN C\nY\n");
+    EXPECT_FALSE(hasLayer(L"A")) << "a pick at 5,0";
+    run(L"-LAYMRG `5,`7\nN C\nY\n");
+    EXPECT_FALSE(hasLayer(L"5") || hasLayer(L"7"));
+    EXPECT_EQ(on(L"B"), 2) << "no pick at 5,7";
+    run(L"-LAYMRG N A\nN C\nY\n");
+    EXPECT_FALSE(hasLayer(L"N A"));
+    run(L"-LAYMRG N\nNOPE\n\n-LAYMRG `N\nN C\nY\n");
+    EXPECT_FALSE(hasLayer(L"N"));
+    EXPECT_EQ(failures.size(), 1U) << "the keyword asks for a name";
+    run(L"-LAYMRG N B\n\nN C\nY\n");
+    EXPECT_EQ(on(L"C"), 3);
+}
+
+TEST_F(MergeLayers, WhatWasSentForNothingIsDropped) {
+    ScriptOptions options;
+    options.document = editor().documents().active();
+    editor().input().send(L"_.-laymrg 0\n_N A\n_Y ", options);
+    run(L"REGEN\n");
+    ASSERT_EQ(failures.size(), 1U) << testing::PrintToString(failures);
+    EXPECT_TRUE(contains(failures[0], L"\"0\" can not be merged"));
 }
 
 TEST_F(MergeLayers, RefusesWhatMustStay) {

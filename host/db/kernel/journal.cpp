@@ -204,7 +204,8 @@ bool Journal::differsFromSaved() const {
 bool Journal::undoneIsLooking() const {
     std::size_t left = m_saved - m_entries.size();
     for (auto redo = m_redo.rbegin(); redo != m_redo.rend() && left > 0; ++redo) {
-        for (auto entry = redo->entries.rbegin(); entry != redo->entries.rend() && left > 0; ++entry, --left) {
+        for (auto entry = redo->entries.rbegin(); entry != redo->entries.rend() && left > 0;
+             ++entry, --left) {
             if (!entry->looking) {
                 return false;
             }

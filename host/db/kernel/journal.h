@@ -38,8 +38,8 @@ public:
     /// What the drawing is now is what its file holds: coming back here by undo or redo makes it unmodified.
     void markSaved();
 
-    /// Changes while it lives are steps like any other but leave the drawing unmodified: which space is looked
-    /// at. They are saved with the next real change.
+    /// Changes while it lives are steps like any other but leave the drawing unmodified: which space is
+    /// looked at. They are saved with the next real change.
     class Looking {
     public:
         explicit Looking(const HxDbDatabase& database);

@@ -3,6 +3,7 @@
 #include "host/db/kernel/text_fold.h"
 #include "host/editor/commands/command_support.h"
 #include "host/editor/commands/host_commands.h"
+#include "host/editor/editor.h"
 #include "host/editor/layer_names.h"
 #include "sdk/hxdbentity.h"
 
@@ -34,49 +35,76 @@ HxDbObjectId layerOfPicked(HxDbObjectId picked) {
     return entity ? entity->layerId() : HxDbObjectId();
 }
 
-/// The layers of an answer: of the picked object, or after the keyword Name by their names.
-std::vector<HxDbObjectId> layersOf(const Answer& answer, const wchar_t* namePrompt) {
-    if (answer.isValue()) {
-        return {layerOfPicked(answer.entity)};
-    }
-    const Answer names = answer.isKeywordOf(L"Name") ? askName({namePrompt}) : Answer();
-    if (!names.isValue()) {
-        return {};
-    }
-    const LayerSelection selection = selectLayers(drawing(), names.text);
+std::vector<HxDbObjectId> layersNamed(const std::wstring& names) {
+    const LayerSelection selection = selectLayers(drawing(), names);
     for (const std::wstring& name : selection.unmatched) {
         refuse(L"There is no layer that fits " + quoted(name) + L".");
     }
     return selection.layers;
 }
 
-/// False when the user gave up.
-bool askSources(std::vector<HxDbObjectId>& sources) {
-    std::unordered_set<HxDbObjectId> known;
-    for (;;) {
-        const Answer answer =
-            askEntity({L"Select object on layer to merge or [Name/Undo]:", L"Name Undo"}, false);
-        if (answer.isCancelled() || answer.isNone()) {
-            return answer.isNone();
-        }
-        if (answer.isKeywordOf(L"Undo")) {
-            if (sources.empty()) {
-                say(L"There is no layer to leave out.");
-            } else {
-                known.erase(sources.back());
-                sources.pop_back();
-            }
-            continue;
-        }
-        for (const HxDbObjectId& id : layersOf(answer, L"Enter name list of layer(s) to merge:")) {
+/// The layers of an answer: of the picked object, or after the keyword Name by their names.
+std::vector<HxDbObjectId> layersOf(const Answer& answer, const wchar_t* namePrompt) {
+    if (answer.isValue()) {
+        return {layerOfPicked(answer.entity)};
+    }
+    const Answer names = answer.isKeywordOf(L"Name") ? askName({namePrompt}) : Answer();
+    return names.isValue() ? layersNamed(names.text) : std::vector<HxDbObjectId>();
+}
+
+/// The layers to merge, each once, in the order of choosing.
+class Sources {
+public:
+    /// Those that cannot be merged are told and left out.
+    void add(const std::vector<HxDbObjectId>& layers) {
+        for (const HxDbObjectId& id : layers) {
             const std::wstring why = obstacle(id);
             if (!why.empty()) {
                 refuse(L"Layer " + quoted(layerName(id)) + L" can not be merged: " + why + L".");
-            } else if (known.insert(id).second) {
-                sources.push_back(id);
+            } else if (m_known.insert(id).second) {
+                m_layers.push_back(id);
             }
         }
     }
+    void removeLast() {
+        if (m_layers.empty()) {
+            say(L"There is no layer to leave out.");
+        } else {
+            m_known.erase(m_layers.back());
+            m_layers.pop_back();
+        }
+    }
+    void remove(HxDbObjectId id) {
+        m_layers.erase(std::remove(m_layers.begin(), m_layers.end(), id), m_layers.end());
+    }
+    const std::vector<HxDbObjectId>& layers() const { return m_layers; }
+
+private:
+    std::vector<HxDbObjectId> m_layers;
+    std::unordered_set<HxDbObjectId> m_known;
+};
+
+bool isListOfLayers(const std::wstring& text) {
+    const LayerSelection selection = selectLayers(drawing(), text);
+    return selection.unmatched.empty() && !selection.layers.empty();
+}
+
+/// A list of names instead of the first pick is all that is merged. False when the user gave up.
+bool askSources(Sources& sources) {
+    const Prompt prompt{L"Select object on layer to merge or [Name/Undo]:", L"Name Undo"};
+    Answer answer = askEntityOrNames(prompt, false, isListOfLayers);
+    if (answer.isValue() && !answer.text.empty()) {
+        sources.add(layersNamed(answer.text));
+        return true;
+    }
+    for (; !answer.isCancelled() && !answer.isNone(); answer = askEntity(prompt, false)) {
+        if (answer.isKeywordOf(L"Undo")) {
+            sources.removeLast();
+        } else {
+            sources.add(layersOf(answer, L"Enter name list of layer(s) to merge:"));
+        }
+    }
+    return answer.isNone();
 }
 
 /// Null when the user gave up.
@@ -146,13 +174,16 @@ bool eraseLayer(HxDbObjectId id) {
 }  // namespace
 
 void mergeLayersCommand() {
-    std::vector<HxDbObjectId> sources;
-    if (!askSources(sources) || sources.empty()) {
+    Sources chosen;
+    if (!askSources(chosen) || chosen.layers().empty()) {
+        editor().input().dropSent();  // the rest of what was sent answers this command
         return;
     }
     const HxDbObjectId target = askTarget();
-    sources.erase(std::remove(sources.begin(), sources.end(), target), sources.end());
+    chosen.remove(target);
+    const std::vector<HxDbObjectId>& sources = chosen.layers();
     if (target.isNull() || sources.empty()) {
+        editor().input().dropSent();
         return;
     }
     if (!askYesNo(L"Merge " + namesOf(sources) + L" into " + quoted(layerName(target)) + L"?", false)) {

@@ -77,8 +77,8 @@ constexpr MenuRow kRows[] = {
      "Selects all objects of the current space", kDrawing},
     {kEdit, "&Deselect", "ActionDeselect", nullptr, nullptr, "Ctrl+Shift+A", "Selects nothing", kDrawing},
 
-    {kView, "Zoom &Extents", "ActionZoomExtents", nullptr, "zoom-extents", "Ctrl+0",
-     "Shows everything", kDrawing},
+    {kView, "Zoom &Extents", "ActionZoomExtents", nullptr, "zoom-extents", "Ctrl+0", "Shows everything",
+     kDrawing},
     {kView, "Zoom &Window", "ActionZoomWindow", "'_.ZOOM\n_Window\n", "zoom-window", nullptr,
      "Shows what lies between two corners", kDrawing},
     {kView, "Zoom &In", "ActionZoomIn", nullptr, "zoom-in", "Ctrl++", "Shows half as much, twice as large",

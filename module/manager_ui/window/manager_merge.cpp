@@ -51,6 +51,30 @@ QStringList targetsFor(const HxArray<KvLayerData*>& all, const std::vector<KvLay
     return names;
 }
 
+/// Whether the command that merges would take the list for one of its options or for a point.
+bool couldBeOther(const std::wstring& list) {
+    const auto begins = [&](const QString& keyword) {
+        return keyword.startsWith(QString::fromStdWString(list), Qt::CaseInsensitive);
+    };
+    return begins(QStringLiteral("Name")) || begins(QStringLiteral("Undo")) ||
+           list.find_first_not_of(L"0123456789+-.,eE@") == std::wstring::npos;
+}
+
+/// The layers' names as the command takes them, as names and nothing else.
+std::wstring mergeList(const std::vector<KvLayerData*>& layers) {
+    std::wstring list;
+    std::wstring escaped;
+    for (KvLayerData* const layer : layers) {
+        const std::wstring name = nameOf(layer).toStdWString();
+        const wchar_t* const comma = list.empty() ? L"" : L",";
+        list += comma + listElement(name);
+        escaped += comma;
+        for (const wchar_t c : name)
+            escaped += {L'`', c};
+    }
+    return couldBeOther(list) ? escaped : list;
+}
+
 }  // namespace
 
 /// The host merges: as a command, which is one undo step, when this event is over.
@@ -66,10 +90,6 @@ void KvLayerPropManagerDlg::MergeSelectLayersTo() {
                  [&](KvLayerData* layer) { return IsValidLayer(layer, *m_manager->GetDatabase()); });
     const int count = static_cast<int>(merged.size());
     if (count > 0) {
-        std::wstring names;
-        for (KvLayerData* const layer : merged) {
-            names += (names.empty() ? L"" : L",") + listElement(nameOf(layer).toStdWString());
-        }
         KvMergeTargetDialog dialog(targetsFor(m_manager->GetAllLayersRef(), merged), count, this);
         if (dialog.DoModal() != IDOK) return;
         const QString question =
@@ -77,7 +97,7 @@ void KvLayerPropManagerDlg::MergeSelectLayersTo() {
         if (MessageBox(question.toStdWString().c_str(), nullptr, MB_OKCANCEL | MB_ICONWARNING) != IDOK)
             return;
         CStdStr<wchar_t> command;
-        command.Format(L"_.-laymrg %ls\n_N %ls\n_Y ", (L"_N " + names + L"\n").c_str(),
+        command.Format(L"_.-laymrg %ls\n_N %ls\n_Y ", mergeList(merged).c_str(),
                        listElement(dialog.target().toStdWString()).c_str());
         hxDocManager()->sendStringToExecute(document, command.c_str(), true, false, false);
     }

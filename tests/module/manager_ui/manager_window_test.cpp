@@ -205,6 +205,21 @@ TEST_F(ManagerWindow, MergesIntoALayerThatTheUserChooses) {
     EXPECT_EQ(names().size(), 14);
 }
 
+TEST_F(ManagerWindow, MergesLayersWhoseNamesLookLikePointsOrOptions) {
+    run(L"-LAYER N 5,7.5,U\n\n");
+    idle();
+    for (const QStringList& layers : {QStringList{"5", "7.5"}, QStringList{"U"}}) {
+        selectLayers(layers);
+        run(L"CLICK IDC_LIST_LAYERS_LIST right \"" + layers[0].toStdWString() +
+            L",Name\"\nCHOOSE menu \"Merge Selected Layers Into...\"\nTYPE IDC_MERGE_SEARCH wall\n"
+            L"PRESS IDC_MERGE_SEARCH Enter\nOK\n");
+        idle();
+        EXPECT_FALSE(hasLayer(layers[0].toStdWString().c_str()));
+        EXPECT_FALSE(hasLayer(layers.last().toStdWString().c_str()));
+    }
+    EXPECT_EQ(failures, Lines());
+}
+
 TEST_F(ManagerWindow, LayerStatesTellThatTheyAreNotThere) {
     EXPECT_TRUE(contains(pressAnd("IDC_BUTTON_LAYERSTATES", L"OK\n"),
                          L"LAYERSTATE is not available in this version. [OK]"));
