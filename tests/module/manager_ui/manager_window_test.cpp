@@ -208,7 +208,7 @@ TEST_F(ManagerWindow, MergesIntoALayerThatTheUserChooses) {
 TEST_F(ManagerWindow, MergesLayersWhoseNamesLookLikePointsOrOptions) {
     run(L"-LAYER N 5,7.5,U\n\n");
     idle();
-    for (const QStringList& layers : {QStringList{"5", "7.5"}, QStringList{"U"}}) {
+    for (const QStringList& layers : {QStringList{"7.5", "5"}, QStringList{"U"}}) {
         selectLayers(layers);
         run(L"CLICK IDC_LIST_LAYERS_LIST right \"" + layers[0].toStdWString() +
             L",Name\"\nCHOOSE menu \"Merge Selected Layers Into...\"\nTYPE IDC_MERGE_SEARCH wall\n"
