@@ -102,9 +102,24 @@ HxDbStub* RecordPlacing::space(std::wstring_view name) const {
     return found != m_byName.end() ? found->second : nullptr;
 }
 
+/// Some programs lose the name of model space: it is the block without contents of its own that owns entities
+/// which are not in one. Null when there is none.
+HxDbStub* RecordPlacing::misnamedModel() const {
+    for (const LooseEntity& entity : m_records.entities) {
+        HxDbStub* owner = entity.onPaper ? nullptr : blockRecord(entity.owner);
+        if (owner && owner->contents->members.empty() && owner != space(kPaperSpace)) {
+            return owner;
+        }
+    }
+    return nullptr;
+}
+
 /// Model space, which every drawing has, and paper space, which came with R11.
 void RecordPlacing::findSpaces() {
     m_model = space(kModelSpace);
+    if (!m_model) {
+        m_model = m_db.misnamedModel = misnamedModel();
+    }
     if (!m_model) {
         m_model = &addBlock(kModelSpace);
     }

@@ -21,6 +21,7 @@ private:
     HxDbStub& recordOf(const BlockRun& block);
     HxDbStub* blockRecord(std::uint64_t handle) const;
     HxDbStub* space(std::wstring_view name) const;
+    HxDbStub* misnamedModel() const;
     void findSpaces();
     HxDbStub& containerOf(const LooseEntity& entity) const;
     HxDbStub& addBlock(std::wstring_view name);

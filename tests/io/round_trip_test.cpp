@@ -110,6 +110,37 @@ TEST(Reading, SpaceOfAnEntityWhoseOwnerIsWrong) {
     EXPECT_EQ(count(modelSpace(*database)), 1U);
 }
 
+TEST(Reading, ModelSpaceWithoutItsNameAndOwnersThatAreNoSpace) {
+    const std::string text =
+        inVersion("AC1015", R"(0 SECTION | 2 TABLES | 0 TABLE | 2 BLOCK_RECORD | 5 1 | 70 3
+        0 BLOCK_RECORD | 5 20 | 330 1 | 100 AcDbSymbolTableRecord | 100 AcDbBlockTableRecord | 2 *U
+        0 BLOCK_RECORD | 5 21 | 330 1 | 100 AcDbSymbolTableRecord | 100 AcDbBlockTableRecord | 2 *Paper_Space
+        0 BLOCK_RECORD | 5 22 | 330 1 | 100 AcDbSymbolTableRecord | 100 AcDbBlockTableRecord | 2 DOOR
+        0 ENDTAB | 0 ENDSEC | 0 SECTION | 2 BLOCKS
+        0 BLOCK | 5 30 | 330 20 | 100 AcDbEntity | 8 0 | 100 AcDbBlockBegin | 2 *U | 0 ENDBLK | 5 31 | 330 20
+        0 BLOCK | 5 32 | 330 22 | 100 AcDbEntity | 8 0 | 100 AcDbBlockBegin | 2 DOOR
+        0 POINT | 5 33 | 330 22 | 100 AcDbEntity | 8 0 | 0 ENDBLK | 5 34 | 330 22
+        0 ENDSEC | 0 SECTION | 2 ENTITIES
+        0 POINT | 5 40 | 330 22 | 100 AcDbEntity | 8 0
+        0 POINT | 5 41 | 330 20 | 100 AcDbEntity | 8 0 | 0 ENDSEC)");
+    const auto database = opened(text);
+    ASSERT_EQ(modelSpace(*database), byHandle(*database, 0x20));
+    EXPECT_EQ(count(modelSpace(*database)), 2U);
+    EXPECT_EQ(writeDrawing(*database), text);
+    {
+        HxDbObjectPointer<HxDbBlockTableRecord> model(database->modelSpaceId(), HxDb::kForWrite);
+        HxDbObjectId added;
+        auto* const point = new HxDbEntity(L"POINT");
+        ASSERT_EQ(model->appendHxDbEntity(added, point), Hx::eOk);
+        point->close();
+    }
+    const std::string saved = writeDrawing(*database);
+    EXPECT_EQ(saved.find("*Model_Space"), std::string::npos);
+    EXPECT_EQ(count(modelSpace(*opened(saved))), 3U);
+    const std::string last = saved.substr(saved.rfind("POINT"));
+    EXPECT_NE(last.find("\n330\n20\n"), std::string::npos) << "a new one has an owner that the file knows";
+}
+
 TEST(Reading, OldDrawingsGetWhatTheyLack) {
     const auto database = opened(oldDrawing());
     EXPECT_EQ(count(modelSpace(*database)), 4U);

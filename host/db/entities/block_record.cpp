@@ -61,6 +61,13 @@ void BlockRecordImp::readField(const ReadContext& context, const GroupCursor& gr
     }
 }
 
+void BlockRecordImp::fieldsRead(HxDbDatabase& database) {
+    SymbolRecordImp::fieldsRead(database);
+    if (stub == database.imp()->misnamedModel) {
+        name = kModelSpaceName;
+    }
+}
+
 void BlockRecordImp::writeFields(FieldWriter& out) const {
     beginFields(out);
     if (stub->blob.empty()) {

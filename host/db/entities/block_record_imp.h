@@ -10,6 +10,7 @@ public:
     BlockRecordImp() : SymbolRecordImp("BLOCK_RECORD", "AcDbBlockTableRecord") {}
     void clearFields() override;
     void readField(const ReadContext& context, const GroupCursor& group) override;
+    void fieldsRead(HxDbDatabase& database) override;
     void writeFields(FieldWriter& out) const override;
     Hx::ErrorStatus mayErase() const override;
     Hx::ErrorStatus mayRename() const override;

@@ -96,7 +96,8 @@ public:
     std::deque<HxDbStub> stubs;
     std::array<HxDbStub*, static_cast<std::size_t>(korvex::TableKind::count)> tables{};
     HxDbStub* namedObjects = nullptr;
-    HxDbStub* currentLayer = nullptr;  ///< what $CLAYER names; null when not looked up yet
+    HxDbStub* misnamedModel = nullptr;  ///< the block record of model space where the file calls it otherwise
+    HxDbStub* currentLayer = nullptr;   ///< what $CLAYER names; null when not looked up yet
     korvex::HandleTable handles;
     korvex::NameLog names;
     korvex::Header header;

@@ -12,7 +12,6 @@ namespace korvex {
 
 namespace {
 
-constexpr wchar_t kModelSpace[] = L"*Model_Space";
 constexpr wchar_t kPaperSpace[] = L"*Paper_Space";
 
 /// The name of the layer in an entity's groups; empty when there is none.
@@ -79,7 +78,7 @@ HxDbStub* findRecord(const HxDbDatabase& database, TableKind table, std::wstring
 }
 
 HxDbStub* modelSpace(const HxDbDatabase& database) {
-    return findRecord(database, TableKind::block, kModelSpace);
+    return findRecord(database, TableKind::block, kModelSpaceName);
 }
 HxDbStub* paperSpace(const HxDbDatabase& database) {
     return findRecord(database, TableKind::block, kPaperSpace);

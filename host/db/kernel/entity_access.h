@@ -40,6 +40,7 @@ HxDbStub* findRecord(const HxDbDatabase& database, TableKind table, std::wstring
 /// The name of a table record.
 std::wstring recordName(HxDbStub& record);
 
+constexpr wchar_t kModelSpaceName[] = L"*Model_Space";
 /// Model space, and the block record of the active paper space (null when there is none).
 HxDbStub* modelSpace(const HxDbDatabase& database);
 HxDbStub* paperSpace(const HxDbDatabase& database);

@@ -34,6 +34,9 @@ void buildIndex(Contents& contents) {
 }  // namespace
 
 std::wstring recordName(HxDbStub& record) {
+    if (!record.object && &record == record.database->imp()->misnamedModel) {
+        return kModelSpaceName;
+    }
     return record.object ? fields<SymbolRecordImp>(record.object).name
                          : nameInGroups(record.blob.groups(), record.database->imp()->format);
 }
