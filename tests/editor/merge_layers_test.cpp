@@ -51,6 +51,7 @@ TEST_F(MergeLayers, LeavesNothingBehindInBlocksViewportsAndGroups) {
     HxLyLayerFilter* root = nullptr;
     HxLyLayerFilter* current = nullptr;
     ASSERT_EQ(database().layerFilterManager()->getFilters(root, current), Hx::eOk);
+    const std::unique_ptr<HxLyLayerFilter> owner(root);
     auto* const group = new HxLyLayerGroup;
     group->setName(L"Both");
     ASSERT_EQ(root->addNested(group), Hx::eOk);
