@@ -72,12 +72,11 @@ void KvLayerListModel::dropIndex() {
     m_lookups = 0;
 }
 
-/// From a row on; from the first everything anew.
-void KvLayerListModel::indexRows(int first) const {
-    if (first == 0) m_rows.clear();
+void KvLayerListModel::indexRows() const {
+    m_rows.clear();
     m_isIndexed = true;
     m_rows.reserve(m_layers.size());
-    for (std::size_t row = static_cast<std::size_t>(first); row < m_layers.size(); ++row) {
+    for (std::size_t row = 0; row < m_layers.size(); ++row) {
         m_rows[m_layers[row]->layerId()] = static_cast<int>(row);
     }
 }
@@ -119,13 +118,13 @@ KvLayerData* KvLayerListModel::layerAt(int row) const {
 }
 
 int KvLayerListModel::rowOf(HxDbObjectId layer) const {
-    constexpr int kFewLookups = 4;
+    constexpr int kFewLookups = 16;  // searches that cost what making the index does
     if (!m_isIndexed && ++m_lookups <= kFewLookups) {
         const auto at = std::find_if(m_layers.begin(), m_layers.end(),
                                      [layer](const KvLayerData* data) { return data->layerId() == layer; });
         return at == m_layers.end() ? -1 : static_cast<int>(at - m_layers.begin());
     }
-    if (!m_isIndexed) indexRows(0);
+    if (!m_isIndexed) indexRows();
     const auto found = m_rows.find(layer);
     return found == m_rows.end() ? -1 : found->second;
 }
@@ -139,7 +138,7 @@ void KvLayerListModel::insert(int row, KvLayerData* layer) {
     beginInsertRows({}, row, row);
     m_layers.insert(m_layers.begin() + row, layer);
     m_cells.insert(m_cells.begin() + row, nullptr);
-    if (m_isIndexed) indexRows(row);
+    dropIndex();
     endInsertRows();
 }
 
@@ -158,10 +157,9 @@ void KvLayerListModel::removeRowAt(int row) {
     beginRemoveRows({}, row, row);
     const auto at = static_cast<std::ptrdiff_t>(row);
     if (m_cells[static_cast<std::size_t>(row)]) --m_filled;
-    m_rows.erase(m_layers[static_cast<std::size_t>(row)]->layerId());
     m_layers.erase(m_layers.begin() + at);
     m_cells.erase(m_cells.begin() + at);
-    if (m_isIndexed) indexRows(row);
+    dropIndex();
     endRemoveRows();
 }
 

@@ -72,7 +72,7 @@ public:
 
 private:
     const KvLayerCell* cellAt(int row, int column) const;
-    void indexRows(int first) const;
+    void indexRows() const;
     void dropIndex();
 
     Filler m_filler;
