@@ -239,6 +239,10 @@ TEST_F(FilterTree, ChangesAllLayersOfAFilterAtOnce) {
     EXPECT_EQ(withState(kColFreeze, "Frozen"), (QStringList{"WALLS", "W\u00e4nde 2"}));
     pick(L"All/S", L"Visibility/Thawed");
     EXPECT_EQ(withState(kColFreeze, "Frozen"), QStringList());
+    EXPECT_TRUE(contains(pick(L"All/S", L"Visibility/Off", L"No\n"), L"\"SPARE\" is the current layer"));
+    EXPECT_EQ(withState(kColOn, "Off"), (QStringList{"WALLS", "W\u00e4nde 2"})) << "the current one stays";
+    run(L"U\n");
+    idle();
     pick(L"All/S", L"Visibility/Off", L"Yes\n");
     EXPECT_EQ(withState(kColOn, "Off").size(), 3);
     EXPECT_TRUE(contains(run(L"U\n"), L"Turn Off Layers of Filter"));

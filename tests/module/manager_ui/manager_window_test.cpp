@@ -105,6 +105,8 @@ TEST_F(ManagerWindow, TheSearchBoxOffersEverythingAndClearsItself) {
     EXPECT_TRUE(search().hasFocus());
     QTest::keyClicks(&search(), "N*");
     EXPECT_EQ(names(), QStringList{"NOTES"});
+    EXPECT_EQ(search().findChild<QToolButton*>("searchBtn")->focusPolicy(), Qt::NoFocus)
+        << "the box keeps it";
     auto* const button = search().findChild<QToolButton*>("searchBtn");
     QTest::mouseClick(button, Qt::LeftButton);
     EXPECT_EQ(search().text(), "");
