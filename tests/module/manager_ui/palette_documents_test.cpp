@@ -30,11 +30,6 @@ protected:
         const QPoint at = grid()->visualRect(grid()->model()->index(row, column)).center();
         QTest::mouseClick(grid()->viewport(), Qt::LeftButton, Qt::NoModifier, at);
     }
-    void clickHeader(int column) {
-        QHeaderView& header = *grid()->horizontalHeader();
-        QTest::mouseClick(header.viewport(), Qt::LeftButton, Qt::NoModifier,
-                          QPoint(header.sectionViewportPosition(column) + 8, header.height() / 2));
-    }
     QTreeWidget& tree() { return *frame().findChild<QTreeWidget*>("IDC_LAYER_FILTER_TREE"); }
     QLineEdit& search() { return *frame().findChild<QLineEdit*>("IDC_EDIT_SEARCHLAYER"); }
     QString text(const char* label) { return frame().findChild<QLabel*>(label)->text(); }

@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QHeaderView>
 #include <QTableView>
+#include <QTest>
 
 namespace korvex::test {
 
@@ -48,6 +49,12 @@ protected:
         QCoreApplication::processEvents();
         frame().notifyIdle();
         QCoreApplication::processEvents();
+    }
+
+    void clickHeader(int column) {
+        QHeaderView& header = *grid()->horizontalHeader();
+        QTest::mouseClick(header.viewport(), Qt::LeftButton, Qt::NoModifier,
+                          QPoint(header.sectionViewportPosition(column) + 8, header.height() / 2));
     }
 
     /// What a save of the drawing writes, but for the time of saving.

@@ -27,11 +27,6 @@ protected:
         QTest::mouseClick(grid()->viewport(), Qt::LeftButton, Qt::NoModifier, at);
         idle();
     }
-    void clickHeader(int column) {
-        QHeaderView& header = *grid()->horizontalHeader();
-        QTest::mouseClick(header.viewport(), Qt::LeftButton, Qt::NoModifier,
-                          QPoint(header.sectionViewportPosition(column) + 8, header.height() / 2));
-    }
     QLineEdit& search() { return *frame().findChild<QLineEdit*>("IDC_EDIT_SEARCHLAYER"); }
     QTreeWidget& tree() { return *frame().findChild<QTreeWidget*>("IDC_LAYER_FILTER_TREE"); }
     void addFilter(const std::wstring& name, const std::wstring& expression) {
