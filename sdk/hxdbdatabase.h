@@ -5,6 +5,8 @@
 #include "hxdbobject.h"
 
 class HxDbBlockTable;
+class HxDbDictionaryWithDefault;
+class HxDbLayerStateManager;
 class HxDbLayerTable;
 class HxDbTransactionManager;
 class HxLyLayerFilterManager;
@@ -32,7 +34,7 @@ class HXSDK_API HxDbDatabase : public HxRxObject {
 public:
     HX_DECLARE_MEMBERS(HxDbDatabase)
     /// With `buildDefault` an empty drawing (layer "0", the standard linetypes, model space and one layout),
-    /// otherwise nothing: then readFile must follow.
+    /// otherwise nothing: then readDwgFile must follow.
     explicit HxDbDatabase(bool buildDefault = true);
     ~HxDbDatabase() override;
     HxDbDatabase(const HxDbDatabase&) = delete;
@@ -67,6 +69,8 @@ public:
     HxDbObjectId getLayoutDictionaryId() const;
     /// "ACAD_PLOTSTYLENAME"; null id when there is none.
     HxDbObjectId getPlotStyleNameDictionaryId() const;
+    /// Opens it, as hxdbOpenObject does; eNullObjectId when there is none.
+    Hx::ErrorStatus getPlotStyleNameDictionary(HxDbDictionaryWithDefault*& dictionary, HxDb::OpenMode mode);
 
     /// The current layer.
     HxDbObjectId clayer() const;
@@ -90,16 +94,18 @@ public:
     HxDbTransactionManager* transactionManager() const;
     /// Never null; belongs to the database.
     HxLyLayerFilterManager* layerFilterManager() const;
+    /// Never null; belongs to the database.
+    HxDbLayerStateManager* getLayerStateManager() const;
 
     /// Reads a drawing file into an empty database (made with buildDefault false). eFileNotFound,
     /// eFileAccessErr, eBadDxfSequence for a damaged file, eFilerError for one that cannot be read;
     /// readError() tells where and why; eCancelled when the user gave up the reading.
-    Hx::ErrorStatus readFile(const wchar_t* path);
+    Hx::ErrorStatus readDwgFile(const wchar_t* path);
     /// Saves in the version that was read, whole or not at all; the previous file stays beside it as ".bak".
     /// eFileAccessErr, readError() tells why; eCancelled when the user gave it up, the file is as it was
     /// then.
     Hx::ErrorStatus saveAs(const wchar_t* path);
-    /// What the last readFile or saveAs of this database ran into; empty after success.
+    /// What the last readDwgFile or saveAs of this database ran into; empty after success.
     const wchar_t* readError() const;
     /// True when something was changed since it was read or saved.
     bool isModified() const;
@@ -119,3 +125,18 @@ private:
 /// null when there is none.
 HXSDK_API HxDbDatabase* hxdbWorkingDatabase();
 HXSDK_API void hxdbSetWorkingDatabase(HxDbDatabase* database);
+
+/// Makes a database the working one while it lives. Reading and saving files do not need it and must not
+/// happen meanwhile: they may wait for the user.
+class HxDbWorkingDatabaseScope {
+public:
+    explicit HxDbWorkingDatabaseScope(HxDbDatabase* database) : m_before(hxdbWorkingDatabase()) {
+        hxdbSetWorkingDatabase(database);
+    }
+    ~HxDbWorkingDatabaseScope() { hxdbSetWorkingDatabase(m_before); }
+    HxDbWorkingDatabaseScope(const HxDbWorkingDatabaseScope&) = delete;
+    HxDbWorkingDatabaseScope& operator=(const HxDbWorkingDatabaseScope&) = delete;
+
+private:
+    HxDbDatabase* m_before;
+};

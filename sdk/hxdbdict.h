@@ -74,6 +74,35 @@ public:
     Hx::ErrorStatus setFromRbChain(const resbuf* chain);
 };
 
+/// Steps through an xrecord's groups after the duplicate-record flag as they stand, without making the object
+/// or copying its content. The xrecord may be open in any mode, and must not be changed meanwhile.
+class HXSDK_API HxDbXrecordWalk {
+public:
+    explicit HxDbXrecordWalk(HxDbObjectId xrecord);
+    ~HxDbXrecordWalk();
+    HxDbXrecordWalk(const HxDbXrecordWalk&) = delete;
+    HxDbXrecordWalk& operator=(const HxDbXrecordWalk&) = delete;
+
+    /// eOk; eNullObjectId, eWasErased, eWrongClass: then there are no groups.
+    Hx::ErrorStatus status() const;
+    /// Goes to the first or next group; false at the end.
+    bool next();
+    /// Begins again.
+    void rewind();
+    int code() const;
+    // The group's value; 0, empty or the null id when it is of another kind.
+    std::int64_t integer() const;
+    double real() const;
+    void text(CStdStr<wchar_t>& text) const;
+    CStdStr<wchar_t> text() const;
+    /// Null id for a handle that the drawing does not have. May be erased.
+    HxDbObjectId objectId() const;
+
+private:
+    class Imp;
+    Imp* m_imp;
+};
+
 /// A named thing with no content, such as a plot style.
 class HXSDK_API HxDbPlaceHolder : public HxDbObject {
 public:

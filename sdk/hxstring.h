@@ -136,3 +136,31 @@ public:
 private:
     std::vector<T> m_items;
 };
+
+/// Growable array of T in the dialog framework's manner; ARG is how items are passed.
+template <class T, class ARG = const T&>
+class CArray {
+public:
+    int GetSize() const { return static_cast<int>(m_items.size()); }
+    bool IsEmpty() const { return m_items.empty(); }
+    /// Appends; returns the position.
+    int Add(ARG item) {
+        m_items.push_back(item);
+        return GetSize() - 1;
+    }
+    T& operator[](int at) { return m_items[static_cast<std::size_t>(at)]; }
+    const T& operator[](int at) const { return m_items[static_cast<std::size_t>(at)]; }
+    const T& GetAt(int at) const { return m_items[static_cast<std::size_t>(at)]; }
+    void SetAt(int at, ARG item) { m_items[static_cast<std::size_t>(at)] = item; }
+    void RemoveAt(int at, int count = 1) {
+        m_items.erase(m_items.begin() + at, m_items.begin() + at + count);
+    }
+    void RemoveAll() { m_items.clear(); }
+    T* begin() { return m_items.data(); }
+    T* end() { return m_items.data() + m_items.size(); }
+    const T* begin() const { return m_items.data(); }
+    const T* end() const { return m_items.data() + m_items.size(); }
+
+private:
+    std::vector<T> m_items;
+};

@@ -90,7 +90,7 @@ const Plan& planOf(int entities) {
             file.close();
         }
         plan.database = std::make_unique<HxDbDatabase>(false);
-        plan.database->readFile(file.fileName().toStdWString().c_str());
+        plan.database->readDwgFile(file.fileName().toStdWString().c_str());
         std::mt19937 random(2);
         std::uniform_real_distribution<double> any(0, kSide);
         for (int i = 0; i < 512; ++i) {
@@ -149,7 +149,7 @@ void firstPick(benchmark::State& state) {
         state.PauseTiming();
         Plan plan;
         plan.database = std::make_unique<HxDbDatabase>(false);
-        plan.database->readFile(file.fileName().toStdWString().c_str());
+        plan.database->readDwgFile(file.fileName().toStdWString().c_str());
         const PickRequest request = requestIn(plan);
         PickHit hit;
         state.ResumeTiming();

@@ -242,7 +242,7 @@ Hx::ErrorStatus DocumentManager::openDocument(const wchar_t* path, HxApDocument*
                            kReadingShare + kXrefsShare);
     progress.nextPart(kReadingShare);
     auto database = std::make_unique<HxDbDatabase>(false);
-    const Hx::ErrorStatus status = database->readFile(full.c_str());
+    const Hx::ErrorStatus status = database->readDwgFile(full.c_str());
     if (status != Hx::eOk) {
         return fail(status, *database->readError() ? database->readError() : Hx::errorText(status));
     }

@@ -3,7 +3,7 @@
 #include "host/io/drawing_reader.h"
 #include "host/io/drawing_writer.h"
 
-Hx::ErrorStatus HxDbDatabase::readFile(const wchar_t* path) {
+Hx::ErrorStatus HxDbDatabase::readDwgFile(const wchar_t* path) {
     Imp& db = *m_imp;
     if (!path || !*path) {
         db.error = L"There is no file name.";

@@ -271,7 +271,7 @@ std::shared_ptr<HxDbDatabase> XrefLoading::read(const QString& file, const std::
                            kOwn + kNested);
     progress.nextPart(kOwn);
     auto drawing = std::make_shared<HxDbDatabase>(false);
-    failure.status = drawing->readFile(file.toStdWString().c_str());
+    failure.status = drawing->readDwgFile(file.toStdWString().c_str());
     if (failure.status != Hx::eOk) {
         failure.error = drawing->readError();
         failure.error.erase(failure.error.find_last_not_of(L'.') + 1);

@@ -56,7 +56,7 @@ protected:
     /// A saved drawing, to be looked at. Null when it cannot be read.
     std::unique_ptr<HxDbDatabase> drawing(const QString& name) {
         auto database = std::make_unique<HxDbDatabase>(false);
-        const Hx::ErrorStatus status = database->readFile(path(name).toStdWString().c_str());
+        const Hx::ErrorStatus status = database->readDwgFile(path(name).toStdWString().c_str());
         EXPECT_EQ(status, Hx::eOk) << QString::fromWCharArray(database->readError()).toStdString();
         return status == Hx::eOk ? std::move(database) : nullptr;
     }

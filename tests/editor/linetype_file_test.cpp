@@ -126,7 +126,7 @@ TEST_F(LinetypeFileTest, TellsWhatTheDrawingRefuses) {
 QByteArray savedRecord(const char* drawing, const QString& saved) {
     HxDbDatabase database(false);
     EXPECT_EQ(
-        database.readFile((KORVEX_SOURCE_DIR "/samples/small/" + QString(drawing)).toStdWString().c_str()),
+        database.readDwgFile((KORVEX_SOURCE_DIR "/samples/small/" + QString(drawing)).toStdWString().c_str()),
         Hx::eOk);
     EXPECT_EQ(loadLinetypes(database, {{L"MINE", L"My own", {6, -3}, 1}}).ids.size(), 1U);
     EXPECT_EQ(saveAs(database, saved.toStdWString()), Hx::eOk);

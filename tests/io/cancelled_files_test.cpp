@@ -49,7 +49,7 @@ TEST_F(CancelledFilesTest, ReadingLeavesNothing) {
         ASSERT_LT(patience, 2000);
         HxDbDatabase database(false);
         Impatience user(patience);
-        status = database.readFile(widePath("plan.dxf").c_str());
+        status = database.readDwgFile(widePath("plan.dxf").c_str());
         EXPECT_EQ(user.labels, std::vector<std::wstring>{L"Opening \"plan.dxf\""});
         if (status != Hx::eOk) {
             ++cancelled;
@@ -70,7 +70,7 @@ TEST_F(CancelledFilesTest, SavingLeavesTheOldFileAndItsBackup) {
     putFile(path("plan.dxf"), sheetDrawing());
     putFile(path("plan.bak"), "older");
     HxDbDatabase database(false);
-    ASSERT_EQ(database.readFile(widePath("plan.dxf").c_str()), Hx::eOk);
+    ASSERT_EQ(database.readDwgFile(widePath("plan.dxf").c_str()), Hx::eOk);
     freeze(database, L"WALLS");
     const std::string wanted = written(database);
     int patience = 0;
@@ -104,7 +104,7 @@ TEST_F(CancelledFilesTest, AConverterIsStopped) {
     QElapsedTimer clock;
     clock.start();
     Impatience user(5);
-    EXPECT_EQ(database.readFile(widePath("plan.dwg").c_str()), Hx::eCancelled);
+    EXPECT_EQ(database.readDwgFile(widePath("plan.dwg").c_str()), Hx::eCancelled);
     EXPECT_LT(clock.elapsed(), 20000);
     qunsetenv("KORVEX_DWG_CONVERTER");
 }

@@ -25,7 +25,7 @@ protected:
                 QByteArray::fromStdString("\"" + path("converter.sh") + "\"" + arguments));
     }
     Hx::ErrorStatus read(HxDbDatabase& database) {
-        return database.readFile(fromUtf8(path("a plan.dwg")).c_str());
+        return database.readDwgFile(fromUtf8(path("a plan.dwg")).c_str());
     }
     std::wstring failure() {
         HxDbDatabase database(false);

@@ -108,7 +108,7 @@ TEST(Damage, FilesThatCannotBeReadAreNamed) {
                              Case{toWide(folder.path()), Hx::eFileAccessErr},
                              Case{L"/dev/null", Hx::eFileAccessErr}, Case{L"", Hx::eInvalidInput}}) {
         HxDbDatabase database(false);
-        EXPECT_EQ(database.readFile(file.path.c_str()), file.status) << toUtf8(file.path);
+        EXPECT_EQ(database.readDwgFile(file.path.c_str()), file.status) << toUtf8(file.path);
         EXPECT_NE(std::wstring(database.readError()).find(file.path), std::wstring::npos);
         EXPECT_STREQ(database.getFilename(), L"");
     }
@@ -119,8 +119,8 @@ TEST(Damage, DatabasesAreFilledOnce) {
     const std::string path = folder.filePath("plan.dwt").toStdString();
     putFile(path, sheetDrawing());
     HxDbDatabase database(false);
-    ASSERT_EQ(database.readFile(fromUtf8(path).c_str()), Hx::eOk) << "names of files tell nothing";
-    EXPECT_EQ(database.readFile(fromUtf8(path).c_str()), Hx::eInvalidContext);
+    ASSERT_EQ(database.readDwgFile(fromUtf8(path).c_str()), Hx::eOk) << "names of files tell nothing";
+    EXPECT_EQ(database.readDwgFile(fromUtf8(path).c_str()), Hx::eInvalidContext);
     EXPECT_FALSE(database.layerZero().isNull());
 }
 

@@ -274,7 +274,7 @@ TEST(Saving, TimeIsSetForChangesOnlyAndFilesReadBack) {
     const std::wstring wide = fromUtf8(path);
     putFile(path, sheetDrawing());
     HxDbDatabase database(false);
-    ASSERT_EQ(database.readFile(wide.c_str()), Hx::eOk);
+    ASSERT_EQ(database.readDwgFile(wide.c_str()), Hx::eOk);
     EXPECT_STREQ(database.getFilename(), wide.c_str());
     ASSERT_EQ(saveAs(database, wide), Hx::eOk);
     EXPECT_TRUE(fileBytes(path) == sheetDrawing());

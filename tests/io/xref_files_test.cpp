@@ -63,7 +63,7 @@ protected:
     /// Opens a file with what it refers to.
     void open(const QString& name) {
         database = std::make_unique<HxDbDatabase>(false);
-        ASSERT_EQ(database->readFile(folder.filePath(name).toStdWString().c_str()), Hx::eOk);
+        ASSERT_EQ(database->readDwgFile(folder.filePath(name).toStdWString().c_str()), Hx::eOk);
         messages.clear();
         loadXrefs(*database, messages);
     }

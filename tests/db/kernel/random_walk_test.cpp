@@ -28,7 +28,7 @@ class Walk {
 public:
     Walk(const std::string& file, std::uint32_t seed) : m_random(seed) {
         const std::wstring path(file.begin(), file.end());
-        EXPECT_EQ(m_database.readFile(path.c_str()), Hx::eOk);
+        EXPECT_EQ(m_database.readDwgFile(path.c_str()), Hx::eOk);
         hxdbSetWorkingDatabase(&m_database);
         m_states.push_back(bytes());
         expectSame(written(m_database), m_database.imp()->file, "unchanged");

@@ -314,7 +314,7 @@ TEST_F(EntityLists, WhatListsMadeIsInTheSavedDrawing) {
     ASSERT_EQ(database.saveAs(path.c_str()), Hx::eOk) << "not saved";
 
     HxDbDatabase read(false);
-    ASSERT_EQ(read.readFile(path.c_str()), Hx::eOk) << "not read";
+    ASSERT_EQ(read.readDwgFile(path.c_str()), Hx::eOk) << "not read";
     hxdbSetWorkingDatabase(&read);
     const auto byHandle = [](const zds_name name) {
         wchar_t handle[17];
@@ -335,7 +335,7 @@ TEST_F(EntityLists, WhatListsMadeIsInTheSavedDrawing) {
 
 TEST(EntityListsOfADrawing, EveryObjectTakesItsOwnListAndStaysTheSame) {
     HxDbDatabase drawing(false);
-    ASSERT_EQ(drawing.readFile(L"" KORVEX_SOURCE_DIR "/samples/office-floor.dxf"), Hx::eOk) << "no sample";
+    ASSERT_EQ(drawing.readDwgFile(L"" KORVEX_SOURCE_DIR "/samples/office-floor.dxf"), Hx::eOk) << "no sample";
     hxdbSetWorkingDatabase(&drawing);
     const Chain everything(hxutBuildList(RTSTR, L"*", 0));
     std::size_t tried = 0;

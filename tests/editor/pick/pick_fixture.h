@@ -70,7 +70,7 @@ class PickTest : public ::testing::Test {
 protected:
     void load(const DrawingText& drawing) {
         m_database = std::make_unique<HxDbDatabase>(false);
-        ASSERT_EQ(Hx::eOk, m_database->readFile(write("drawing.dxf", drawing).c_str()))
+        ASSERT_EQ(Hx::eOk, m_database->readDwgFile(write("drawing.dxf", drawing).c_str()))
             << testing::PrintToString(std::wstring(m_database->readError()));
     }
     std::wstring write(const char* name, const DrawingText& drawing) {

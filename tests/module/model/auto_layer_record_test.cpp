@@ -410,7 +410,7 @@ TEST_F(AutoLayerRecord, EntriesTakeEveryLayerButThatOfConstraints) {
     file.write(QByteArray::fromStdString(marks.text()));
     file.close();
     HxDbDatabase drawing(false);
-    ASSERT_EQ(drawing.readFile(path("marks.dxf").c_str()), Hx::eOk) << drawing.readError();
+    ASSERT_EQ(drawing.readDwgFile(path("marks.dxf").c_str()), Hx::eOk) << drawing.readError();
     const HxDbObjectPointer<HxDbLayerTable> table(drawing.layerTableId(), HxDb::kForRead);
     const auto take = [&](KvLayerData& data, const wchar_t* name) {
         HxDbObjectId id;

@@ -171,7 +171,7 @@ TEST_F(SceneTest, SampleDrawingsShowSomething) {
     ASSERT_FALSE(files.isEmpty());
     for (const QString& name : files) {
         database = std::make_unique<HxDbDatabase>(false);
-        ASSERT_EQ(Hx::eOk, database->readFile(folder.filePath(name).toStdWString().c_str()));
+        ASSERT_EQ(Hx::eOk, database->readDwgFile(folder.filePath(name).toStdWString().c_str()));
         for (const HxDbObjectId& space : {database->modelSpaceId(), database->paperSpaceId()}) {
             paint(view(space, 0.02));
             paint(view(space, 50));

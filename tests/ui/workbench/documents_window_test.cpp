@@ -95,7 +95,7 @@ TEST_F(DocumentsWindowTest, YesSavesAndCloses) {
     closeChanged("IDYES");
     EXPECT_EQ(openDrawings(), 1);
     HxDbDatabase saved(false);
-    ASSERT_EQ(saved.readFile(path("floor.dxf").c_str()), Hx::eOk);
+    ASSERT_EQ(saved.readDwgFile(path("floor.dxf").c_str()), Hx::eOk);
     QFile text(file("floor.dxf"));
     ASSERT_TRUE(text.open(QIODevice::ReadOnly));
     EXPECT_TRUE(text.readAll().contains("CIRCLE"));
