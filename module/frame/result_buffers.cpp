@@ -13,11 +13,6 @@ constexpr int kBlockName = 2;
 constexpr int kFlags = 70;
 constexpr int kXrefFlag = 4;
 
-struct ReleaseList {
-    void operator()(resbuf* list) const { hxutRelRb(list); }
-};
-using ListPtr = std::unique_ptr<resbuf, ReleaseList>;
-
 const resbuf* findGroup(const resbuf* list, int code) {
     while (list && list->restype != code) {
         list = list->rbnext;

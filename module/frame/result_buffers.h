@@ -3,6 +3,14 @@
 
 #include "hxads.h"
 
+#include <memory>
+
+struct ReleaseList {
+    void operator()(resbuf* list) const { hxutRelRb(list); }
+};
+/// A list that is released at the end.
+using ListPtr = std::unique_ptr<resbuf, ReleaseList>;
+
 /// Room for a layer's or block's name.
 constexpr std::size_t kNameBufferSize = 500;
 

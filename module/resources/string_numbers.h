@@ -210,4 +210,8 @@ enum KvString : std::uint32_t {
     kStrNeedsViewport = 10361,  ///< why cells are grey, 10361 and 10362
     kStrStylesFollowColors = 10362,
     kStrDroppedAreHidden = 10363,  ///< %1!d! layers of %2!d!, %3 the group, %4 the filter around it
+    kStrUndoLayerStates = 10430,   ///< what edits of layer states are called in undo, 10430 and 10431
+    kStrUndoRestoreState = 10431,  ///< %1 the state
+    kStrRestoreRefused = 10432,    ///< %1!d! of %2!d! layers, %3 their names
+    kStrAndMore = 10433,           ///< after some names; %1!d! how many more
 };

@@ -233,6 +233,10 @@ constexpr HxResourceString kStrings[] = {
     {kStrDroppedAreHidden, L"%1!d! of %2!d! layer(s) are in the group \"%3\" now, but are not shown in it: "
                            L"the filter \"%4\" around it "
                            L"leaves them out. Change that filter to see them."},
+    {kStrUndoLayerStates, L"Layer States"},
+    {kStrUndoRestoreState, L"Restore layer state %ls"},
+    {kStrRestoreRefused, L"%d of %d layers could not be changed: %ls"},
+    {kStrAndMore, L"%ls and %d more"},
 };
 
 }  // namespace

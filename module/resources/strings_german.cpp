@@ -236,6 +236,10 @@ constexpr HxResourceString kStrings[] = {
     {kStrDroppedAreHidden, L"%1!d! von %2!d! Layer(n) sind jetzt in der Gruppe \"%3\", werden in ihr aber "
                            L"nicht gezeigt: Der Filter "
                            L"\"%4\" um sie herum lässt sie aus. Ändern Sie diesen Filter, um sie zu sehen."},
+    {kStrUndoLayerStates, L"Layerstatus"},
+    {kStrUndoRestoreState, L"Layerstatus %ls wiederherstellen"},
+    {kStrRestoreRefused, L"%d von %d Layern konnten nicht geändert werden: %ls"},
+    {kStrAndMore, L"%ls und %d weitere"},
 };
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include "layfrz.h"
 
 #include "frame/resource_text.h"
+#include "frame/result_buffers.h"
 #include "frame/text_utilities.h"
 #include "freeze_layer.h"
 #include "freeze_options.h"
@@ -19,10 +20,7 @@ constexpr std::size_t kWordSize = 512;
 
 enum class Then { nextPick, endCommand };
 
-struct ReleaseList {
-    void operator()(resbuf* list) const { hxutRelRb(list); }
-};
-using Containers = std::unique_ptr<resbuf, ReleaseList>;
+using Containers = ListPtr;
 
 void say(KvString message, const wchar_t* fallback) {
     hxutPrintf(L"%ls", ResourceString(message, fallback).c_str());

@@ -15,10 +15,6 @@ constexpr wchar_t kLayerZero[] = L"0";
 
 using Name = CStdStr<wchar_t>;
 
-struct ReleaseList {
-    void operator()(resbuf* list) const { hxutRelRb(list); }
-};
-
 /// A block definition as the block table has it.
 struct Block {
     bool exists = false;
@@ -36,7 +32,7 @@ Name layerOf(const zds_name entity) { return entityText(entity, kLayerCode); }
 
 Block blockOf(const zds_name reference) {
     const Name name = entityText(reference, kBlockNameCode);
-    const std::unique_ptr<resbuf, ReleaseList> list(hxdbTblSearch(L"BLOCK", name.c_str(), 0));
+    const ListPtr list(hxdbTblSearch(L"BLOCK", name.c_str(), 0));
     wchar_t buffer[kNameBufferSize] = {};
     GetBufString(list.get(), kBlockNameCode, buffer, kNameBufferSize);
     return {list != nullptr, isXrefBlock(list.get()), buffer};

@@ -4,7 +4,7 @@
 #include "hxdbdatabase.h"
 #include "hxdbdict.h"
 #include "hxdbentity.h"
-#include "model/opened_or_held.h"
+#include "model/visit_records.h"
 
 namespace {
 
@@ -48,14 +48,10 @@ void loadLayerStates(HxDbDatabase* database, KvLayerStateMap& states, const CStd
 
 void visitReferences(HxDbDatabase* database,
                      const std::function<void(HxDbDatabase*, const CStdStr<wchar_t>& name)>& visit) {
-    const OpenedOrHeld<HxDbBlockTable> blocks(database ? database->blockTableId() : HxDbObjectId(),
-                                              HxDb::kForRead);
-    HxDbSymbolTableIterator* made = nullptr;
-    if (!blocks || blocks->newIterator(made) != Hx::eOk) return;
-    const std::unique_ptr<HxDbSymbolTableIterator> block(made);
-    for (; !block->done(); block->step()) {
-        const OpenedOrHeld<HxDbBlockTableRecord> record(block->getRecordId(), HxDb::kForRead);
-        if (!record || !record->isFromExternalReference()) continue;
-        if (HxDbDatabase* const drawing = record->xrefDatabase()) visit(drawing, record->name());
-    }
+    if (!database) return;
+    visitRecords(database->blockTableId(), [&](HxDbObjectId id) {
+        const OpenedOrHeld<HxDbBlockTableRecord> block(id, HxDb::kForRead);
+        if (!block || !block->isFromExternalReference()) return;
+        if (HxDbDatabase* const drawing = block->xrefDatabase()) visit(drawing, block->name());
+    });
 }

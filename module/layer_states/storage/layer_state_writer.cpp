@@ -1,6 +1,7 @@
 // What of the states differs from their records, and writing just that.
 #include "layer_states/storage/layer_state_writer.h"
 
+#include "frame/result_buffers.h"
 #include "hxdbdatabase.h"
 #include "hxdbdict.h"
 #include "hxtext.h"
@@ -8,11 +9,6 @@
 #include "model/opened_or_held.h"
 
 namespace {
-
-struct ReleaseList {
-    void operator()(resbuf* list) const { hxutRelRb(list); }
-};
-using ListPtr = std::unique_ptr<resbuf, ReleaseList>;
 
 bool isSame(const HxLyStateHeader& a, const HxLyStateHeader& b) {
     return a.mask == b.mask && a.description == b.description && a.space == b.space &&

@@ -1,0 +1,68 @@
+#include "layer_states/capture/state_capture.h"
+
+#include "hxdbdatabase.h"
+#include "hxdbentity.h"
+#include "hxtext.h"
+#include "layer_states/capture/drawing_layers.h"
+
+namespace {
+
+/// One entry for each layer.
+KvLayerStateInfoArray* captureLayers(const KvDrawingLayers& layers, const CStdStr<wchar_t>& currentLayer,
+                                     bool withOverrides) {
+    auto* const entries = new KvLayerStateInfoArray;
+    for (std::size_t i = 0; i < layers.size(); ++i) {
+        const KvDrawingLayers::Layer& layer = layers.at(i);
+        entries->Add(new CKvLayerStateInfo(withOverrides && layer.inViewport ? *layer.inViewport : layer.own,
+                                           static_cast<int>(i),
+                                           hxutEqualNames(layer.own.layer.c_str(), currentLayer.c_str())));
+    }
+    return entries;
+}
+
+void keepPlotStyles(KvLayerStateInfoArray& entries, const KvLayerStateInfoArray& old) {
+    std::unordered_map<std::wstring, const CKvLayerStateInfo*> byName;
+    for (const CKvLayerStateInfo* const entry : old) {
+        byName.emplace(hxutFoldName(entry->GetLayerName().c_str()), entry);
+    }
+    for (CKvLayerStateInfo* const entry : entries) {
+        const auto found = byName.find(hxutFoldName(entry->GetLayerName().c_str()));
+        if (found != byName.end()) entry->SetPlotStyle(found->second->GetPlotStyle());
+    }
+}
+
+void setHeader(CKvLayerState& state, const KvStateToSave& saved) {
+    state.SetLayerStateName(saved.name);
+    state.SetDescription(saved.description);
+    state.SetSpace(saved.space);
+    state.SetSameAsDWG(1);
+}
+
+HxDbObjectId viewportOf(const HxDbDatabase& database, int space) {
+    return space == HxLyState::kModel ? HxDbObjectId() : hxdbGetCurVportId(&database);
+}
+
+}  // namespace
+
+CKvLayerState* createLayerState(HxDbDatabase* database, KvLayerStateMap& states, const KvStateToSave& saved) {
+    if (!database) return nullptr;
+    auto* const state = new CKvLayerState;
+    setHeader(*state, saved);
+    state->SetCurrentLayerName(saved.currentLayer);
+    const KvDrawingLayers layers(database, viewportOf(*database, saved.space));
+    states.add(state, captureLayers(layers, saved.currentLayer, true));
+    return state;
+}
+
+bool overwriteLayerState(HxDbDatabase* database, KvLayerStateMap& states, CKvLayerState* state,
+                         const KvStateToSave& saved, bool headerOnly) {
+    if (!database || !state || !states.contains(state)) return false;
+    setHeader(*state, saved);
+    if (headerOnly) return true;
+    state->SetCurrentLayerName(saved.currentLayer);
+    const KvDrawingLayers layers(database, viewportOf(*database, saved.space));
+    KvLayerStateInfoArray* const entries = captureLayers(layers, saved.currentLayer, false);
+    keepPlotStyles(*entries, *states.entries(state));
+    states.replaceEntries(state, entries);
+    return true;
+}

@@ -1,0 +1,149 @@
+// The states: reading, writing, making, removing.
+#include "layer_states/manager/layer_state_man_dlg.h"
+
+#include "frame/resource_text.h"
+#include "hxdbentity.h"
+#include "hxtext.h"
+#include "layer_states/capture/state_capture.h"
+#include "layer_states/storage/layer_state_storage.h"
+#include "model/edit_guard.h"
+#include "model/opened_or_held.h"
+
+namespace {
+
+/// What a state's name must not hold, beside control characters.
+constexpr wchar_t kRefusedCharacters[] = L"<,>/?'\"\\|;:=*";
+
+}  // namespace
+
+bool CKvLayerStateManDlg::IsCurrentLayerName(const CStdStr<wchar_t>& name) const {
+    return hxutEqualNames(name.c_str(), m_currentLayerName.c_str());
+}
+
+HxDbObjectId CKvLayerStateManDlg::HxLayerStateIsExist(HxDbDatabase* database) {
+    return layerStatesDictionary(database, true);
+}
+
+void CKvLayerStateManDlg::LoadHxLayerState(HxDbDatabase* database) {
+    loadLayerStates(database, m_states);
+    ConvertLMANLayerstate(ReadLayerFromXData(database));
+}
+
+void CKvLayerStateManDlg::LoadXrefLayerState(HxDbDatabase* database) {
+    if (m_bNoDisplayXrefChecked != 0) return;
+    visitReferences(database, [this](HxDbDatabase* drawing, const CStdStr<wchar_t>& name) {
+        ReadXrefLayerState(drawing, name);
+    });
+}
+
+void CKvLayerStateManDlg::ReadXrefLayerState(HxDbDatabase* reference, const CStdStr<wchar_t>& xrefName) {
+    loadLayerStates(reference, m_states, xrefName);
+}
+
+void CKvLayerStateManDlg::ConvertLMANLayerstate(std::vector<KvOlderState> older) {
+    for (KvOlderState& one : older) {
+        auto* const entries = new KvLayerStateInfoArray;
+        for (const HxLyStateEntry& entry : one.entries) {
+            entries->Add(new CKvLayerStateInfo(entry, entries->GetSize(), false));
+        }
+        one.state->SetLayerStateName(FindLMANLayerstateName(one.oldName, m_states));
+        m_olderNames[one.state.get()] = one.oldName;
+        AddLayerState(one.state.release(), entries);
+    }
+}
+
+int CKvLayerStateManDlg::BuildLayerStateExtensionDictionary() {
+    m_written = KvLayerStatesWritten();
+    if (!m_database) return 0;
+    if (m_olderNames.empty() && m_olderToDelete.empty() && !haveLayerStatesChanged(m_states)) return 1;
+    const KvLayerUndoAndLockWorker step(true, ResourceString(kStrUndoLayerStates).c_str());
+    m_written = writeLayerStates(m_database, m_states);
+    if (!m_written.isOk) return 0;
+    for (const auto& [state, oldName] : m_olderNames) {
+        m_olderToDelete.insert(oldName);
+    }
+    for (const CStdStr<wchar_t>& oldName : m_olderToDelete) {
+        DeleteLayerFromXData(*m_database, oldName);
+    }
+    m_olderNames.clear();
+    m_olderToDelete.clear();
+    return m_written.failed.isEmpty() ? 1 : 0;
+}
+
+bool CKvLayerStateManDlg::AddLayerState(CKvLayerState* state, KvLayerStateInfoArray* entries) {
+    return m_states.add(state, entries);
+}
+
+bool CKvLayerStateManDlg::OverwriteLayerState(CKvLayerState* old, CKvLayerState* replacement,
+                                              KvLayerStateInfoArray* entries) {
+    const std::unique_ptr<CKvLayerState> taken(replacement);
+    if (!taken || !m_states.replaceEntries(old, entries)) return false;
+    old->setHeader(taken->header());
+    old->SetLayerStateName(taken->GetLayerStateName());
+    old->SetLasFileType(taken->IsLasFileType());
+    return true;
+}
+
+CKvLayerState* CKvLayerStateManDlg::CmdNew(const wchar_t* name, const wchar_t* description) {
+    CStdStr<wchar_t> trimmed(name);
+    trimmed.Trim();
+    if (!m_database || !isStateName(trimmed)) return nullptr;
+    const KvStateToSave saved{trimmed, description, m_currentLayerName, space()};
+    CKvLayerState* const existing = m_states.find(trimmed);
+    if (!existing) return createLayerState(m_database, m_states, saved);
+    return overwriteLayerState(m_database, m_states, existing, saved, false) ? existing : nullptr;
+}
+
+bool CKvLayerStateManDlg::SaveasLayerState(CKvLayerState* state) {
+    if (!state || state->isOfReference()) return false;
+    const KvStateToSave saved{state->GetLayerStateName(), state->GetDescription(), m_currentLayerName,
+                              space()};
+    return overwriteLayerState(m_database, m_states, state, saved, false);
+}
+
+bool CKvLayerStateManDlg::removeLayerState(CKvLayerState* state) {
+    if (!state || state->isOfReference()) return false;
+    const auto older = m_olderNames.find(state);
+    if (older != m_olderNames.end()) {
+        m_olderToDelete.insert(older->second);
+        m_olderNames.erase(older);
+    }
+    return m_states.remove(state);
+}
+
+bool CKvLayerStateManDlg::isStateName(const CStdStr<wchar_t>& name) {
+    const auto isControl = [](wchar_t c) { return c < L' ' || c == 0x7F; };
+    return !CStdStr<wchar_t>(name).Trim().empty() &&
+           name.find_first_of(kRefusedCharacters) == CStdStr<wchar_t>::npos &&
+           std::none_of(name.begin(), name.end(), isControl);
+}
+
+void CKvLayerStateManDlg::ClearAllLayerStateMap() {
+    m_states.clear();
+    m_olderNames.clear();
+    m_layerLists.clear();
+    m_vpLayers.clear();
+    layersChanged();
+}
+
+const CKvVpLayerInfo* CKvLayerStateManDlg::FindVpLayerInfo(const CStdStr<wchar_t>& name) const {
+    const auto found = m_vpLayers.find(name);
+    return found == m_vpLayers.end() ? nullptr : &found->second;
+}
+
+void CKvLayerStateManDlg::AddVpLayerInfo(HxDbLayerTableRecord* layer) {
+    if (layer) m_vpLayers[layer->name()].initVpLayerInfo(layer);
+}
+
+HxDbObjectId CKvLayerStateManDlg::GetViewPortId() const {
+    return m_database ? hxdbGetCurVportId(m_database) : HxDbObjectId();
+}
+
+int CKvLayerStateManDlg::IsLayerNameVpLayerFrozen(HxDbDatabase* database, const CStdStr<wchar_t>& layerName) {
+    if (!database || database->tilemode()) return 0;
+    HxDbObjectId layer;
+    const OpenedOrHeld<HxDbLayerTable> table(database->layerTableId(), HxDb::kForRead);
+    if (!table || table->getAt(layerName.c_str(), layer) != Hx::eOk) return 0;
+    const OpenedOrHeld<HxDbViewport> viewport(hxdbGetCurVportId(database), HxDb::kForRead);
+    return viewport && viewport->isLayerFrozenInViewport(layer) ? 1 : 0;
+}

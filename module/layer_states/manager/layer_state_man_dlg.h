@@ -1,0 +1,127 @@
+// The layer states manager: the named operations on a drawing's states.
+#pragma once
+
+#include "layer_states/capture/drawing_layers.h"
+#include "layer_states/capture/layer_lists.h"
+#include "layer_states/records/layer_state_map.h"
+#include "layer_states/records/vp_layer_info.h"
+#include "layer_states/restore/layer_restore.h"
+#include "layer_states/storage/layer_state_writer.h"
+#include "layer_states/storage/older_states.h"
+
+#include <set>
+
+/// Works on copies: the drawing's states are read into the state map, and what was made of them is brought
+/// back by BuildLayerStateExtensionDictionary. Layers are changed by the restore alone. Without a drawing
+/// every operation fails.
+class CKvLayerStateManDlg {
+public:
+    explicit CKvLayerStateManDlg(HxDbDatabase* database = hxdbWorkingDatabase()) : m_database(database) {}
+    CKvLayerStateManDlg(const CKvLayerStateManDlg&) = delete;
+    CKvLayerStateManDlg& operator=(const CKvLayerStateManDlg&) = delete;
+
+    HxDbDatabase* database() const { return m_database; }
+    KvLayerStateMap& states() { return m_states; }
+
+    // ---- where the user is; told by the command
+
+    void SetIsModelSpace(int isModelSpace) { m_isModelSpace = isModelSpace; }
+    int GetIsModelSpace() const { return m_isModelSpace; }
+    void SetCurrentLayerName(const CStdStr<wchar_t>& name) { m_currentLayerName = name; }
+    const CStdStr<wchar_t>& GetCurrentLayerName() const { return m_currentLayerName; }
+    /// Names compare as the host compares names.
+    bool IsCurrentLayerName(const CStdStr<wchar_t>& name) const;
+
+    // ---- states of the drawing, of its references and of earlier versions
+
+    /// The layer-states dictionary, made when it is missing; null id without a drawing, and in one that has
+    /// no dictionaries.
+    static HxDbObjectId HxLayerStateIsExist(HxDbDatabase* database);
+    void LoadHxLayerState(HxDbDatabase* database);
+    /// Nothing while states of references are not to be listed.
+    void LoadXrefLayerState(HxDbDatabase* database);
+    /// The states of one reference's drawing.
+    void ReadXrefLayerState(HxDbDatabase* reference, const CStdStr<wchar_t>& xrefName);
+    /// Adds the states of earlier versions; the next write makes records of them.
+    void ConvertLMANLayerstate(std::vector<KvOlderState> older);
+
+    /// Brings the drawing's dictionary in line with the state map, in one undo step: 1, also when there was
+    /// nothing to do; 0 when there is no dictionary or a record could not be written.
+    int BuildLayerStateExtensionDictionary();
+    /// What the last write did.
+    const KvLayerStatesWritten& written() const { return m_written; }
+
+    // ---- making, changing, removing states
+
+    /// Takes both over. False for null.
+    bool AddLayerState(CKvLayerState* state, KvLayerStateInfoArray* entries);
+    /// Gives `old` the header and entries of `replacement`, which it takes over; `old` keeps its place. False
+    /// when `old` is not in the map.
+    bool OverwriteLayerState(CKvLayerState* old, CKvLayerState* replacement, KvLayerStateInfoArray* entries);
+    /// Saves all layers under a name; a state of that name is overwritten. Null for a name that a state
+    /// cannot have.
+    CKvLayerState* CmdNew(const wchar_t* name, const wchar_t* description);
+    /// Captures all layers again; name, description and mask stay.
+    bool SaveasLayerState(CKvLayerState* state);
+    /// Removes a state; one of an earlier version also from the layers, at the next write.
+    bool removeLayerState(CKvLayerState* state);
+    /// Trimmed, not empty and without the characters that states' names cannot have.
+    static bool isStateName(const CStdStr<wchar_t>& name);
+
+    // ---- restoring
+
+    /// Restores a state by its own mask, in one undo step; `viewport` is where layers are frozen (null: the
+    /// current one). False for a name that is none, and for a state without entries.
+    bool CmdRestore(const wchar_t* name, HxDbObjectId viewport);
+    /// The same with the mask that the user chose, which the state keeps.
+    bool restoreLayerState(CKvLayerState& state, std::int32_t mask, HxDbObjectId viewport);
+    const KvRestoreResult& restored() const { return m_restored; }
+    int isRestore() const { return m_bIsRestore; }
+    const CStdStr<wchar_t>& restoredName() const { return m_restoredName; }
+
+    /// Whether the drawing is as the state has it: 1 or 0, which the state keeps.
+    int IsSameAsDWG(CKvLayerState* state);
+    int FindLayerStateSameAsDwg(const CStdStr<wchar_t>& name);
+    /// Layers were changed by somebody else.
+    void layersChanged();
+
+    // ---- layers of the drawing
+
+    void FillLayerResbuf() { m_layerLists.fill(); }
+    resbuf* FindLayerResbuf(const CStdStr<wchar_t>& name) { return m_layerLists.find(name); }
+    /// Takes the list over.
+    void AddLayerResbuf(const CStdStr<wchar_t>& name, resbuf* list) { m_layerLists.add(name, list); }
+    KvLayerLists& GetLayerResbufMap() { return m_layerLists; }
+    void ClearLayerResbufMap() { m_layerLists.clear(); }
+    void ClearAllLayerStateMap();
+    /// What overrides a layer in the current viewport; null for a layer that was not added.
+    const CKvVpLayerInfo* FindVpLayerInfo(const CStdStr<wchar_t>& name) const;
+    void AddVpLayerInfo(HxDbLayerTableRecord* layer);
+    void RemoveAllVplayerInofMap() { m_vpLayers.clear(); }
+    /// 1 for a layer that the current viewport of a layout freezes.
+    static int IsLayerNameVpLayerFrozen(HxDbDatabase* database, const CStdStr<wchar_t>& layerName);
+    HxDbObjectId GetViewPortId() const;
+
+    // What the boxes of the dialog say, kept from one opening to the next.
+    static inline int m_bNoDisplayXrefChecked = 0;
+    static inline int m_bCloseNoFindChecked = 0;
+    static inline int m_bViewportReplaceChecked = 0;
+
+private:
+    int space() const { return m_isModelSpace != 0 ? HxLyState::kModel : HxLyState::kLayout; }
+    void makeCurrent(const CStdStr<wchar_t>& layer);
+
+    HxDbDatabase* m_database;
+    KvLayerStateMap m_states;
+    std::map<const CKvLayerState*, CStdStr<wchar_t>> m_olderNames;  ///< of states of earlier versions
+    std::set<CStdStr<wchar_t>> m_olderToDelete;
+    KvLayerLists m_layerLists;
+    std::map<CStdStr<wchar_t>, CKvVpLayerInfo> m_vpLayers;
+    std::unique_ptr<KvDrawingLayers> m_layersNow;  ///< null when they are to be read again
+    int m_isModelSpace = 1;
+    CStdStr<wchar_t> m_currentLayerName;
+    KvLayerStatesWritten m_written;
+    KvRestoreResult m_restored;
+    int m_bIsRestore = 0;
+    CStdStr<wchar_t> m_restoredName;
+};

@@ -1,0 +1,74 @@
+// Restoring a state, and which states are the same as the drawing.
+#include "frame/resource_text.h"
+#include "layer_states/manager/layer_state_man_dlg.h"
+#include "model/edit_guard.h"
+#include "model/opened_or_held.h"
+
+#include "hxdbentity.h"
+
+namespace {
+
+constexpr wchar_t kReferenceMark = L'|';
+
+}  // namespace
+
+bool CKvLayerStateManDlg::CmdRestore(const wchar_t* name, HxDbObjectId viewport) {
+    CKvLayerState* const state = m_states.find(name);
+    return state && restoreLayerState(*state, state->GetLayerStateMake(), viewport);
+}
+
+bool CKvLayerStateManDlg::restoreLayerState(CKvLayerState& state, std::int32_t mask, HxDbObjectId viewport) {
+    if (!m_database || state.IsLayerStateRestore() == 0) return false;
+    KvRestoreOptions options;
+    options.mask = mask;
+    options.viewport = viewport;
+    options.asViewportOverrides = m_bViewportReplaceChecked != 0;
+    options.turnOffOthers = m_bCloseNoFindChecked != 0;
+    CStdStr<wchar_t> undoName;
+    undoName.Format(ResourceString(kStrUndoRestoreState).c_str(), state.GetLayerStateName().c_str());
+    const KvLayerUndoAndLockWorker step(true, undoName.c_str());
+    KvLayerRestore restore(*m_database, options);
+    m_states.visitEntries(&state, [&](const HxLyStateEntry& entry) {
+        restore.RestoreLayerFromLayerState(entry);
+        return true;
+    });
+    if (restore.result().layers == 0) return false;
+    restore.ProcessVpLayerFreezeLayer();
+    restore.TurnoffLayerOfNotFoundInLayerState();
+    makeCurrent(state.GetCurrentLayerName());
+    m_restored = restore.result();
+    m_bIsRestore = 1;
+    m_restoredName = state.GetLayerStateName();
+    layersChanged();
+    return true;
+}
+
+void CKvLayerStateManDlg::makeCurrent(const CStdStr<wchar_t>& layer) {
+    if (layer.empty() || layer.find(kReferenceMark) != CStdStr<wchar_t>::npos) return;
+    HxDbObjectId id;
+    {
+        const OpenedOrHeld<HxDbLayerTable> table(m_database->layerTableId(), HxDb::kForRead);
+        if (!table || table->getAt(layer.c_str(), id) != Hx::eOk || id == m_database->clayer()) return;
+    }
+    if (m_database->setClayer(id) == Hx::eOk) m_currentLayerName = layer;
+}
+
+int CKvLayerStateManDlg::IsSameAsDWG(CKvLayerState* state) {
+    if (!m_database || !state || !m_states.contains(state)) return 0;
+    const KvRestorePlace place = KvRestorePlace::of(*m_database);
+    if (!m_layersNow) {
+        m_layersNow = std::make_unique<KvDrawingLayers>(
+            m_database, place.isModelSpace ? HxDbObjectId() : hxdbGetCurVportId(m_database));
+    }
+    state->SetSameAsDWG(isSameAsDrawing(m_states, *state, *m_layersNow, place) ? 1 : 0);
+    return state->GetSameAsDWG();
+}
+
+int CKvLayerStateManDlg::FindLayerStateSameAsDwg(const CStdStr<wchar_t>& name) {
+    return IsSameAsDWG(m_states.find(name));
+}
+
+void CKvLayerStateManDlg::layersChanged() {
+    m_layersNow.reset();
+    m_layerLists.setAllStale();
+}

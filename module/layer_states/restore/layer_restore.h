@@ -1,0 +1,63 @@
+// Giving the layers of a drawing what a state says of them.
+#pragma once
+
+#include "hxlystate.h"
+#include "layer_states/capture/same_as_drawing.h"
+
+#include "layer_states/restore/layer_values.h"
+
+#include <unordered_set>
+
+/// How a state is restored.
+struct KvRestoreOptions {
+    std::int32_t mask = HxLyState::kAllProperties;
+    HxDbObjectId viewport;  ///< where a layout freezes layers; null: its current viewport
+    /// Colour, linetype, lineweight, transparency and plot style as overrides of the current viewport, in a
+    /// layout that has one.
+    bool asViewportOverrides = false;
+    bool turnOffOthers = false;  ///< layers that the state does not name
+};
+
+/// What a restore did.
+struct KvRestoreResult {
+    int layers = 0;                     ///< that the state names
+    int changed = 0;                    ///< of them, those made included
+    int made = 0;                       ///< that the drawing lacked
+    HxArray<CStdStr<wchar_t>> refused;  ///< layers that could not be given everything
+};
+
+/// One restore. Each layer that differs is opened for change once; layers and linetypes that the drawing
+/// lacks are made. A property that the drawing's version cannot hold is left out.
+class KvLayerRestore {
+public:
+    KvLayerRestore(HxDbDatabase& database, const KvRestoreOptions& options);
+
+    /// Applies one entry to its layer. The drawing's current layer is not frozen.
+    void RestoreLayerFromLayerState(const HxLyStateEntry& entry);
+    /// Freezes and thaws in the current viewport what the entries wanted; when they are all through.
+    void ProcessVpLayerFreezeLayer();
+    void TurnoffLayerOfNotFoundInLayerState();
+
+    const KvRestoreResult& result() const { return m_result; }
+
+private:
+    HxDbObjectId findLayer(const CStdStr<wchar_t>& name) const;
+    std::int32_t changesWanted(HxDbObjectId id, const HxLyStateEntry& entry, bool isNew);
+    /// A new layer with nothing but its name; null id when the drawing does not take it.
+    HxDbObjectId RestoreNewLayer(const HxLyStateEntry& entry);
+    bool change(HxDbObjectId id, const HxLyStateEntry& entry, std::int32_t wanted);
+    void collectViewportFreezing(HxDbObjectId id, const HxLyStateEntry& entry);
+
+    HxDbDatabase& m_database;
+    KvRestoreOptions m_options;
+    KvRestorePlace m_place;
+    HxDbObjectId m_viewport;  ///< null in model space
+    HxDbObjectId m_currentLayer;
+    KvLayerStateValues m_values;
+    std::unordered_set<HxDbObjectId> m_frozenInViewport;  ///< when the restore began
+    HxArray<HxDbObjectId> m_toFreeze;
+    HxArray<HxDbObjectId> m_toThaw;
+    std::unordered_set<std::wstring> m_named;  ///< folded
+    HxLyStateEntry m_now;                      ///< reused for each layer
+    KvRestoreResult m_result;
+};

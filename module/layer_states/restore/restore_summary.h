@@ -1,0 +1,7 @@
+// What a restore could not do, for the user.
+#pragma once
+
+#include "layer_states/restore/layer_restore.h"
+
+/// How many layers could not be changed, and the first of their names; empty when all could.
+CStdStr<wchar_t> restoreSummary(const KvRestoreResult& result);
