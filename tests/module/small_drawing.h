@@ -37,6 +37,25 @@ public:
     }
     /// Layers have plot styles of their own: "Normal" at first; "Screened" is another one.
     void useNamedPlotStyles() { m_namedPlotStyles = true; }
+    /// Release 2000 unless told otherwise; "AC1027" and the like.
+    void useVersion(const std::string& version) { m_version = version; }
+    /// A layer that nothing need be on, with extended data.
+    void layer(const std::string& name, const std::string& extendedData = "") {
+        if (m_layers.find(name) == m_layers.end()) {
+            m_layers[name] = newHandle();
+        }
+        m_extendedData[name] = extendedData;
+    }
+    const std::string& layerHandle(const std::string& name) const { return m_layers.at(name); }
+    void application(const std::string& name) {
+        m_applications += record("APPID", newHandle(), "9", "AcDbRegAppTableRecord", name);
+    }
+    /// A layer state, or whatever else is in their dictionary: `groups` stand behind the record's head.
+    void state(const std::string& name, const std::string& groups, const std::string& type = "XRECORD") {
+        const std::string handle = newHandle();
+        m_stateNames += group(3, name) + group(360, handle);
+        m_states += group(0, type) + group(5, handle) + group(330, kStates) + groups;
+    }
     void model(const Body& body) { m_model += body; }
     void paper(const Body& body) { m_paper += body; }
     void block(const std::string& name, const Body& body) {
@@ -103,15 +122,18 @@ private:
                     group(100, "AcDbBlockEnd");
     }
     std::string header() const {
-        return section("HEADER", group(9, "$ACADVER") + group(1, "AC1015") + group(9, "$DWGCODEPAGE") +
+        return section("HEADER", group(9, "$ACADVER") + group(1, m_version) + group(9, "$DWGCODEPAGE") +
                                      group(3, "ANSI_1252") + group(9, "$HANDSEED") + group(5, "FFFF") +
                                      group(9, "$CLAYER") + group(8, m_currentLayer) + group(9, "$TILEMODE") +
                                      group(70, 1) + group(9, "$PSTYLEMODE") +
                                      group(290, m_namedPlotStyles ? 0 : 1));
     }
-    static std::string table(const std::string& name, const std::string& handle, const std::string& records) {
-        return group(0, "TABLE") + group(2, name) + group(5, handle) + group(330, "0") +
-               group(100, "AcDbSymbolTable") + group(70, 8) + records + group(0, "ENDTAB");
+    static std::string table(const std::string& name, const std::string& handle, const std::string& records,
+                             const std::string& dictionary = "") {
+        const std::string extension =
+            group(102, "{ACAD_XDICTIONARY") + group(360, dictionary) + group(102, "}");
+        return group(0, "TABLE") + group(2, name) + group(5, handle) + (dictionary.empty() ? "" : extension) +
+               group(330, "0") + group(100, "AcDbSymbolTable") + group(70, 8) + records + group(0, "ENDTAB");
     }
     static std::string record(const char* type, const std::string& handle, const char* owner,
                               const char* marker, const std::string& name, int flags = 0) {
@@ -122,7 +144,7 @@ private:
         std::string layers;
         for (const auto& [name, handle] : m_layers) {
             layers += record("LAYER", handle, "2", "AcDbLayerTableRecord", name) + group(62, 7) +
-                      group(6, "Continuous");
+                      group(6, "Continuous") + m_extendedData[name];
         }
         std::string linetypes;
         const char* const handles[] = {"14", "15", "16"};
@@ -134,8 +156,10 @@ private:
         const std::string view = record("VPORT", "29", "8", "AcDbViewportTableRecord", "*Active") +
                                  point2(10, 0, 0) + point2(11, 1, 1) + point2(12, 5, 5) + group(40, 60.0) +
                                  group(41, 1.5);
-        return table("VPORT", "8", view) + table("LTYPE", "5", linetypes) + table("LAYER", "2", layers) +
-               table("APPID", "9", record("APPID", "12", "9", "AcDbRegAppTableRecord", "ACAD"));
+        return table("VPORT", "8", view) + table("LTYPE", "5", linetypes) +
+               table("LAYER", "2", layers, m_states.empty() ? "" : kExtension) +
+               table("APPID", "9",
+                     record("APPID", "12", "9", "AcDbRegAppTableRecord", "ACAD") + m_applications);
     }
     static std::string layout(const char* handle, const char* name, int order, const char* block) {
         return group(0, "LAYOUT") + group(5, handle) + group(330, "1A") + group(100, "AcDbPlotSettings") +
@@ -157,12 +181,26 @@ private:
                group(350, "1A") + styleEntry + (m_namedPlotStyles ? plotStyles(marker) : "") +
                group(0, "DICTIONARY") + group(5, "1A") + group(330, "C") + marker + group(3, "Layout1") +
                group(350, "1E") + group(3, "Model") + group(350, "22") + layout("1E", "Layout1", 1, "1B") +
-               layout("22", "Model", 0, "1F");
+               layout("22", "Model", 0, "1F") + layerStates(marker);
+    }
+    std::string layerStates(const std::string& marker) const {
+        if (m_states.empty()) {
+            return {};
+        }
+        return group(0, "DICTIONARY") + group(5, kExtension) + group(330, "2") + marker +
+               group(3, "ACAD_LAYERSTATES") + group(360, kStates) + group(0, "DICTIONARY") +
+               group(5, kStates) + group(330, kExtension) + marker + m_stateNames + m_states;
     }
 
+    static constexpr const char* kExtension = "3A";
+    static constexpr const char* kStates = "3B";
+
+    std::string m_version = "AC1015";
     std::string m_currentLayer;
     bool m_namedPlotStyles = false;
     std::map<std::string, std::string> m_layers;  ///< by name, the handles
+    std::map<std::string, std::string> m_extendedData;
+    std::string m_applications, m_stateNames, m_states;
     std::string m_blocks, m_records, m_model, m_paper;
     int m_nextHandle = 0x100;
 };
