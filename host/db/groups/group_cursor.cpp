@@ -96,16 +96,24 @@ std::uint64_t GroupCursor::asHandle() const {
 }
 
 std::wstring GroupCursor::asText() const {
+    std::wstring text;
+    asText(text);
+    return text;
+}
+
+void GroupCursor::asText(std::wstring& out) const {
     const GroupType type = groupType(m_code);
     if (!isFixed(m_format, type)) {
         const bool number = fixedSize(type) != 0 || type == GroupType::handle;
-        return m_format.codec->decode(number ? trimmed(m_raw) : m_raw);
+        m_format.codec->decode(number ? trimmed(m_raw) : m_raw, out);
+        return;
     }
     if (type == GroupType::real) {
         const std::string text = realText(binaryReal(m_raw));
-        return std::wstring(text.begin(), text.end());
+        out.assign(text.begin(), text.end());
+        return;
     }
-    return std::to_wstring(binaryInteger(type, m_raw));
+    out = std::to_wstring(binaryInteger(type, m_raw));
 }
 
 std::string GroupCursor::asChunk() const {

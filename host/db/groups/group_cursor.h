@@ -33,6 +33,8 @@ public:
     double asReal() const;
     std::uint64_t asHandle() const;
     std::wstring asText() const;  ///< decoded with the format's codec
+    /// The same into a text whose room is used again.
+    void asText(std::wstring& out) const;
     std::string asChunk() const;  ///< 310-319, 1004: the bytes themselves, hexadecimal resolved in text
                                   ///< form, up to a character that is none
 

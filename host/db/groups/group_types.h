@@ -33,7 +33,9 @@ public:
 
     /// Decodes bytes; \U+XXXX and \M+nXXXX escapes become the characters they stand for, bytes that are
     /// not valid in the code page become U+FFFD. Never fails.
-    virtual std::wstring decode(std::string_view bytes) const = 0;
+    std::wstring decode(std::string_view bytes) const;
+    /// The same into a text whose room is used again.
+    void decode(std::string_view bytes, std::wstring& out) const;
 
     /// Encodes text; a character that the code page lacks becomes \U+XXXX (two surrogates beyond U+FFFF).
     virtual std::string encode(std::wstring_view text) const = 0;
@@ -43,6 +45,10 @@ public:
 
     /// True for UTF-8, false for a code page.
     virtual bool isUtf8() const = 0;
+
+protected:
+    /// Decodes bytes and appends what they stand for.
+    virtual void decodeOnto(std::wstring& out, std::string_view bytes) const = 0;
 };
 
 /// How the group codes of one drawing are written; every slice of the drawing is in this form.

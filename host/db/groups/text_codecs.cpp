@@ -120,19 +120,18 @@ char32_t nextCodePoint(std::wstring_view text, std::size_t& i) {
 /// What all codecs share: bytes below 128 are ASCII, a backslash may begin an escape.
 class AsciiBasedCodec : public TextCodec {
 public:
-    std::wstring decode(std::string_view bytes) const override;
     std::string encode(std::wstring_view text) const override;
 
 protected:
+    void decodeOnto(std::wstring& out, std::string_view bytes) const override;
     /// Reads one character that begins with a byte from 128 on; returns the bytes used, at least one.
     virtual std::size_t decodeOne(std::string_view bytes, char32_t& out) const = 0;
     /// Appends a character from 128 on; false when the encoding lacks it.
     virtual bool encodeOne(char32_t c, std::string& out) const = 0;
 };
 
-std::wstring AsciiBasedCodec::decode(std::string_view bytes) const {
-    std::wstring out;
-    out.reserve(bytes.size());
+void AsciiBasedCodec::decodeOnto(std::wstring& out, std::string_view bytes) const {
+    out.reserve(out.size() + bytes.size());
     std::size_t i = 0;
     while (i < bytes.size()) {
         const char byte = bytes[i];
@@ -149,7 +148,6 @@ std::wstring AsciiBasedCodec::decode(std::string_view bytes) const {
             out.push_back(static_cast<wchar_t>(byte));
         }
     }
-    return out;
 }
 
 std::string AsciiBasedCodec::encode(std::wstring_view text) const {
@@ -285,6 +283,22 @@ const TextCodec& codecOfPage(const std::string& page) {
 }
 
 }  // namespace
+
+std::wstring TextCodec::decode(std::string_view bytes) const {
+    std::wstring out;
+    decode(bytes, out);
+    return out;
+}
+
+/// Most texts are plain ASCII all through: those need no codec.
+void TextCodec::decode(std::string_view bytes, std::wstring& out) const {
+    const auto isPlain = [](char c) { return static_cast<unsigned char>(c) < 0x80 && c != '\\'; };
+    const auto special = std::find_if_not(bytes.begin(), bytes.end(), isPlain);
+    out.assign(bytes.begin(), special);
+    if (special != bytes.end()) {
+        decodeOnto(out, bytes.substr(out.size()));
+    }
+}
 
 const TextCodec* TextCodec::find(std::string_view codePageName) {
     const std::string name = simplified(codePageName);
