@@ -103,7 +103,7 @@ private:
 
 const std::string* xrecordGroups(HxDbStub& record) {
     const auto* xrecord = HxDbXrecord::cast(materialise(record));
-    return xrecord ? &fields<XrecordImp>(xrecord).data : nullptr;
+    return xrecord ? &fields<XrecordImp>(xrecord).groups() : nullptr;
 }
 
 HxDbStub* filterDictionaryOf(HxDbStub& holder, const wchar_t* name) {

@@ -35,7 +35,7 @@ Hx::ErrorStatus setGroups(HxDbStub& record, std::string groups) {
         status = beginChange(open.object());
     }
     if (status == Hx::eOk) {
-        fields<XrecordImp>(open.object()).data = std::move(groups);
+        fields<XrecordImp>(open.object()).setGroups(std::move(groups));
     }
     return status;
 }
@@ -215,7 +215,7 @@ Hx::ErrorStatus FilterWriter::addRecord(Filter& filter) {
         delete record;
         return status;
     }
-    fields<XrecordImp>(record).data = std::move(groups);
+    fields<XrecordImp>(record).setGroups(std::move(groups));
     record->close();
     imp.record = id.stub();
     imp.isOlder = false;

@@ -5,6 +5,7 @@
 #include "host/db/kernel/entity_access.h"
 #include "host/db/kernel/reactor_list.h"
 #include "host/db/objects/dictionary_access.h"
+#include "sdk/hxdbdict.h"
 #include "sdk/hxdbentity.h"
 
 HX_DEFINE_MEMBERS(HxDbDatabaseReactor, HxRxObject)
@@ -95,6 +96,11 @@ HxDbObjectId HxDbDatabase::getLayoutDictionaryId() const {
 }
 HxDbObjectId HxDbDatabase::getPlotStyleNameDictionaryId() const {
     return HxDbObjectId(dictionaryEntry(m_imp->namedObjects, L"ACAD_PLOTSTYLENAME"));
+}
+
+Hx::ErrorStatus HxDbDatabase::getPlotStyleNameDictionary(HxDbDictionaryWithDefault*& dictionary,
+                                                         HxDb::OpenMode mode) {
+    return hxdbOpenObject(dictionary, getPlotStyleNameDictionaryId(), mode);
 }
 
 HxDbObjectId HxDbDatabase::clayer() const {

@@ -74,10 +74,29 @@ TableKind referencedTable(std::string_view recordType, bool isEntity, int code) 
 }
 
 void NameLog::add(TableKind table, const HxDbStub& record, std::wstring from, std::wstring to) {
+    m_followed[static_cast<std::size_t>(table)].names.clear();
     m_entries.push_back({table, &record, std::move(from), std::move(to)});
 }
 
+/// Many groups name few records: after many renames each name is followed once.
 std::wstring NameLog::resolve(TableKind table, std::wstring name, std::uint32_t generation) const {
+    constexpr std::size_t kFew = 8;
+    if (generation + kFew >= m_entries.size()) {
+        return follow(table, std::move(name), generation);
+    }
+    Followed& followed = m_followed[static_cast<std::size_t>(table)];
+    if (followed.generation != generation) {
+        followed.names.clear();
+        followed.generation = generation;
+    }
+    const auto known = followed.names.find(name);
+    if (known != followed.names.end()) {
+        return known->second;
+    }
+    return followed.names[name] = follow(table, name, generation);
+}
+
+std::wstring NameLog::follow(TableKind table, std::wstring name, std::uint32_t generation) const {
     const HxDbStub* record = nullptr;
     std::vector<const HxDbStub*> others;  // got the name later
     for (std::size_t i = generation; i < m_entries.size(); ++i) {

@@ -4,6 +4,7 @@
 
 #include "host/db/kernel/stub.h"
 
+#include <array>
 #include <utility>
 
 namespace korvex {
@@ -64,7 +65,16 @@ private:
         std::wstring from;
         std::wstring to;
     };
+    /// Names of one generation that were followed to those of now.
+    struct Followed {
+        std::uint32_t generation = 0;
+        std::unordered_map<std::wstring, std::wstring> names;
+    };
+
+    std::wstring follow(TableKind table, std::wstring name, std::uint32_t generation) const;
+
     std::vector<Entry> m_entries;
+    mutable std::array<Followed, static_cast<std::size_t>(TableKind::count)> m_followed;
     std::vector<HxDbStub*> m_waiting;
     bool m_held = false;
     bool m_ambiguous = false;

@@ -1,56 +1,23 @@
 // Objects made from their groups, and groups made from changed objects.
-#include "host/db/groups/group_lexer.h"
 #include "host/db/kernel/database_imp.h"
+#include "host/db/kernel/field_cursor.h"
 
 namespace korvex {
 
 namespace {
 
-constexpr int kFirstXData = 1000;
-constexpr std::wstring_view kDictionaryBrace = L"{ACAD_XDICTIONARY";
-
-/// The walk over an object's groups: head, fields, extended data.
-class ObjectReading {
-public:
-    ObjectReading(HxDbStub& stub, HxDbObjectImp& imp)
-        : m_stub(stub), m_imp(imp), m_db(*stub.database->imp()), m_context{*stub.database, {}} {}
-
-    void run() {
-        GroupCursor cursor(m_stub.blob.groups(), m_db.format);
-        while (cursor.next()) {
-            if (cursor.code() >= kFirstXData) {
-                m_imp.xdata = std::string(m_stub.blob.groups().substr(cursor.offset()));
-                return;
-            }
-            group(cursor);
-        }
+/// Gives the object's class its fields and takes its extended data.
+void readFields(const HxDbStub& stub, HxDbObjectImp& imp) {
+    const HxDbDatabase::Imp& db = *stub.database->imp();
+    ReadContext context{*stub.database, {}};
+    FieldCursor cursor(stub.blob.groups(), db.format, stub.recordClass->handleCode);
+    while (cursor.next()) {
+        context.subclass = cursor.subclass();
+        imp.readField(context, *cursor);
     }
-
-private:
-    void group(const GroupCursor& cursor) {
-        const int code = cursor.code();
-        if (code == 102 && m_context.subclass.empty()) {
-            const std::wstring name = cursor.asText();
-            m_inBrace = !name.empty() && name.front() == L'{';
-            m_inDictionary = name == kDictionaryBrace;
-        } else if (m_inBrace) {
-            if (m_inDictionary && (code == 360 || code == 350)) {
-                m_imp.extensionDictionary = m_db.handles.find(cursor.asHandle());
-            }
-        } else if (code == 100) {
-            m_context.subclass = groups::trimmed(cursor.raw());
-        } else if (code != 0 && !(code == m_stub.recordClass->handleCode && m_context.subclass.empty())) {
-            m_imp.readField(m_context, cursor);
-        }
-    }
-
-    HxDbStub& m_stub;
-    HxDbObjectImp& m_imp;
-    HxDbDatabase::Imp& m_db;
-    ReadContext m_context;
-    bool m_inBrace = false;
-    bool m_inDictionary = false;
-};
+    imp.extensionDictionary = db.handles.find(cursor.extensionDictionary());
+    imp.xdata = std::string(cursor.xdata());
+}
 
 /// Puts names right that were changed since the groups were written.
 void refreshNames(HxDbStub& stub) {
@@ -94,11 +61,9 @@ void readObject(HxDbStub& stub) {
     HxDbObjectImp& imp = *stub.object->imp();
     refreshNames(stub);
     imp.clearFields();
-    imp.extensionDictionary = nullptr;
-    imp.xdata.clear();
     imp.xdataChanged = false;
     imp.readGroups(stub.blob.groups(), stub.database->imp()->format);
-    ObjectReading(stub, imp).run();
+    readFields(stub, imp);
     imp.xdataGeneration = stub.blob.generation();
     imp.xdataRead(*stub.database);
     imp.fieldsRead(*stub.database);

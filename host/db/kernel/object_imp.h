@@ -53,6 +53,9 @@ public:
     /// All fields, in their usual order.
     virtual void writeFields(korvex::FieldWriter&) const {}
 
+    /// How many of `renames` had happened when the names that writeFields writes were those of records.
+    virtual std::uint32_t namesGeneration(std::uint32_t renames) const { return renames; }
+
     /// Refers to an object that has been erased since its groups were written.
     virtual bool isStaleForSaving() const { return false; }
 

@@ -2,6 +2,7 @@
 #include "host/db/groups/group_writer.h"
 #include "host/db/kernel/database_imp.h"
 #include "host/db/lists/group_chain.h"
+#include "host/db/objects/xrecord_cursor.h"
 #include "host/db/objects/xrecord_imp.h"
 #include "sdk/hxads.h"
 #include "sdk/hxdbdict.h"
@@ -11,20 +12,20 @@ HX_DEFINE_MEMBERS(HxDbXrecord, HxDbObject)
 namespace korvex {
 
 void XrecordImp::clearFields() {
-    data.clear();
+    m_groups.clear();
     m_flag.clear();
 }
 
-void XrecordImp::readField(const ReadContext& context, const GroupCursor& group) {
-    if (context.subclass != "AcDbXrecord") {
-        return;
+void XrecordImp::readGroups(std::string_view groups, const GroupFormat& format) {
+    XrecordCursor cursor(groups, format);
+    while (cursor.next()) {
+        m_groups.append(cursor->bytes());
     }
-    if (group.code() == kDuplicatesCode && data.empty() && m_flag.empty()) {
-        m_flag = std::string(group.bytes());
-    } else {
-        data.append(group.bytes());
-    }
+    m_flag = std::string(cursor.flag());
+    m_generation = stub->blob.generation();
 }
+
+void XrecordImp::added(HxDbDatabase& database) { m_generation = database.imp()->names.size(); }
 
 void XrecordImp::writeFields(FieldWriter& out) const {
     out.replaceSubclass("AcDbXrecord");
@@ -33,9 +34,18 @@ void XrecordImp::writeFields(FieldWriter& out) const {
         flag.next();
         out.copy(flag);
     } else {
-        out.integer(kDuplicatesCode, 1);
+        out.integer(XrecordCursor::kDuplicatesCode, 1);
     }
-    out.copyAll(data);
+    out.copyAll(m_groups);
+}
+
+std::uint32_t XrecordImp::namesGeneration(std::uint32_t) const { return m_generation; }
+
+const std::string& XrecordImp::groups() const { return m_groups; }
+
+void XrecordImp::setGroups(std::string groups) {
+    m_groups = std::move(groups);
+    m_generation = stub ? stub->database->imp()->names.size() : 0;
 }
 
 }  // namespace korvex
@@ -53,7 +63,7 @@ HxDbXrecord::HxDbXrecord() : HxDbObject(new XrecordImp) {}
 
 resbuf* HxDbXrecord::rbChain() const {
     const HxDbDatabase* database = this->database();
-    return database ? chainOfGroups(fields<XrecordImp>(this).data, database->imp()->format, *database)
+    return database ? chainOfGroups(fields<XrecordImp>(this).groups(), database->imp()->format, *database)
                     : nullptr;
 }
 
@@ -73,7 +83,7 @@ Hx::ErrorStatus HxDbXrecord::setFromRbChain(const resbuf* chain) {
     }
     const Hx::ErrorStatus status = beginChange(this);
     if (status == Hx::eOk) {
-        fields<XrecordImp>(this).data = out.take();
+        fields<XrecordImp>(this).setGroups(out.take());
     }
     return status;
 }

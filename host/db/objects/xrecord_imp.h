@@ -7,17 +7,22 @@ namespace korvex {
 
 class XrecordImp : public HxDbObjectImp {
 public:
-    static constexpr int kDuplicatesCode = 280;
-
     XrecordImp() : HxDbObjectImp("XRECORD") {}
     void clearFields() override;
-    void readField(const ReadContext& context, const GroupCursor& group) override;
+    void readGroups(std::string_view groups, const GroupFormat& format) override;
+    void added(HxDbDatabase& database) override;
     void writeFields(FieldWriter& out) const override;
+    std::uint32_t namesGeneration(std::uint32_t renames) const override;
 
-    std::string data;  ///< all groups after the duplicates flag, in the drawing's form
+    /// All groups after the duplicates flag, in the drawing's form, with names of now.
+    const std::string& groups() const;
+    /// Between beginChange and the next look at the object's groups.
+    void setGroups(std::string groups);
 
 private:
-    std::string m_flag;  ///< the duplicates flag's group; empty when there is none
+    std::string m_groups;            ///< as they were read or set
+    std::uint32_t m_generation = 0;  ///< renames that had happened by then
+    std::string m_flag;              ///< the duplicates flag's group; empty when there is none
 };
 
 }  // namespace korvex

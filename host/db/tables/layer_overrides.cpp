@@ -83,7 +83,7 @@ Hx::ErrorStatus addRecord(HxDbObjectId dictionaryId, const Storage& storage, std
         return dictionary.openStatus();
     }
     auto record = std::make_unique<HxDbXrecord>();
-    fields<XrecordImp>(record.get()).data = std::move(data);
+    fields<XrecordImp>(record.get()).setGroups(std::move(data));
     HxDbObjectId id;
     const Hx::ErrorStatus status = dictionary->setAt(storage.record, record.get(), id);
     if (status == Hx::eOk) {
@@ -118,7 +118,7 @@ Hx::ErrorStatus store(HxDbLayerTableRecord& layer, OverrideKind kind, std::strin
     HxDbObjectPointer<HxDbXrecord> record(HxDbObjectId(present), HxDb::kForWrite);
     status = record ? beginChange(record.object()) : record.openStatus();
     if (status == Hx::eOk) {
-        fields<XrecordImp>(record.object()).data = std::move(data);
+        fields<XrecordImp>(record.object()).setGroups(std::move(data));
     }
     return status;
 }
@@ -151,7 +151,7 @@ bool readOverride(const HxDbLayerTableRecord& layer, OverrideKind kind, HxDbObje
         return false;
     }
     const Storage& storage = storageOf(kind);
-    for (const Run& run : splitRuns(*layer.database(), record->data, storage)) {
+    for (const Run& run : splitRuns(*layer.database(), record->groups(), storage)) {
         if (counts(run, viewport.stub()) && (!storage.isPointer || run.value.object)) {
             value = run.value;
             return true;
@@ -170,7 +170,7 @@ Hx::ErrorStatus writeOverride(HxDbLayerTableRecord& layer, OverrideKind kind, Hx
     const std::string mine = runText(layer.database()->imp()->format, storage, viewport, value);
     std::string data;
     bool placed = false;
-    for (const Run& run : splitRuns(*layer.database(), record ? record->data : std::string(), storage)) {
+    for (const Run& run : splitRuns(*layer.database(), record ? record->groups() : std::string(), storage)) {
         const bool isMine = counts(run, viewport.stub());
         data += !isMine ? run.groups : placed ? std::string() : mine;
         placed = placed || isMine;
@@ -185,7 +185,7 @@ Hx::ErrorStatus removeOverride(HxDbLayerTableRecord& layer, OverrideKind kind, H
     }
     std::string data;
     bool found = false;
-    for (const Run& run : splitRuns(*layer.database(), record->data, storageOf(kind))) {
+    for (const Run& run : splitRuns(*layer.database(), record->groups(), storageOf(kind))) {
         const bool goes = viewport.isNull() ? run.isOverride : counts(run, viewport.stub());
         data += goes ? std::string() : run.groups;
         found = found || goes;
@@ -198,7 +198,7 @@ bool hasOverride(const HxDbLayerTableRecord& layer, OverrideKind kind, HxDbObjec
     if (!record) {
         return false;
     }
-    const std::vector<Run> runs = splitRuns(*layer.database(), record->data, storageOf(kind));
+    const std::vector<Run> runs = splitRuns(*layer.database(), record->groups(), storageOf(kind));
     return std::any_of(runs.begin(), runs.end(),
                        [&](const Run& run) { return counts(run, viewport.stub()); });
 }
