@@ -20,10 +20,24 @@ constexpr HxResourceString kStrings[] = {
     {kStrNestingPromptBlock, L"\nLayer to freeze for objects in blocks [Block/Entity/No] <Block>:"},
     {kStrNestingPromptEntity, L"\nLayer to freeze for objects in blocks [Block/Entity/No] <Entity>:"},
     {kStrNestingKeywords, L"Block Entity No"},
+    {kStrExportStateFiles, L"Layer states (*.las)"},
     {kStrNewLayerName, L"Layer%d"},
     {kStrWordFreeze, L"Freeze"},
     {kStrWordVpfreeze, L"Vpfreeze"},
     {kStrLineweightDefault, L"Default"},
+    {kStrStateFiles, L"Layer states (*.las)"},
+    {kStrStateNotImported, L"No layer state was imported from \"%1\": %2"},
+    {kStrStateDrawings, L"Drawings (*.dwg *.dxf)"},
+    {kStrExportStateTitle, L"Export Layer State"},
+    {kStrMissingLinetypes, L"The drawing lacks these linetypes: %1.\n\n\"Continuous\" stands in for them. To "
+                           L"have them, load them and import the layer state again."},
+    {kStrUnusablePlotStyles, L"The drawing cannot use these plot styles of the layer state: %1.\n\nRestoring "
+                             L"it leaves the plot styles of their layers as they are."},
+    {kStrRestoreImported, L"Layer state \"%ls\" was imported. Restore it now?"},
+    {kStrOverwriteState, L"There is a layer state \"%ls\" already. Overwrite it?"},
+    {kStrNoStates, L"No layer states can be imported from \"%1\": %2"},
+    {kStrPlotStylesLeftOut, L"The drawing cannot use these plot styles of the imported layer states: "
+                            L"%1.\n\nRestoring them leaves the plot styles of their layers as they are."},
     {kStrCommandLayerState, L"LAYERSTATE"},
     {kStrCommandLayerStateSave, L"LAYERSTATESAVE"},
     {kStrCommandLayFrz, L"LAYFRZ"},
@@ -42,6 +56,7 @@ constexpr HxResourceString kStrings[] = {
     {kStrBlockedCaption, L"Layer Properties Manager"},
     {kStrBlockedMessage,
      L"A command is running in this drawing. End or cancel it before you change layers here."},
+    {kStrStateTemplates, L"Drawing templates (*.dwt)"},
     {kStrPropFilterTitle, L"Layer Filter Properties"},
     {kStrPropFilterName, L"Filter &name:"},
     {kStrPropFilterTable, L"Filter &definition: a layer is shown when all that one row asks for is true"},
@@ -233,6 +248,23 @@ constexpr HxResourceString kStrings[] = {
     {kStrDroppedAreHidden, L"%1!d! of %2!d! layer(s) are in the group \"%3\" now, but are not shown in it: "
                            L"the filter \"%4\" around it "
                            L"leaves them out. Change that filter to see them."},
+    {kStrLasTooLarge,
+     L"The file is larger than 1 GB. A layer-state file is text of a few hundred bytes for each layer."},
+    {kStrLasNullCharacter, L"Line %1!d! holds a null character. This is not a layer-state file; choose one "
+                           L"that was exported from a drawing."},
+    {kStrLasEndsEarly, L"The file ends too early, after line %1!d!. Export the layer state again."},
+    {kStrLasOtherLine, L"Line %1!d! should be \"%2\". This is not a layer-state file, or it is damaged."},
+    {kStrLasNoName, L"Line %1!d!, the name of the layer state, is empty."},
+    {kStrDrawingHasNoStates, L"The drawing has none."},
+    {kStrOverwriteStates, L"%1!d! layer states of these names are there already: %2.\n\nYes overwrites them, "
+                          L"No imports only the others, Cancel imports nothing."},
+    {kStrNamesChange, L"The file was written, but %1!d! name(s) will not come back from it as they are: "
+                      L"%2.\n\nImporting from the drawing itself keeps them."},
+    {kStrAndMore, L"%1 and %2!d! more"},
+    {kStrStateNotExported, L"The file \"%1\" was not written: %2\n\nWhat was there before is unchanged. "
+                           L"Choose another folder, or look to free space and permissions."},
+    {kStrBrokenName, L"No file was written: the name \"%1\" holds a line break, which layer-state files have "
+                     L"no place for. Rename it first."},
     {kStrUndoLayerStates, L"Layer States"},
     {kStrUndoRestoreState, L"Restore layer state %ls"},
     {kStrRestoreRefused, L"%d of %d layers could not be changed: %ls"},

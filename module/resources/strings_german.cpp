@@ -20,10 +20,26 @@ constexpr HxResourceString kStrings[] = {
     {kStrNestingPromptBlock, L"\nZu frierender Layer bei Objekten in Blöcken [Block/Objekt/Nein] <Block>:"},
     {kStrNestingPromptEntity, L"\nZu frierender Layer bei Objekten in Blöcken [Block/Objekt/Nein] <Objekt>:"},
     {kStrNestingKeywords, L"Block Objekt Nein _ Block Entity No"},
+    {kStrExportStateFiles, L"Layerstatus (*.las)"},
     {kStrNewLayerName, L"Layer%d"},
     {kStrWordFreeze, L"Frieren"},
     {kStrWordVpfreeze, L"AFfrieren"},
     {kStrLineweightDefault, L"Vorgabe"},
+    {kStrStateFiles, L"Layerstatus (*.las)"},
+    {kStrStateNotImported, L"Aus \"%1\" wurde kein Layerstatus importiert: %2"},
+    {kStrStateDrawings, L"Zeichnungen (*.dwg *.dxf)"},
+    {kStrExportStateTitle, L"Layerstatus exportieren"},
+    {kStrMissingLinetypes, L"Der Zeichnung fehlen diese Linientypen: %1.\n\n\"Continuous\" steht für sie. Um "
+                           L"sie zu erhalten, laden Sie sie und importieren Sie den Layerstatus erneut."},
+    {kStrUnusablePlotStyles,
+     L"Die Zeichnung kann diese Plotstile des Layerstatus nicht verwenden: %1.\n\nBeim Wiederherstellen "
+     L"bleiben die Plotstile der betroffenen Layer, wie sie sind."},
+    {kStrRestoreImported, L"Der Layerstatus \"%ls\" wurde importiert. Jetzt wiederherstellen?"},
+    {kStrOverwriteState, L"Es gibt schon einen Layerstatus \"%ls\". Überschreiben?"},
+    {kStrNoStates, L"Aus \"%1\" können keine Layerstatus importiert werden: %2"},
+    {kStrPlotStylesLeftOut,
+     L"Die Zeichnung kann diese Plotstile der importierten Layerstatus nicht verwenden: %1.\n\nBeim "
+     L"Wiederherstellen bleiben die Plotstile der betroffenen Layer, wie sie sind."},
     {kStrCommandLayerState, L"LAYERSTATUS"},
     {kStrCommandLayerStateSave, L"LAYERSTATUSSICHERN"},
     {kStrCommandLayFrz, L"LAYERFRIEREN"},
@@ -42,6 +58,7 @@ constexpr HxResourceString kStrings[] = {
     {kStrBlockedCaption, L"Layereigenschaften-Manager"},
     {kStrBlockedMessage, L"In dieser Zeichnung läuft ein Befehl. Beenden Sie ihn oder brechen Sie ihn ab, "
                          L"bevor Sie hier Layer ändern."},
+    {kStrStateTemplates, L"Zeichnungsvorlagen (*.dwt)"},
     {kStrPropFilterTitle, L"Eigenschaften des Layerfilters"},
     {kStrPropFilterName, L"Filter&name:"},
     {kStrPropFilterTable,
@@ -236,6 +253,25 @@ constexpr HxResourceString kStrings[] = {
     {kStrDroppedAreHidden, L"%1!d! von %2!d! Layer(n) sind jetzt in der Gruppe \"%3\", werden in ihr aber "
                            L"nicht gezeigt: Der Filter "
                            L"\"%4\" um sie herum lässt sie aus. Ändern Sie diesen Filter, um sie zu sehen."},
+    {kStrLasTooLarge, L"Die Datei ist größer als 1 GB. Eine Layerstatusdatei ist Text mit einigen hundert "
+                      L"Byte für jeden Layer."},
+    {kStrLasNullCharacter, L"Zeile %1!d! enthält ein Nullzeichen. Das ist keine Layerstatusdatei; wählen Sie "
+                           L"eine, die aus einer Zeichnung exportiert wurde."},
+    {kStrLasEndsEarly, L"Die Datei endet zu früh, nach Zeile %1!d!. Exportieren Sie den Layerstatus erneut."},
+    {kStrLasOtherLine,
+     L"Zeile %1!d! müsste \"%2\" sein. Das ist keine Layerstatusdatei, oder sie ist beschädigt."},
+    {kStrLasNoName, L"Zeile %1!d!, der Name des Layerstatus, ist leer."},
+    {kStrDrawingHasNoStates, L"Die Zeichnung hat keine."},
+    {kStrOverwriteStates, L"%1!d! Layerstatus mit diesen Namen gibt es schon: %2.\n\nJa überschreibt sie, "
+                          L"Nein importiert nur die anderen, Abbrechen importiert nichts."},
+    {kStrNamesChange, L"Die Datei wurde geschrieben, aber %1!d! Name(n) kommen nicht unverändert aus ihr "
+                      L"zurück: %2.\n\nDer Import aus der Zeichnung selbst erhält sie."},
+    {kStrAndMore, L"%1 und %2!d! weitere"},
+    {kStrStateNotExported,
+     L"Die Datei \"%1\" wurde nicht geschrieben: %2\n\nWas vorher da war, ist unverändert. Wählen Sie einen "
+     L"anderen Ordner, oder sorgen Sie für freien Platz und Schreibrechte."},
+    {kStrBrokenName, L"Es wurde keine Datei geschrieben: Der Name \"%1\" enthält einen Zeilenumbruch, für "
+                     L"den Layerstatusdateien keinen Platz haben. Benennen Sie ihn zuerst um."},
     {kStrUndoLayerStates, L"Layerstatus"},
     {kStrUndoRestoreState, L"Layerstatus %ls wiederherstellen"},
     {kStrRestoreRefused, L"%d von %d Layern konnten nicht geändert werden: %ls"},
