@@ -233,8 +233,7 @@ enum KvString : std::uint32_t {
     kStrAndMore = 10408,             ///< %1 names, %2 how many more
     kStrStateNotExported = 10409,    ///< %1 the file, %2 why
     kStrBrokenName = 10410,          ///< refusal of an export; %1 the name
-    kStrUndoLayerStates = 10430,   ///< what edits of layer states are called in undo, 10430 and 10431
-    kStrUndoRestoreState = 10431,  ///< %1 the state
-    kStrRestoreRefused = 10432,    ///< %1!d! of %2!d! layers, %3 their names
-    kStrAndMore = 10433,           ///< after some names; %1!d! how many more
+    kStrUndoLayerStates = 10430,     ///< what edits of layer states are called in undo, 10430 and 10431
+    kStrUndoRestoreState = 10431,    ///< %1 the state
+    kStrRestoreRefused = 10432,      ///< %1!d! of %2!d! layers, %3 their names
 };

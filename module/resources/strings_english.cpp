@@ -268,7 +268,6 @@ constexpr HxResourceString kStrings[] = {
     {kStrUndoLayerStates, L"Layer States"},
     {kStrUndoRestoreState, L"Restore layer state %ls"},
     {kStrRestoreRefused, L"%d of %d layers could not be changed: %ls"},
-    {kStrAndMore, L"%ls and %d more"},
 };
 
 }  // namespace

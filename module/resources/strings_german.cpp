@@ -275,7 +275,6 @@ constexpr HxResourceString kStrings[] = {
     {kStrUndoLayerStates, L"Layerstatus"},
     {kStrUndoRestoreState, L"Layerstatus %ls wiederherstellen"},
     {kStrRestoreRefused, L"%d von %d Layern konnten nicht geändert werden: %ls"},
-    {kStrAndMore, L"%ls und %d weitere"},
 };
 
 }  // namespace

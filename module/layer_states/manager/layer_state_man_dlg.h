@@ -3,6 +3,7 @@
 
 #include "layer_states/capture/drawing_layers.h"
 #include "layer_states/capture/layer_lists.h"
+#include "layer_states/file/layer_state_questions.h"
 #include "layer_states/records/layer_state_map.h"
 #include "layer_states/records/vp_layer_info.h"
 #include "layer_states/restore/layer_restore.h"
@@ -68,6 +69,22 @@ public:
     /// Trimmed, not empty and without the characters that states' names cannot have.
     static bool isStateName(const CStdStr<wchar_t>& name);
 
+    // ---- files and other drawings; what the user must decide or hear goes to the questions
+
+    void setQuestions(LayerStateQuestions* questions) { m_questions = questions; }
+    /// Writes a state into a layer-state file. False when it is not in the map or could not be written.
+    bool ExportLayerStateFile(const CStdStr<wchar_t>& path, CKvLayerState* state);
+    /// Reads a layer-state file into the map: 1 when a state was added or replaced.
+    int ImportLayerStateFile(const CStdStr<wchar_t>& path);
+    /// Which of another drawing's states are to be copied; false to copy none.
+    using Chooser = std::function<bool(KvLayerStateMap& theirs, std::vector<CKvLayerState*>& chosen)>;
+    /// Copies states out of a drawing or template that is not open. Returns how many.
+    int ImportDrawingFile(const CStdStr<wchar_t>& path, const Chooser& choose);
+    /// Copies states of another map. Returns how many.
+    int ImportToLayerState(const std::vector<CKvLayerState*>& chosen, const KvLayerStateMap& theirs);
+    /// The state that the last import brought; null when it brought none.
+    CKvLayerState* imported() const { return m_imported; }
+
     // ---- restoring
 
     /// Restores a state by its own mask, in one undo step; `viewport` is where layers are frozen (null: the
@@ -108,6 +125,7 @@ public:
     static inline int m_bViewportReplaceChecked = 0;
 
 private:
+    LayerStateQuestions& questions();
     int space() const { return m_isModelSpace != 0 ? HxLyState::kModel : HxLyState::kLayout; }
     void makeCurrent(const CStdStr<wchar_t>& layer);
 
@@ -118,6 +136,8 @@ private:
     KvLayerLists m_layerLists;
     std::map<CStdStr<wchar_t>, CKvVpLayerInfo> m_vpLayers;
     std::unique_ptr<KvDrawingLayers> m_layersNow;  ///< null when they are to be read again
+    LayerStateQuestions* m_questions = nullptr;    ///< null: message boxes
+    CKvLayerState* m_imported = nullptr;
     int m_isModelSpace = 1;
     CStdStr<wchar_t> m_currentLayerName;
     KvLayerStatesWritten m_written;

@@ -102,7 +102,7 @@ bool KvLayerStateMap::remove(const CKvLayerState* state) {
     const auto found = std::find_if(m_nodes.begin(), m_nodes.end(),
                                     [&](const auto& node) { return node->state.get() == state; });
     if (found == m_nodes.end()) return false;
-    if (!(*found)->record.isNull()) m_removedRecords.push_back((*found)->record);
+    if (!state->isOfReference() && !(*found)->record.isNull()) m_removedRecords.push_back((*found)->record);
     m_byState.erase(state);
     m_nodes.erase(found);
     return true;
