@@ -1,0 +1,133 @@
+// Reading layer states' records: headers of many states against a plain walk over the groups of all, and all
+// entries against a plain walk that decodes what they hold.
+#include "host/db/groups/group_cursor.h"
+#include "host/db/groups/group_types.h"
+#include "host/db/groups/group_writer.h"
+#include "host/db/kernel/database_imp.h"
+#include "host/db/objects/xrecord_imp.h"
+#include "sdk/hxdbdict.h"
+#include "sdk/hxlystate.h"
+
+#include <benchmark/benchmark.h>
+#include <chrono>
+
+namespace korvex {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+template <class Work>
+double secondsOf(Work work) {
+    const Clock::time_point start = Clock::now();
+    work();
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+void addEntry(GroupWriter& out, std::int64_t i) {
+    out.text(8, L"A-WALL-EXTERIOR-" + std::to_wstring(i));
+    out.integer(90, 8);
+    out.integer(62, 1 + i % 255);
+    out.integer(370, 25);
+    out.text(6, L"Continuous");
+    out.text(2, L"Color_7");
+    if (i % 4 == 0) {
+        out.integer(92, 0x1020FF);
+    }
+    out.integer(440, 0);
+}
+
+/// A drawing with so many states of so many layers.
+class States {
+public:
+    States(std::int64_t states, std::int64_t layers) {
+        const HxDbObjectPointer<HxDbDictionary> root(database.namedObjectsDictionaryId(), HxDb::kForWrite);
+        for (std::int64_t i = 0; i < states; ++i) {
+            GroupWriter out(database.imp()->format);
+            out.integer(91, 2047);
+            out.text(301, L"as built");
+            out.integer(290, 1);
+            out.text(302, L"0");
+            for (std::int64_t layer = 0; layer < layers; ++layer) {
+                addEntry(out, layer);
+            }
+            auto* const record = new HxDbXrecord;
+            HxDbObjectId id;
+            root->setAt((L"STATE" + std::to_wstring(i)).c_str(), record, id);
+            fields<XrecordImp>(record).setGroups(out.take());
+            record->close();
+            currentBlob(*id.stub());
+            fields<XrecordImp>(record).setGroups({});  // not twice in memory
+            records.push_back(id);
+        }
+    }
+    template <class Use>
+    void walk(Use use) const {
+        for (const HxDbObjectId& id : records) {
+            for (GroupCursor cursor(currentBlob(*id.stub()).groups(), database.imp()->format);
+                 cursor.next();) {
+                use(cursor);
+            }
+        }
+    }
+
+    HxDbDatabase database;
+    std::vector<HxDbObjectId> records;
+};
+
+void readHeaders(benchmark::State& state) {
+    const States states(state.range(0), 350);
+    double reading = 0;
+    double walking = 0;
+    for (auto _ : state) {
+        reading += secondsOf([&] {
+            for (const HxDbObjectId& id : states.records) {
+                const HxLyStateReader reader(id);
+                benchmark::DoNotOptimize(reader.header().mask);
+            }
+        });
+        walking += secondsOf(
+            [&] { states.walk([](const GroupCursor& group) { benchmark::DoNotOptimize(group.code()); }); });
+    }
+    state.counters["ms"] = reading * 1e3 / static_cast<double>(state.iterations());
+    state.counters["ratio"] = reading / walking;
+}
+BENCHMARK(readHeaders)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+
+void readEntries(benchmark::State& state) {
+    const States states(state.range(0), state.range(1));
+    double reading = 0;
+    double walking = 0;
+    std::wstring text;
+    for (auto _ : state) {
+        reading += secondsOf([&] {
+            HxLyStateEntry entry;
+            for (const HxDbObjectId& id : states.records) {
+                for (HxLyStateReader reader(id); reader.next(entry);) {
+                    benchmark::DoNotOptimize(entry.layer.data());
+                }
+            }
+        });
+        walking += secondsOf([&] {
+            states.walk([&](const GroupCursor& group) {
+                if (groupType(group.code()) == GroupType::text) {
+                    group.asText(text);
+                    benchmark::DoNotOptimize(text.data());
+                } else {
+                    benchmark::DoNotOptimize(group.asInteger());
+                }
+            });
+        });
+    }
+    const auto entries = static_cast<double>(state.iterations() * state.range(0) * state.range(1));
+    state.counters["ns_per_entry"] = reading * 1e9 / entries;
+    state.counters["ratio"] = reading / walking;
+}
+/// The largest is 5 million entries.
+BENCHMARK(readEntries)
+    ->Args({100, 1000})
+    ->Args({100, 10000})
+    ->Args({100, 50000})
+    ->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace korvex
