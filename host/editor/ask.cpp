@@ -85,6 +85,7 @@ private:
         if (token.interrupted) {
             return false;
         }
+        answer.endsLine = token.endsLine;
         if (m_kind.trims) {
             token.text = trimmed(token.text);
         }

@@ -26,6 +26,7 @@ struct Answer {
     int result = RTERROR;
     std::wstring text;       ///< the keyword in global form, arbitrary input, or the text itself
     bool isKeyword = false;  ///< text is one of the keywords
+    bool endsLine = true;    ///< false: more answers stand in the same line
     HxGePoint3d point;       ///< points; of a pick where it was made
     double real = 0;         ///< reals
     int integer = 0;         ///< integers

@@ -32,6 +32,7 @@ struct Token {
     std::wstring text;                 ///< empty: Enter
     bool cancels = false;              ///< the user gave up the running command (Esc)
     bool interrupted = false;          ///< nothing was answered: see who is to answer now, and ask again
+    bool endsLine = true;              ///< false: the same line goes on behind it
     std::optional<HxGePoint3d> point;  ///< clicked, in the current space
 };
 

@@ -59,6 +59,7 @@ bool ScriptSource::next(const InputRequest& request, Token& token) {
     const auto last = std::find_if(first, m_text.end(), ends);
     token.text.assign(first, last);
     m_at = static_cast<std::size_t>(last - m_text.begin());
+    token.endsLine = last == m_text.end() || !isBlank(*last);
     if (last != m_text.end() && !isCancel(*last)) {
         m_line += *last == L'\n' ? 1 : 0;
         ++m_at;

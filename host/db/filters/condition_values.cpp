@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cwchar>
 #include <optional>
 #include <vector>
 
@@ -121,12 +120,9 @@ Names weightNames(int value) {
     if (value == 0) {
         return {L"Default"};
     }
-    constexpr std::size_t kRoom = 16;
-    wchar_t text[kRoom];
-    const int weight = value - kWeightOffset;
-    std::swprintf(text, kRoom, L"%d.%02d", weight / kHundredthsOfMillimetre,
-                  weight % kHundredthsOfMillimetre);
-    return {std::wstring(text) + L" mm", text, std::wstring(text) + L"mm"};
+    const std::wstring text = lineWeightText(value - kWeightOffset);  // "0.25 mm"
+    const std::wstring number = text.substr(0, text.find(L' '));
+    return {text, number, number + L"mm"};
 }
 
 Names colorNames(int index) {

@@ -4,6 +4,7 @@
 #include "host/db/filters/filter_selection.h"
 #include "host/db/kernel/database_imp.h"
 #include "host/db/kernel/text_fold.h"
+#include "host/db/objects/dictionary_access.h"
 #include "host/db/objects/dictionary_imp.h"
 #include "sdk/hxdbdict.h"
 
@@ -56,8 +57,8 @@ private:
 };
 
 std::unique_ptr<HxLyLayerFilter> FilterReader::read(HxLyLayerFilter*& current) {
-    readTree(*m_root, filterDictionaryOf(m_table, kFilterDictionary), 0);
-    readOlder(filterDictionaryOf(m_table, kOlderFilterDictionary));
+    readTree(*m_root, extensionEntry(m_table, kFilterDictionary), 0);
+    readOlder(extensionEntry(m_table, kOlderFilterDictionary));
     current = selected();
     if (!current) {
         current = m_root.get();
@@ -90,7 +91,7 @@ void FilterReader::readTree(HxLyLayerFilter& parent, HxDbStub* dictionary, int d
         if (isSelected && !m_marked) {
             m_marked = filter;
         }
-        readTree(*filter, filterDictionaryOf(*entry.object, kFilterDictionary), depth + 1);
+        readTree(*filter, extensionEntry(*entry.object, kFilterDictionary), depth + 1);
     }
 }
 
@@ -127,7 +128,7 @@ HxLyLayerFilter* FilterReader::filterNamed(std::wstring_view name) const {
 /// not tell the mark, or the dictionary's data.
 HxLyLayerFilter* FilterReader::selected() const {
     std::wstring name;
-    HxDbStub* dictionary = filterDictionaryOf(m_table, kFilterDictionary);
+    HxDbStub* dictionary = extensionEntry(m_table, kFilterDictionary);
     if (readSelection(m_table, name)) {
         return m_marked && equalNames(m_marked->name(), name) ? m_marked : filterNamed(name);
     }

@@ -4,7 +4,6 @@
 #include "host/db/filters/filter_imp.h"
 #include "host/db/groups/group_writer.h"
 #include "host/db/kernel/database_imp.h"
-#include "host/db/objects/dictionary_access.h"
 #include "host/db/objects/xrecord_imp.h"
 #include "sdk/hxdbdict.h"
 
@@ -104,11 +103,6 @@ private:
 const std::string* xrecordGroups(HxDbStub& record) {
     const auto* xrecord = HxDbXrecord::cast(materialise(record));
     return xrecord ? &fields<XrecordImp>(xrecord).groups() : nullptr;
-}
-
-HxDbStub* filterDictionaryOf(HxDbStub& holder, const wchar_t* name) {
-    const HxDbObject* object = holder.erased ? nullptr : materialise(holder);
-    return object ? dictionaryEntry(object->extensionDictionary().stub(), name) : nullptr;
 }
 
 namespace {

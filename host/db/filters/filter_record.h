@@ -34,7 +34,4 @@ std::string groupsWithMark(std::string_view old, bool isSelected, const GroupFor
 /// The groups of an xrecord after its duplicates flag; null for other objects.
 const std::string* xrecordGroups(HxDbStub& record);
 
-/// Null where there is none that is not erased.
-HxDbStub* filterDictionaryOf(HxDbStub& holder, const wchar_t* name);
-
 }  // namespace korvex

@@ -3,7 +3,6 @@
 #include "host/db/filters/filter_record.h"
 #include "host/db/filters/filter_selection.h"
 #include "host/db/kernel/database_imp.h"
-#include "host/db/kernel/write_access.h"
 #include "host/db/objects/dictionary_access.h"
 #include "host/db/objects/dictionary_imp.h"
 #include "host/db/objects/xrecord_imp.h"
@@ -62,11 +61,10 @@ private:
         return parent.parent() ? *parent.imp()->record : m_table;
     }
     HxDbStub* placeIn(const Filter& parent) const {
-        return filterDictionaryOf(holderOf(parent), kFilterDictionary);
+        return extensionEntry(holderOf(parent), kFilterDictionary);
     }
     bool isInPlace(const Filter& filter) const;
     bool differs(const Filter& filter) const;
-    Hx::ErrorStatus makePlace(const Filter& parent, HxDbStub*& dictionary);
     Hx::ErrorStatus writeNested(Filter& parent);
     Hx::ErrorStatus writeFilter(Filter& filter);
     Hx::ErrorStatus addRecord(Filter& filter);
@@ -106,7 +104,7 @@ Hx::ErrorStatus FilterWriter::write(const Filter& current) {
 bool FilterWriter::isInPlace(const Filter& filter) const {
     const Filter::Imp& imp = *filter.imp();
     const bool isTop = imp.parent == &m_root;
-    return imp.isOlder ? isTop && isEntry(filterDictionaryOf(m_table, kOlderFilterDictionary), imp.record)
+    return imp.isOlder ? isTop && isEntry(extensionEntry(m_table, kOlderFilterDictionary), imp.record)
                        : isEntry(placeIn(*imp.parent), imp.record);
 }
 
@@ -123,37 +121,6 @@ bool FilterWriter::differs(const Filter& filter) const {
     }
     return stored.name != imp.name || stored.kind != imp.kind || stored.expression != imp.expressionText ||
            (filter.isIdFilter() && stored.layers != imp.layers);
-}
-
-Hx::ErrorStatus FilterWriter::makePlace(const Filter& parent, HxDbStub*& dictionary) {
-    dictionary = placeIn(parent);
-    if (dictionary) {
-        return Hx::eOk;
-    }
-    HxDbObjectId id;
-    {
-        const WriteAccess holder(holderOf(parent));
-        const Hx::ErrorStatus status =
-            holder.object() ? holder.object()->createExtensionDictionary() : holder.status();
-        if (status != Hx::eOk) {
-            return status;
-        }
-        id = holder.object()->extensionDictionary();
-    }
-    const WriteAccess extension(*id.stub());
-    auto* object = HxDbDictionary::cast(extension.object());
-    if (!object) {
-        return extension.status();
-    }
-    auto* made = new HxDbDictionary;
-    const Hx::ErrorStatus status = object->setAt(kFilterDictionary, made, id);
-    if (status != Hx::eOk) {
-        delete made;
-        return status;
-    }
-    made->close();
-    dictionary = id.stub();
-    return Hx::eOk;
 }
 
 Hx::ErrorStatus FilterWriter::writeNested(Filter& parent) {
@@ -199,7 +166,8 @@ Hx::ErrorStatus FilterWriter::addRecord(Filter& filter) {
         filter.isProxy() ? *old
                          : filterGroups(filter, old ? std::string_view(*old) : "", m_database.imp()->format);
     HxDbStub* place = nullptr;
-    const Hx::ErrorStatus made = makePlace(*imp.parent, place);
+    const Hx::ErrorStatus made = makeExtensionDictionaryEntry(holderOf(*imp.parent), kFilterDictionary,
+                                                              WriteAccess::Upgrade::transactions, place);
     if (made != Hx::eOk) {
         return made;
     }
@@ -224,7 +192,7 @@ Hx::ErrorStatus FilterWriter::addRecord(Filter& filter) {
 
 std::vector<StoredFilter> FilterWriter::recordsOfTree() const {
     std::vector<StoredFilter> records;
-    HxDbStub* older = filterDictionaryOf(m_table, kOlderFilterDictionary);
+    HxDbStub* older = extensionEntry(m_table, kOlderFilterDictionary);
     for (const Filter* filter : allFilters()) {
         const Filter::Imp& imp = *filter->imp();
         if (imp.record) {
@@ -292,7 +260,7 @@ Hx::ErrorStatus FilterWriter::writeSelectedName(const Filter& current) {
         return Hx::eOk;  // too old for it, as for filters
     }
     std::wstring present;
-    HxDbStub* dictionary = filterDictionaryOf(m_table, kFilterDictionary);
+    HxDbStub* dictionary = extensionEntry(m_table, kFilterDictionary);
     const bool isInTable = readSelection(m_table, present);
     const bool isInDictionary = dictionary && readSelection(*dictionary, present);
     Hx::ErrorStatus status = Hx::eOk;

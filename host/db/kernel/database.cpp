@@ -20,7 +20,8 @@ HxDbDatabase* g_working = nullptr;
 }  // namespace
 
 HxDbDatabase::Imp::Imp(HxDbDatabase& database)
-    : self(database), journal(database), transactions(&database), filters(&database) {}
+    : self(database), journal(database), transactions(&database), filters(&database), layerStates(&database) {
+}
 
 HxDbDatabase::Imp::~Imp() {
     for (HxDbStub& stub : stubs) {
@@ -170,6 +171,7 @@ Hx::ErrorStatus HxDbDatabase::getHxDbObjectId(HxDbObjectId& id, bool, const HxDb
 
 HxDbTransactionManager* HxDbDatabase::transactionManager() const { return &m_imp->transactions; }
 HxLyLayerFilterManager* HxDbDatabase::layerFilterManager() const { return &m_imp->filters; }
+HxDbLayerStateManager* HxDbDatabase::getLayerStateManager() const { return &m_imp->layerStates; }
 
 void HxDbDatabase::addReactor(HxDbDatabaseReactor* reactor) const { addOnce(m_imp->reactors, reactor); }
 void HxDbDatabase::removeReactor(HxDbDatabaseReactor* reactor) const { removeFrom(m_imp->reactors, reactor); }

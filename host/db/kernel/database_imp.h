@@ -8,6 +8,7 @@
 #include "host/db/kernel/object_imp.h"
 #include "sdk/hxdbtransaction.h"
 #include "sdk/hxlyfilter.h"
+#include "sdk/hxlystate.h"
 
 #include <array>
 #include <deque>
@@ -105,6 +106,7 @@ public:
     korvex::Journal journal;
     HxDbTransactionManager transactions;
     HxLyLayerFilterManager filters;
+    HxDbLayerStateManager layerStates;
     std::vector<HxDbDatabaseReactor*> reactors;
     /// Loaded drawings by block record, those of nested references in them in turn. Records that name the
     /// same file share one.

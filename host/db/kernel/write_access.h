@@ -5,17 +5,20 @@
 
 namespace korvex {
 
-/// Opens for write and closes. What is open for write stays so: no one but the caller can have it. What a
-/// transaction has open for read is upgraded meanwhile.
+/// Opens for write and closes. What is open for write stays so: no one but the caller can have it. What is
+/// open for read once is upgraded meanwhile, if that is wanted.
 class WriteAccess {
 public:
-    explicit WriteAccess(HxDbStub& stub, bool openErased = false) {
+    /// Whose open for read may be upgraded.
+    enum class Upgrade { transactions, anyone };
+
+    explicit WriteAccess(HxDbStub& stub, bool openErased = false, Upgrade whose = Upgrade::transactions) {
         m_status = hxdbOpenObject(m_object, HxDbObjectId(&stub), HxDb::kForWrite, openErased);
         m_after = After::close;
         if (m_status == Hx::eWasOpenForWrite) {
             m_status = Hx::eOk;
             m_after = After::leave;
-        } else if (m_status == Hx::eWasOpenForRead && stub.resident) {
+        } else if (m_status == Hx::eWasOpenForRead && (stub.resident || whose == Upgrade::anyone)) {
             m_status = stub.object->upgradeOpen();
             m_after = After::downgrade;
         }

@@ -147,6 +147,55 @@ bool entryName(HxDbStub& dictionary, const HxDbStub& object, std::wstring& name)
     return false;
 }
 
+HxDbStub* extensionEntry(HxDbStub& holder, std::wstring_view name) {
+    const HxDbObject* object = holder.erased ? nullptr : materialise(holder);
+    return object ? dictionaryEntry(object->extensionDictionary().stub(), name) : nullptr;
+}
+
+namespace {
+
+/// The extension dictionary of an object, made when it is missing.
+Hx::ErrorStatus extensionOf(HxDbStub& holder, WriteAccess::Upgrade whose, HxDbStub*& extension) {
+    extension = materialise(holder)->extensionDictionary().stub();
+    if (extension) {
+        return Hx::eOk;
+    }
+    const WriteAccess open(holder, false, whose);
+    const Hx::ErrorStatus status = open.object() ? open.object()->createExtensionDictionary() : open.status();
+    if (status == Hx::eOk) {
+        extension = open.object()->extensionDictionary().stub();
+    }
+    return status;
+}
+
+}  // namespace
+
+Hx::ErrorStatus makeExtensionDictionaryEntry(HxDbStub& holder, const wchar_t* name,
+                                             WriteAccess::Upgrade whose, HxDbStub*& dictionary) {
+    dictionary = extensionEntry(holder, name);
+    if (dictionary) {
+        return HxDbDictionary::cast(materialise(*dictionary)) ? Hx::eOk : Hx::eWrongClass;
+    }
+    HxDbStub* extension = nullptr;
+    Hx::ErrorStatus status = extensionOf(holder, whose, extension);
+    if (status != Hx::eOk) {
+        return status;
+    }
+    const WriteAccess open(*extension, false, whose);
+    auto* entries = HxDbDictionary::cast(open.object());
+    if (!entries) {
+        return open.object() ? Hx::eWrongClass : open.status();
+    }
+    auto made = std::make_unique<HxDbDictionary>();
+    HxDbObjectId id;
+    status = entries->setAt(name, made.get(), id);
+    if (status == Hx::eOk) {
+        made.release()->close();
+        dictionary = id.stub();
+    }
+    return status;
+}
+
 namespace {
 
 /// Erases an object that loses its entry, if the dictionary owns it.

@@ -6,6 +6,7 @@
 #include "host/db/objects/dictionary_access.h"
 
 #include <algorithm>
+#include <cwchar>
 
 namespace korvex {
 
@@ -39,6 +40,19 @@ std::wstring plotStyleNameOf(const HxDbDatabase& database, HxDbStub* style) {
 
 bool isLayerLineWeight(int weight) {
     return weight == kDefaultWeight || std::binary_search(std::begin(kWeights), std::end(kWeights), weight);
+}
+
+std::wstring lineWeightText(int weight) {
+    if (weight < 0) {
+        return weight == HxDb::kLnWtByLayer   ? L"ByLayer"
+               : weight == HxDb::kLnWtByBlock ? L"ByBlock"
+                                              : L"Default";
+    }
+    constexpr int kHundredths = 100;  // of a millimetre
+    constexpr std::size_t kRoom = 32;
+    wchar_t text[kRoom];
+    std::swprintf(text, kRoom, L"%d.%02d mm", weight / kHundredths, weight % kHundredths);
+    return text;
 }
 
 int lineWeightPlace(int weight) {

@@ -16,6 +16,9 @@ std::wstring plotStyleNameOf(const HxDbDatabase& database, HxDbStub* style);
 /// One of the fixed lineweights (0 to 211 hundredths of a millimetre), or the default.
 bool isLayerLineWeight(int weight);
 
+/// "0.25 mm"; "Default", "ByLayer" or "ByBlock" for the special values.
+std::wstring lineWeightText(int weight);
+
 /// Place of a lineweight in the fixed table as viewport overrides store it, and back. Places that stand for
 /// no weight of a layer give the default.
 int lineWeightPlace(int weight);

@@ -46,6 +46,11 @@ void runOptions(const std::vector<CommandOption>& options) {
 
 std::wstring quoted(const std::wstring& name) { return L"\"" + name + L"\""; }
 
+std::wstring column(std::wstring text, std::size_t width) {
+    text.resize(std::max(text.size() + 1, width), L' ');
+    return text;
+}
+
 NewEntity::NewEntity(const wchar_t* type) : m_type(type) {
     text(0, m_type);
     text(8, variableValue(*findSystemVariable(L"CLAYER")).text);

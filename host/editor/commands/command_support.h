@@ -20,6 +20,8 @@ void refuse(const std::wstring& message);
 /// "(eWasOpenForRead: others have it open for read)" for the end of a message.
 std::wstring because(Hx::ErrorStatus status);
 std::wstring quoted(const std::wstring& name);
+/// Filled with blanks to the width of a column, one at least.
+std::wstring column(std::wstring text, std::size_t width);
 
 /// One of a command's options.
 struct CommandOption {

@@ -43,6 +43,7 @@ constexpr HostCommand kCommands[] = {
     {L"MSPACE", HXCMD_MODAL, modelSpaceCommand},
     {L"PSPACE", HXCMD_MODAL, paperSpaceCommand},
     {L"-LAYER", HXCMD_TRANSPARENT, layerCommand},
+    {L"-LAYERSTATE", HXCMD_NOUNDOMARK, layerStatesCommand},
     {L"-LAYMRG", HXCMD_MODAL, mergeLayersCommand},
     {L"VPLAYER", HXCMD_TRANSPARENT, viewportLayerCommand},
     {L"SCRIPT", kSession, scriptCommand},

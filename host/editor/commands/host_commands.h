@@ -32,6 +32,7 @@ void layoutCommand();
 void modelSpaceCommand();
 void paperSpaceCommand();
 void layerCommand();
+void layerStatesCommand();
 void mergeLayersCommand();
 void viewportLayerCommand();
 void scriptCommand();

@@ -8,7 +8,6 @@
 #include "sdk/hxdbdict.h"
 #include "sdk/hxdbentity.h"
 
-#include <algorithm>
 #include <functional>
 #include <memory>
 
@@ -264,11 +263,6 @@ void descriptionOption() {
 }
 
 // ---- the list ----
-
-std::wstring column(std::wstring text, std::size_t width) {
-    text.resize(std::max(text.size() + 1, width), L' ');
-    return text;
-}
 
 std::wstring stateText(const HxDbLayerTableRecord& layer) {
     std::wstring state = layer.isOff() ? L"off" : L"on";
