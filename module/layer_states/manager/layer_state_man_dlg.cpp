@@ -56,7 +56,7 @@ int CKvLayerStateManDlg::BuildLayerStateExtensionDictionary() {
     m_written = KvLayerStatesWritten();
     if (!m_database) return 0;
     if (m_olderNames.empty() && m_olderToDelete.empty() && !haveLayerStatesChanged(m_states)) return 1;
-    const KvLayerUndoAndLockWorker step(true, ResourceString(kStrUndoLayerStates).c_str());
+    const KvLayerUndoAndLockWorker step(true, moduleString(kStrUndoLayerStates).c_str());
     m_written = writeLayerStates(m_database, m_states);
     if (!m_written.isOk) return 0;
     for (const auto& [state, oldName] : m_olderNames) {

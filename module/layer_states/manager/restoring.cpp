@@ -25,7 +25,7 @@ bool CKvLayerStateManDlg::restoreLayerState(CKvLayerState& state, std::int32_t m
     options.asViewportOverrides = m_bViewportReplaceChecked != 0;
     options.turnOffOthers = m_bCloseNoFindChecked != 0;
     CStdStr<wchar_t> undoName;
-    undoName.Format(ResourceString(kStrUndoRestoreState).c_str(), state.GetLayerStateName().c_str());
+    undoName.Format(moduleString(kStrUndoRestoreState).c_str(), state.GetLayerStateName().c_str());
     const KvLayerUndoAndLockWorker step(true, undoName.c_str());
     KvLayerRestore restore(*m_database, options);
     m_states.visitEntries(&state, [&](const HxLyStateEntry& entry) {

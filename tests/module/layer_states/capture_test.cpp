@@ -1,6 +1,7 @@
 // From layers to states.
 #include "tests/module/layer_states/layer_states_fixture.h"
 
+using korvex::toUtf8;
 using namespace korvex::test;
 
 namespace {

@@ -13,6 +13,17 @@ namespace korvex::test {
 
 class LayerStatesTest : public ModuleTest {
 protected:
+    void SetUp() override {
+        ModuleTest::SetUp();
+        // the module's texts, for its objects that are linked into the tests
+        m_library = LoadResourceDll(builtFile("KvLayerManagerRes.dll").c_str());
+        m_resources = std::make_unique<HxResourceOverride>(m_library);
+    }
+    void TearDown() override {
+        m_resources.reset();
+        hxFreeResourceDll(m_library);
+        ModuleTest::TearDown();
+    }
     /// Layers WALLS, NOTES, SPARE (current) and VIEWS; Layout1 with viewport 2, which lies on VIEWS.
     static SmallDrawing drawing() {
         SmallDrawing drawing("SPARE");
@@ -27,6 +38,10 @@ protected:
     void openDrawing(SmallDrawing drawing) {
         write("states.dxf", drawing.text());
         open("states.dxf");
+    }
+    std::wstring currentLayer() {
+        const HxDbObjectPointer<HxDbLayerTableRecord> record(database().clayer(), HxDb::kForRead);
+        return record->name();
     }
     void goToLayout() { run(L"LAYOUT\nSet\nLayout1\nMSPACE\n"); }
 
@@ -55,7 +70,7 @@ protected:
     std::unique_ptr<CKvLayerStateManDlg> engine() {
         auto made = std::make_unique<CKvLayerStateManDlg>(&database());
         made->SetIsModelSpace(database().tilemode() ? 1 : 0);
-        made->SetCurrentLayerName(variable(L"CLAYER"));
+        made->SetCurrentLayerName(currentLayer());
         made->LoadHxLayerState(&database());
         return made;
     }
@@ -101,6 +116,10 @@ protected:
         return text;
     }
     std::string fileNow() { return written(database()); }
+
+private:
+    HxModuleHandle m_library = nullptr;
+    std::unique_ptr<HxResourceOverride> m_resources;
 };
 
 }  // namespace korvex::test

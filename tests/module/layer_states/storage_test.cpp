@@ -1,6 +1,7 @@
 // States in the drawing: what is written, what is left alone.
 #include "tests/module/layer_states/layer_states_fixture.h"
 
+using korvex::fromUtf8;
 using namespace korvex::test;
 
 namespace {
