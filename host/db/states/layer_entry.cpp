@@ -1,5 +1,5 @@
 // Layers as entries of layer states, and what tells two entries apart.
-#include "host/db/kernel/entity_access.h"
+#include "host/db/kernel/database_imp.h"
 #include "host/db/kernel/text_fold.h"
 #include "sdk/hxdbentity.h"
 #include "sdk/hxdbsymtb.h"
@@ -68,7 +68,9 @@ void hxlyEntryOfLayer(HxLyStateEntry& entry, const HxDbLayerTableRecord& layer, 
     entry.colorIndex = color.colorIndex();
     entry.trueColor = color.isByColor() ? static_cast<std::int64_t>(color.color() & 0xFFFFFFU) : -1;
     entry.colorBook = color.getDictionaryKey();
-    entry.linetype = linetype ? recordName(*linetype) : std::wstring();
+    const auto* const pattern =
+        linetype ? static_cast<const HxDbSymbolTableRecord*>(materialise(*linetype)) : nullptr;
+    entry.linetype.assign(pattern ? pattern->name() : L"");
     entry.lineweight = layer.lineWeight(viewport, isOverride);
     entry.plotStyle = layer.plotStyleName(viewport, isOverride);
     entry.transparency = transparency.method() == HxCmTransparency::kByAlpha ? transparency.alpha() : 255;

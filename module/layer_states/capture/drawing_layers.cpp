@@ -16,30 +16,30 @@ void readLayerEntry(HxLyStateEntry& entry, const HxDbLayerTableRecord& layer, Hx
 
 KvDrawingLayers::KvDrawingLayers(const HxDbDatabase* database, HxDbObjectId viewport) {
     if (!database) return;
-    visitRecords(database->layerTableId(), [&](HxDbObjectId id) { read(id, viewport); });
-    const auto isBefore = [](const Layer& a, const Layer& b) { return a.own.layer < b.own.layer; };
-    if (!std::is_sorted(m_layers.begin(), m_layers.end(), isBefore)) {
-        std::sort(m_layers.begin(), m_layers.end(), isBefore);
-    }
-    for (std::size_t i = 0; i < m_layers.size(); ++i) {
-        m_layers[i].following = i + 1;
+    std::vector<std::pair<std::wstring_view, HxDbObjectId>> inOrder;
+    visitRecords(database->layerTableId(), [&](HxDbObjectId id) {
+        const OpenedOrHeld<HxDbLayerTableRecord> record(id, HxDb::kForRead);
+        if (record) inOrder.emplace_back(record->name(), id);
+    });
+    if (!std::is_sorted(inOrder.begin(), inOrder.end())) std::sort(inOrder.begin(), inOrder.end());
+    m_layers.reserve(inOrder.size());
+    for (const auto& [name, id] : inOrder) {  // read in this order they lie side by side in memory
+        read(id, viewport);
     }
 }
 
 void KvDrawingLayers::read(HxDbObjectId id, HxDbObjectId viewport) {
     const OpenedOrHeld<HxDbLayerTableRecord> record(id, HxDb::kForRead);
     if (!record) return;
-    Layer layer;
+    Layer& layer = m_layers.emplace_back();
+    layer.following = m_layers.size();
     readLayerEntry(layer.own, *record.object(), {});
-    if (!viewport.isNull()) {
-        auto shown = std::make_unique<HxLyStateEntry>();
-        readLayerEntry(*shown, *record.object(), viewport);
-        layer.own.flags |= shown->flags & HxLyState::kLayerCurrentViewportFrozen;
-        if (hxlyDifferences(layer.own, *shown, HxLyState::kAllProperties) != 0) {
-            layer.inViewport = std::move(shown);
-        }
-    }
-    m_layers.push_back(std::move(layer));
+    if (viewport.isNull()) return;
+    auto shown = std::make_unique<HxLyStateEntry>();
+    readLayerEntry(*shown, *record.object(), viewport);
+    layer.own.flags |= shown->flags & HxLyState::kLayerCurrentViewportFrozen;
+    if (hxlyDifferences(layer.own, *shown, HxLyState::kAllProperties) != 0)
+        layer.inViewport = std::move(shown);
 }
 
 const KvDrawingLayers::Layer* KvDrawingLayers::find(const CStdStr<wchar_t>& name) {

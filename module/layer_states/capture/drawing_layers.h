@@ -25,7 +25,7 @@ public:
     explicit KvDrawingLayers(const HxDbDatabase* database, HxDbObjectId viewport = {});
 
     std::size_t size() const { return m_layers.size(); }
-    const Layer& at(std::size_t position) const { return m_layers[position]; }
+    Layer& at(std::size_t position) { return m_layers[position]; }
     /// The layer of a name, as the host compares names; null when there is none. Cheap for names that come in
     /// the order of those before.
     const Layer* find(const CStdStr<wchar_t>& name);

@@ -7,15 +7,15 @@
 
 namespace {
 
-/// One entry for each layer.
-KvLayerStateInfoArray* captureLayers(const KvDrawingLayers& layers, const CStdStr<wchar_t>& currentLayer,
+/// One entry for each layer; the values are moved out of `layers`.
+KvLayerStateInfoArray* captureLayers(KvDrawingLayers layers, const CStdStr<wchar_t>& currentLayer,
                                      bool withOverrides) {
     auto* const entries = new KvLayerStateInfoArray;
     for (std::size_t i = 0; i < layers.size(); ++i) {
-        const KvDrawingLayers::Layer& layer = layers.at(i);
-        entries->Add(new CKvLayerStateInfo(withOverrides && layer.inViewport ? *layer.inViewport : layer.own,
-                                           static_cast<int>(i),
-                                           hxutEqualNames(layer.own.layer.c_str(), currentLayer.c_str())));
+        KvDrawingLayers::Layer& layer = layers.at(i);
+        const bool isCurrent = hxutEqualNames(layer.own.layer.c_str(), currentLayer.c_str());
+        HxLyStateEntry& values = withOverrides && layer.inViewport ? *layer.inViewport : layer.own;
+        entries->Add(new CKvLayerStateInfo(std::move(values), static_cast<int>(i), isCurrent));
     }
     return entries;
 }
@@ -49,8 +49,8 @@ CKvLayerState* createLayerState(HxDbDatabase* database, KvLayerStateMap& states,
     auto* const state = new CKvLayerState;
     setHeader(*state, saved);
     state->SetCurrentLayerName(saved.currentLayer);
-    const KvDrawingLayers layers(database, viewportOf(*database, saved.space));
-    states.add(state, captureLayers(layers, saved.currentLayer, true));
+    states.add(state, captureLayers(KvDrawingLayers(database, viewportOf(*database, saved.space)),
+                                    saved.currentLayer, true));
     return state;
 }
 
@@ -60,8 +60,8 @@ bool overwriteLayerState(HxDbDatabase* database, KvLayerStateMap& states, CKvLay
     setHeader(*state, saved);
     if (headerOnly) return true;
     state->SetCurrentLayerName(saved.currentLayer);
-    const KvDrawingLayers layers(database, viewportOf(*database, saved.space));
-    KvLayerStateInfoArray* const entries = captureLayers(layers, saved.currentLayer, false);
+    KvLayerStateInfoArray* const entries = captureLayers(
+        KvDrawingLayers(database, viewportOf(*database, saved.space)), saved.currentLayer, false);
     keepPlotStyles(*entries, *states.entries(state));
     states.replaceEntries(state, entries);
     return true;

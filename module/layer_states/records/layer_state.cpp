@@ -1,7 +1,7 @@
 #include "layer_states/records/layer_state.h"
 
-CKvLayerStateInfo::CKvLayerStateInfo(const HxLyStateEntry& values, int index, bool isCurrent)
-    : m_layerIndex(index), m_currentLayer(isCurrent ? 1 : 0), m_values(values) {}
+CKvLayerStateInfo::CKvLayerStateInfo(HxLyStateEntry values, int index, bool isCurrent)
+    : m_layerIndex(index), m_currentLayer(isCurrent ? 1 : 0), m_values(std::move(values)) {}
 
 HxLyStateHeader CKvLayerState::header() const {
     HxLyStateHeader header;

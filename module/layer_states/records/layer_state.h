@@ -61,7 +61,7 @@ private:
 class CKvLayerStateInfo {
 public:
     CKvLayerStateInfo() = default;
-    CKvLayerStateInfo(const HxLyStateEntry& values, int index, bool isCurrent);
+    CKvLayerStateInfo(HxLyStateEntry values, int index, bool isCurrent);
     virtual ~CKvLayerStateInfo() = default;
 
     /// Position in the state.

@@ -122,6 +122,7 @@ HxDbObjectId KvLayerStateMap::record(const CKvLayerState* state) const {
 void KvLayerStateMap::setStored(const CKvLayerState* state, HxDbObjectId record) {
     if (Node* const node = nodeOf(state)) {
         node->record = record;
+        node->entries.reset();
         node->storedName = node->state->GetLayerStateName();
         node->storedHeader = node->state->header();
     }

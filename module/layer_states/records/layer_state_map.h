@@ -45,7 +45,8 @@ public:
     /// The name that it has there, and what it said when it was read or written.
     CStdStr<wchar_t> storedName(const CKvLayerState* state) const;
     HxLyStateHeader storedHeader(const CKvLayerState* state) const;
-    /// It stands in `record` now, under its name of now.
+    /// It stands in `record` now, under its name of now: its entries are read from there when they are asked
+    /// for again, those that `entries` gave are gone.
     void setStored(const CKvLayerState* state, HxDbObjectId record);
     bool hasReadEntries(const CKvLayerState* state) const;
     using Visitor = std::function<bool(const HxLyStateEntry&)>;
