@@ -1,5 +1,5 @@
-// Reads the locale variables: LC_ALL, LC_MESSAGES and LANG in this order choose the locale; LANGUAGE may list
-// languages to try before, unless the locale is expressly the plain one ("C").
+// Reads the locale variables: LC_ALL, the category's and LANG in this order choose the locale; of messages
+// LANGUAGE may list languages to try before, unless the locale is expressly the plain one ("C").
 #include "host/base/language.h"
 
 #include "host/base/text.h"
@@ -9,8 +9,8 @@
 namespace korvex {
 namespace {
 
-QString localeOfEnvironment() {
-    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+QString localeOfEnvironment(const char* category) {
+    for (const char* name : {"LC_ALL", category, "LANG"}) {
         QString locale = qEnvironmentVariable(name);
         if (!locale.isEmpty()) {
             return locale;
@@ -29,7 +29,7 @@ bool isPlain(const QString& language) { return language == "C" || language == "P
 }  // namespace
 
 std::vector<std::wstring> preferredLanguages() {
-    const QString locale = languageOf(localeOfEnvironment());
+    const QString locale = languageOf(localeOfEnvironment("LC_MESSAGES"));
     QStringList wanted;
     if (!isPlain(locale)) {
         wanted = qEnvironmentVariable("LANGUAGE").split(':', Qt::SkipEmptyParts) << locale;
@@ -49,6 +49,11 @@ std::vector<std::wstring> preferredLanguages() {
         }
     }
     return languages;
+}
+
+std::wstring environmentLanguage(const char* category) {
+    const QString language = languageOf(localeOfEnvironment(category));
+    return isPlain(language) ? std::wstring() : toWide(language);
 }
 
 }  // namespace korvex

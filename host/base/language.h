@@ -10,4 +10,8 @@ namespace korvex {
 /// "pt". Ends before the first English one, since the default texts are English; empty for no language.
 std::vector<std::wstring> preferredLanguages();
 
+/// The language that the environment sets for a category ("LC_MESSAGES", "LC_CTYPE"): "pt_BR"; empty for none
+/// and for the plain locale ("C").
+std::wstring environmentLanguage(const char* category);
+
 }  // namespace korvex

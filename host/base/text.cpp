@@ -58,16 +58,17 @@ std::wstring fromFileName(std::string_view path) {
 
 std::wstring quotedPath(const QString& path) { return L'"' + toWide(QDir::toNativeSeparators(path)) + L'"'; }
 
+wchar_t foldCharacter(wchar_t c) {
+    const auto code = static_cast<char32_t>(c);
+    if (code < 0x80) {
+        return foldAscii(c);
+    }
+    return code <= 0x10FFFF ? static_cast<wchar_t>(QChar::toCaseFolded(code)) : c;
+}
+
 std::wstring foldCase(std::wstring_view text) {
     std::wstring result(text);
-    for (wchar_t& c : result) {
-        const auto code = static_cast<char32_t>(c);
-        if (code < 0x80) {
-            c = foldAscii(c);
-        } else if (code <= 0x10FFFF) {
-            c = static_cast<wchar_t>(QChar::toCaseFolded(code));
-        }
-    }
+    std::transform(result.begin(), result.end(), result.begin(), foldCharacter);
     return result;
 }
 

@@ -27,8 +27,10 @@ constexpr wchar_t foldAscii(wchar_t c) {
     return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c;
 }
 
-/// The form under which names that compare without regard to case are equal, in all scripts; character by
-/// character, so the length stays.
+/// A character without its case, in all scripts; the same in every locale.
+wchar_t foldCharacter(wchar_t c);
+/// The form under which names that compare without regard to case are equal; character by character, so the
+/// length stays.
 std::wstring foldCase(std::wstring_view text);
 
 /// The view of a text that may be null.

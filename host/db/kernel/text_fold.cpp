@@ -1,35 +1,13 @@
-// Case folding by Unicode's simple mapping, independent of the process's locale.
+// Names that differ in nothing but case are the same.
 #include "host/db/kernel/text_fold.h"
 
-#include <QChar>
+#include <algorithm>
 
 namespace korvex {
 
-wchar_t foldCharacter(wchar_t c) {
-    if (c < 128) {
-        return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + 32) : c;
-    }
-    return static_cast<wchar_t>(QChar::toCaseFolded(static_cast<uint>(c)));
-}
-
-std::wstring foldName(std::wstring_view name) {
-    std::wstring out(name);
-    for (wchar_t& c : out) {
-        c = foldCharacter(c);
-    }
-    return out;
-}
-
 bool equalNames(std::wstring_view a, std::wstring_view b) {
-    if (a.size() != b.size()) {
-        return false;
-    }
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        if (a[i] != b[i] && foldCharacter(a[i]) != foldCharacter(b[i])) {
-            return false;
-        }
-    }
-    return true;
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](wchar_t x, wchar_t y) { return x == y || foldCharacter(x) == foldCharacter(y); });
 }
 
 }  // namespace korvex
