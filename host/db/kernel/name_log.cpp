@@ -4,6 +4,7 @@
 #include "host/db/entities/entity_cursor.h"
 #include "host/db/groups/group_writer.h"
 #include "host/db/kernel/text_fold.h"
+#include "host/db/states/state_codes.h"
 
 namespace korvex {
 
@@ -12,6 +13,7 @@ namespace {
 constexpr const char* kTableNames[] = {"LAYER", "LTYPE", "STYLE", "BLOCK_RECORD", "DIMSTYLE",
                                        "APPID", "VPORT", "VIEW",  "UCS"};
 constexpr int kXDataLayerName = 1003;
+constexpr int kStateCurrentLayer = state_group::kCurrentLayer;
 
 struct Reference {
     const char* recordType;  ///< null: every entity
@@ -38,6 +40,9 @@ constexpr Reference kReferences[] = {
     {"DIMENSION", 3, TableKind::dimStyle},
     {"LEADER", 3, TableKind::dimStyle},
     {"TOLERANCE", 3, TableKind::dimStyle},
+    {kLayerStateType, state_group::kLayer, TableKind::layer},
+    {kLayerStateType, state_group::kLinetype, TableKind::linetype},
+    {kLayerStateType, kStateCurrentLayer, TableKind::layer},
     {"$CLAYER", 8, TableKind::layer},
     {"$CELTYPE", 6, TableKind::linetype},
     {"$TEXTSTYLE", 7, TableKind::style},
@@ -61,7 +66,7 @@ TableKind referencedTable(std::string_view recordType, bool isEntity, int code) 
     if (code == kXDataLayerName) {
         return TableKind::layer;
     }
-    if (code < 2 || code > 8) {
+    if ((code < 2 || code > 8) && code != kStateCurrentLayer) {
         return TableKind::count;
     }
     for (const Reference& reference : kReferences) {

@@ -28,6 +28,9 @@ const char* tableName(TableKind kind);
 /// TableKind::count for a name that is no table's.
 TableKind tableKind(std::string_view name);
 
+/// Stands for the type of an xrecord that is a layer state: unlike others it names layers and linetypes.
+inline constexpr char kLayerStateType[] = "LAYERSTATE";
+
 /// The table that a text group of a record refers to; TableKind::count when it is no reference.
 TableKind referencedTable(std::string_view recordType, bool isEntity, int code);
 

@@ -1,6 +1,7 @@
 // Objects made from their groups, and groups made from changed objects.
 #include "host/db/kernel/database_imp.h"
-#include "host/db/kernel/field_cursor.h"
+#include "host/db/objects/xrecord_cursor.h"
+#include "host/db/states/state_records.h"
 
 namespace korvex {
 
@@ -19,26 +20,34 @@ void readFields(const HxDbStub& stub, HxDbObjectImp& imp) {
     imp.xdata = std::string(cursor.xdata());
 }
 
-/// Puts names right that were changed since the groups were written.
-void refreshNames(HxDbStub& stub) {
+/// The groups with the names of now.
+Blob refreshed(HxDbStub& stub, const Blob& blob) {
     const HxDbDatabase::Imp& db = *stub.database->imp();
-    if (stub.blob.generation() >= db.names.size() || stub.blob.empty() || db.names.isHeld()) {
-        return;
+    if (blob.generation() >= db.names.size() || blob.empty() || db.names.isHeld()) {
+        return blob;
     }
-    Blob origin = stub.blob.origin();
+    Blob origin = blob.origin();
     GroupCursor first(origin.groups(), db.format);
     first.next();
     const std::wstring type = first.asText();
+    const bool isState = isLayerState(stub);
     std::string fresh;
-    if (db.names.refresh(std::string(type.begin(), type.end()), stub.recordClass->isEntity, origin, db.format,
-                         fresh)) {
-        stub.blob = Blob(std::move(fresh), db.names.size(), origin);
-        return;
+    if (db.names.refresh(isState ? kLayerStateType : std::string(type.begin(), type.end()),
+                         stub.recordClass->isEntity, origin, db.format, fresh)) {
+        return Blob(std::move(fresh), db.names.size(), origin);
     }
-    if (!db.names.isAmbiguous()) {
+    // An xrecord that nothing owns yet may become a state.
+    if (!db.names.isAmbiguous() && (isState || !isXrecord(stub) || ownerOf(stub))) {
         origin.setGeneration(db.names.size());
     }
-    stub.blob = std::move(origin);
+    return origin;
+}
+
+/// Puts names right that were changed since the groups were written.
+void refreshNames(HxDbStub& stub) {
+    if (stub.blob.generation() < stub.database->imp()->names.size()) {
+        stub.blob = refreshed(stub, stub.blob);
+    }
 }
 
 }  // namespace
@@ -106,7 +115,8 @@ Blob merged(HxDbStub& stub, bool forFile) {
     refreshXData(*stub.object->imp());
     stub.object->imp()->writeFields(fields);
     const FieldWriter::Frame frame = frameOf(stub, forFile);
-    return {fields.merge(stub.blob.groups(), frame), db.names.size()};
+    const std::uint32_t generation = stub.object->imp()->namesGeneration(db.names.size());
+    return refreshed(stub, {fields.merge(stub.blob.groups(), frame), generation});
 }
 
 }  // namespace

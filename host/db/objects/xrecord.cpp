@@ -4,6 +4,7 @@
 #include "host/db/lists/group_chain.h"
 #include "host/db/objects/xrecord_cursor.h"
 #include "host/db/objects/xrecord_imp.h"
+#include "host/db/states/state_records.h"
 #include "sdk/hxads.h"
 #include "sdk/hxdbdict.h"
 
@@ -13,6 +14,7 @@ namespace korvex {
 
 void XrecordImp::clearFields() {
     m_groups.clear();
+    m_followedTo = 0;
     m_flag.clear();
 }
 
@@ -36,15 +38,36 @@ void XrecordImp::writeFields(FieldWriter& out) const {
     } else {
         out.integer(XrecordCursor::kDuplicatesCode, 1);
     }
-    out.copyAll(m_groups);
+    out.copyAll(xdata.empty() ? m_groups : groups());
 }
 
-std::uint32_t XrecordImp::namesGeneration(std::uint32_t) const { return m_generation; }
+/// Extended data has names of now: so must have what goes with it.
+std::uint32_t XrecordImp::namesGeneration(std::uint32_t renames) const {
+    return xdata.empty() ? m_generation : renames;
+}
 
-const std::string& XrecordImp::groups() const { return m_groups; }
+/// What was read or set stays as it was spelled, so that a rename that is undone gives it again.
+const std::string& XrecordImp::groups() const {
+    if (!stub) {
+        return m_groups;
+    }
+    const HxDbDatabase::Imp& db = *stub->database->imp();
+    if (m_generation >= db.names.size() || db.names.isHeld() || !isLayerState(*stub)) {
+        return m_groups;
+    }
+    if (m_followedTo != db.names.size()) {
+        Blob old{std::string_view(m_groups)};
+        old.setGeneration(m_generation);
+        m_followed.clear();
+        db.names.refresh(kLayerStateType, false, old, db.format, m_followed);
+        m_followedTo = db.names.size();
+    }
+    return m_followed.empty() ? m_groups : m_followed;
+}
 
 void XrecordImp::setGroups(std::string groups) {
     m_groups = std::move(groups);
+    m_followedTo = 0;
     m_generation = stub ? stub->database->imp()->names.size() : 0;
 }
 

@@ -26,6 +26,8 @@ private:
     bool m_isBegun = false;
 };
 
+bool isXrecord(const HxDbStub& record);
+
 /// What keeps a record's content from being walked: eNullObjectId, eWasErased, eWrongClass for what is no
 /// xrecord; eOk when nothing does. Makes no object.
 Hx::ErrorStatus xrecordStatus(const HxDbStub* record);

@@ -22,7 +22,9 @@ public:
 private:
     std::string m_groups;            ///< as they were read or set
     std::uint32_t m_generation = 0;  ///< renames that had happened by then
-    std::string m_flag;              ///< the duplicates flag's group; empty when there is none
+    mutable std::string m_followed;  ///< with names of later; empty when they are the same
+    mutable std::uint32_t m_followedTo = 0;
+    std::string m_flag;  ///< the duplicates flag's group; empty when there is none
 };
 
 }  // namespace korvex

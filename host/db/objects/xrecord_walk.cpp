@@ -21,6 +21,10 @@ bool XrecordCursor::next() {
     return false;
 }
 
+bool isXrecord(const HxDbStub& record) {
+    return record.recordClass && std::string_view(record.recordClass->type) == "XRECORD";
+}
+
 Hx::ErrorStatus xrecordStatus(const HxDbStub* record) {
     if (!record) {
         return Hx::eNullObjectId;
@@ -28,8 +32,7 @@ Hx::ErrorStatus xrecordStatus(const HxDbStub* record) {
     if (record->erased) {
         return Hx::eWasErased;
     }
-    const bool isXrecord = record->recordClass && std::string_view(record->recordClass->type) == "XRECORD";
-    return isXrecord ? Hx::eOk : Hx::eWrongClass;
+    return isXrecord(*record) ? Hx::eOk : Hx::eWrongClass;
 }
 
 }  // namespace korvex

@@ -5,6 +5,7 @@
 #include "sdk/hxads.h"
 #include "sdk/hxdbdict.h"
 #include "sdk/hxdbentity.h"
+#include "sdk/hxtext.h"
 #include "tests/io/saving.h"
 #include "tests/walk_seed.h"
 
@@ -165,7 +166,7 @@ private:
             &Walk::toggleLayer, &Walk::recolorLayer, &Walk::renameLayer,  &Walk::addLayer,
             &Walk::eraseObject, &Walk::moveEntity,   &Walk::addEntity,    &Walk::freezeInViewport,
             &Walk::override,    &Walk::editXrecord,  &Walk::switchLayout, &Walk::setCurrent,
-            &Walk::describe,    &Walk::cancelChange, &Walk::unerase,
+            &Walk::describe,    &Walk::cancelChange, &Walk::unerase,      &Walk::editState,
         };
         (this->*changes[pick(std::size(changes))])();
     }
@@ -305,6 +306,41 @@ private:
             hxutRelRb(chain);
             record.release()->close();
         }
+    }
+    /// A state of the layers, which names them, in the place where drawings keep such.
+    void editState() {
+        HxDbObjectPointer<HxDbLayerTable> table(m_database.layerTableId(), HxDb::kForWrite);
+        if (!table || table->createExtensionDictionary() != Hx::eOk) {
+            return;
+        }
+        HxDbObjectPointer<HxDbDictionary> extension(table->extensionDictionary(), HxDb::kForWrite);
+        const HxDbObjectId dictionary =
+            extension ? entryOf<HxDbDictionary>(*extension.object(), L"ACAD_LAYERSTATES") : HxDbObjectId();
+        HxDbObjectPointer<HxDbDictionary> states(dictionary, HxDb::kForWrite);
+        const HxDbObjectId id = states ? entryOf<HxDbXrecord>(*states.object(), L"WALK") : HxDbObjectId();
+        if (HxDbObjectPointer<HxDbXrecord> record(id, HxDb::kForWrite); record) {
+            const std::wstring lower = hxutFoldName(nameOfRandomLayer().c_str());
+            resbuf* chain =
+                hxutBuildList(91, 2047L, 302, nameOfRandomLayer().c_str(), 8, lower.c_str(), 6, L"CONTINUOUS",
+                              8, nameOfRandomLayer().c_str(), 8, freshName().c_str(), 0);
+            EXPECT_EQ(record->setFromRbChain(chain), Hx::eOk);
+            hxutRelRb(chain);
+        }
+    }
+    /// The entry of that name, made when there is none.
+    template <class T>
+    static HxDbObjectId entryOf(HxDbDictionary& dictionary, const wchar_t* name) {
+        HxDbObjectId id;
+        if (dictionary.getAt(name, id) != Hx::eOk) {
+            auto made = std::make_unique<T>();
+            if (dictionary.setAt(name, made.get(), id) == Hx::eOk) {
+                made.release()->close();
+            }
+        }
+        return id;
+    }
+    std::wstring nameOfRandomLayer() {
+        return HxDbLayerTableRecord::cast(hxdbObjectPointer(HxDbObjectId(&randomLayer())))->name();
     }
     void switchLayout() {
         HxArray<HxDbObjectId> layouts;
