@@ -7,9 +7,11 @@ from drawings.office_layers import add_filters, add_layers
 from drawings.office_plan import CLOUD_AT, CLOUD_BULGE, CLOUD_STEP, DEPTH, NOTES_AT, OUTSIDE, SOFA, SOFA_BULGE, WIDTH, add_plan
 from drawings.office_services import SUPPLY_Y, add_services
 from drawings.office_sheets import add_sheets, draw_escape_sheet, draw_plan_sheet
+from drawings.office_states import add_states
 from drawings.picks import Pick
 from dxf.drawing import Drawing
 from dxf.layer_filters import LayerFilters
+from dxf.layer_states import LayerStates
 
 SITE, SITE_FILE = "site-plan", "site-plan.dxf"
 SITE_SCALE, SITE_ANGLE, SITE_AT = 1000, 3, (-1500, -800)
@@ -33,6 +35,7 @@ def build(extents):
     draw_escape_sheet(drawing, escape_sheet)
     add_filters(LayerFilters(drawing))
     drawing.view(WIDTH / 2 + 1500, DEPTH / 2 - 500, 32000)
+    add_states(LayerStates(drawing))
     return drawing
 
 

@@ -13,10 +13,14 @@ namespace {
 constexpr std::int32_t kAppearance = HxLyState::kColor | HxLyState::kLinetype | HxLyState::kLineweight |
                                      HxLyState::kPlotStyle | HxLyState::kTransparency;
 
+/// Null when the drawing lacks it.
+HxDbStub* plotStyleOf(const HxDbDatabase& database, const std::wstring& name) {
+    return dictionaryEntry(database.getPlotStyleNameDictionaryId().stub(), name);
+}
+
 /// Sets properties of one layer that is open for write and remembers whether one was refused.
 class LayerChange {
 public:
-    /// The properties of `viewport`, or the layer's own for null.
     LayerChange(HxDbLayerTableRecord& layer, const HxLyStateEntry& entry) : m_layer(layer), m_entry(entry) {}
 
     void setFlags(std::int32_t properties) {
@@ -53,7 +57,8 @@ public:
             note(m_layer.setTransparency(transparency, viewport));
         }
         if (properties & HxLyState::kPlotStyle) {
-            setPlotStyle(viewport);
+            HxDbStub* style = plotStyleOf(*m_layer.database(), m_entry.plotStyle);
+            note(m_layer.setPlotStyleName(HxDbObjectId(style), viewport));
         }
     }
     bool isRefused() const { return m_refused; }
@@ -61,10 +66,6 @@ public:
 private:
     bool has(std::int32_t flag) const { return (m_entry.flags & flag) != 0; }
     void note(Hx::ErrorStatus status) { m_refused = m_refused || status != Hx::eOk; }
-    void setPlotStyle(HxDbObjectId viewport) {
-        HxDbStub* styles = m_layer.database()->getPlotStyleNameDictionaryId().stub();
-        note(m_layer.setPlotStyleName(HxDbObjectId(dictionaryEntry(styles, m_entry.plotStyle)), viewport));
-    }
 
     HxDbLayerTableRecord& m_layer;
     const HxLyStateEntry& m_entry;
@@ -85,6 +86,7 @@ public:
 private:
     bool wants(HxDbLayerStateManager::RestoreFlag flag) const { return (m_flags & flag) != 0; }
     bool isCurrent(const HxDbStub& layer) const { return m_database.clayer().stub() == &layer; }
+    std::int32_t differences(const HxLyStateEntry& entry) const;
     std::int32_t possible(const HxLyStateEntry& entry, const HxDbStub& layer, std::int32_t properties) const;
     void refuse(const HxDbStub& layer) const {
         if (m_refused) {
@@ -112,7 +114,17 @@ std::int32_t Restore::possible(const HxLyStateEntry& entry, const HxDbStub& laye
     if ((properties & HxLyState::kLinetype) && !findRecord(m_database, TableKind::linetype, entry.linetype)) {
         properties &= ~HxLyState::kLinetype;
     }
+    if ((properties & HxLyState::kPlotStyle) && !plotStyleOf(m_database, entry.plotStyle)) {
+        properties &= ~HxLyState::kPlotStyle;
+    }
     return properties;
+}
+
+/// From what the layer is now. A book colour is brought back also where its value is there.
+std::int32_t Restore::differences(const HxLyStateEntry& entry) const {
+    const std::int32_t mask = m_mask & ~HxLyState::kCurrentViewportFrozen;
+    const bool lacksBook = !entry.colorBook.empty() && m_now.colorBook.empty();
+    return hxlyDifferences(entry, m_now, mask) | (lacksBook ? mask & HxLyState::kColor : 0);
 }
 
 void Restore::layer(HxLyStateEntry& entry) {
@@ -130,8 +142,7 @@ void Restore::layer(HxLyStateEntry& entry) {
     const bool overrides = m_viewport && wants(HxDbLayerStateManager::kPropertiesAsViewportOverrides);
     const HxDbObjectId place(overrides ? m_viewport : nullptr);
     hxlyEntryOfLayer(m_now, *present, place);
-    const std::int32_t differing =
-        possible(entry, *stub, hxlyDifferences(entry, m_now, m_mask & ~HxLyState::kCurrentViewportFrozen));
+    const std::int32_t differing = possible(entry, *stub, differences(entry));
     if (differing == 0) {
         return;
     }

@@ -286,9 +286,10 @@ TEST_F(LayerStates, FreezingInAViewport) {
     EXPECT_EQ(entriesOf(states().layerStateId(L"Sheet"))[2], "DOORS 40 c3 w50 DASHED Bold a255");
     EXPECT_EQ(differences(L"Sheet", id(0x61)), Texts());
     EXPECT_EQ(differences(L"Sheet", id(0x62)),
-              (Texts{"WALLS 32: Red, now Cyan", "DOORS 512: frozen, now thawed"}))
-        << "WALLS has an override there";
-    EXPECT_EQ(differences(L"Sheet"), Texts()) << "without a viewport none is compared";
+              (Texts{"WALLS 32: Red, now Blue", "WALLS 128: 0.50 mm, now Default",
+                     "DOORS 512: frozen, now thawed"}))
+        << "each viewport has an override of its own";
+    EXPECT_EQ(differences(L"Sheet"), Texts{"WALLS 128: 0.50 mm, now Default"});
     change<HxDbViewport>(id(0x62), [this](HxDbViewport& viewport) {
         HxArray<HxDbObjectId> layers;
         layers.append(layer(L"WALLS"));
@@ -352,13 +353,13 @@ TEST_F(LayerStates, WorkWhoeverHasObjectsOpen) {
         EXPECT_FALSE(doors->isWriteEnabled());
         EXPECT_TRUE(empty->isWriteEnabled());
     }
-    EXPECT_EQ(at<HxDbLayerTableRecord>(layer(L"WALLS"))->color(), HxCmColor::byRgb(0xFF, 0, 0));
+    EXPECT_EQ(at<HxDbLayerTableRecord>(layer(L"WALLS"))->color().getDictionaryKey(), L"BOOK$Red");
     EXPECT_EQ(names(), (Texts{"Handles", "Mixed", "Evening"}));
     EXPECT_EQ(transactions.endTransaction(), Hx::eOk);
     const HxDbObjectPointer<HxDbLayerTableRecord> walls(layer(L"WALLS"), HxDb::kForRead);
     const HxDbObjectPointer<HxDbLayerTableRecord> again(layer(L"WALLS"), HxDb::kForRead);
     EXPECT_EQ(restore(L"Evening"), Texts{"WALLS"}) << "two others read it";
-    EXPECT_EQ(walls->color(), HxCmColor::byRgb(0xFF, 0, 0));
+    EXPECT_EQ(walls->color().getDictionaryKey(), L"BOOK$Red");
 }
 
 TEST_F(PlanWithoutStates, DictionariesAreMadeUnderAnOpenTable) {
