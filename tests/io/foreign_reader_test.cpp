@@ -1,4 +1,6 @@
 // What is saved is read by an independent reader, whose audit finds no more in it than in what was opened.
+#include "sdk/hxdbdict.h"
+#include "sdk/hxlystate.h"
 #include "tests/io/incomplete_drawings.h"
 
 #include <QDir>
@@ -39,18 +41,30 @@ protected:
     }
     /// What the audit of all pairs tells.
     std::string audit() const {
-        QProcess python;
-        python.start(QStringLiteral("/usr/bin/python3"),
-                     {QStringLiteral(KORVEX_SOURCE_DIR "/tests/io/audit.py"), m_folder.path()});
-        constexpr int kTime = 120000;  // milliseconds
-        EXPECT_TRUE(python.waitForFinished(kTime) && python.exitCode() == 0);
-        const std::string messages = python.readAllStandardError().toStdString();
+        std::string messages;
+        const std::string told = tell("audit.py", m_folder.path(), messages);
         EXPECT_NE(messages.find(std::to_string(m_pairs) + " pairs"), messages.npos)
             << messages << " - python3-ezdxf (packages.txt) is needed";
-        return python.readAllStandardOutput().toStdString();
+        return told;
+    }
+    /// The layer states of the second drawing of a pair, as the reader holds them.
+    std::string layerStates(const std::string& name) const {
+        std::string messages;
+        return tell("layer_states.py", m_folder.filePath(QString::fromStdString(name + ".after.dxf")),
+                    messages);
     }
 
 private:
+    static std::string tell(const char* script, const QString& path, std::string& messages) {
+        QProcess python;
+        python.start(QStringLiteral("/usr/bin/python3"),
+                     {QStringLiteral(KORVEX_SOURCE_DIR "/tests/io/") + script, path});
+        constexpr int kTime = 120000;  // milliseconds
+        EXPECT_TRUE(python.waitForFinished(kTime) && python.exitCode() == 0);
+        messages = python.readAllStandardError().toStdString();
+        return python.readAllStandardOutput().toStdString();
+    }
+
     QTemporaryDir m_folder;
     int m_pairs = 0;
 };
@@ -71,6 +85,11 @@ void changeAll(HxDbDatabase& database) {
                 overrideColor(HxDbObjectId(layer), HxDbObjectId(firstViewport(database)));
             }
         }
+    }
+    if (!database.namedObjectsDictionaryId().isNull()) {
+        EXPECT_EQ(database.getLayerStateManager()->saveLayerState(L"of the test", HxLyState::kAllProperties,
+                                                                  HxDbObjectId(firstViewport(database))),
+                  Hx::eOk);
     }
     addPoint(modelSpace(database));
     for (HxDbStub* entity : members(*modelSpace(database))) {
@@ -109,6 +128,56 @@ TEST_F(ForeignReader, FindsNothingNewInWhatIsSaved) {
         changeAll(*database);
         put(name, before, written(*database));
     }
+    EXPECT_EQ(audit(), "");
+}
+
+namespace {
+
+std::string hex(HxDbObjectId id) {
+    wchar_t text[17] = L"0";
+    id.handle().getIntoAsciiBuffer(text);
+    return toUtf8(text);
+}
+
+/// A state's record in the lines of layer_states.py.
+std::string lineOf(const HxDbLayerStateManager& states, const wchar_t* name) {
+    const HxDbObjectId id = states.layerStateId(name);
+    std::string line = toUtf8(name) + "|" + hex(hxdbObjectPointer(id)->ownerId()) + "|" + hex(id);
+    HxDbXrecordWalk group(id);
+    while (group.next()) {
+        const int code = group.code();
+        const bool isPointer = code >= 320 && code <= 399 && code != 370;
+        const bool isText = code < 10 || (code >= 300 && code < 320);
+        line += "\n" + std::to_string(code) + "=" +
+                (isPointer ? hex(group.objectId())
+                 : isText  ? toUtf8(group.text())
+                           : std::to_string(group.integer()));
+    }
+    return line + "\n";
+}
+
+}  // namespace
+
+TEST_F(ForeignReader, HoldsTheSameLayerStates) {
+    const std::string before = fileBytes(KORVEX_SOURCE_DIR "/samples/office-floor.dxf");
+    const auto database = opened(before);
+    HxDbLayerStateManager& states = *database->getLayerStateManager();
+    constexpr wchar_t kNew[] = L"\u4e8c\u968e (2)";
+    EXPECT_EQ(states.saveLayerState(kNew, HxLyState::kAllProperties, {}, L"\u00d6ffnungen"), Hx::eOk);
+    EXPECT_EQ(states.saveLayerState(L"Demolition", 7, HxDbObjectId(firstViewport(*database))), Hx::eOk);
+    EXPECT_EQ(states.renameLayerState(L"Escape plan", L"Flucht"), Hx::eOk);
+    EXPECT_EQ(states.setLayerStateDescription(L"Services coordination", L"by others"), Hx::eOk);
+    EXPECT_EQ(states.deleteLayerState(L"Floor plan 1-100"), Hx::eOk);
+    EXPECT_EQ(states.restoreLayerState(L"Services coordination", {}), Hx::eOk);
+    put("states", before, written(*database));
+    HxArray<CStdStr<wchar_t>> names;
+    states.getLayerStateNames(names, true);
+    EXPECT_EQ(names.length(), 5);
+    std::string expected;
+    for (const CStdStr<wchar_t>& name : names) {
+        expected += lineOf(states, name.c_str());
+    }
+    EXPECT_EQ(layerStates("states"), expected);
     EXPECT_EQ(audit(), "");
 }
 
