@@ -123,7 +123,8 @@ std::wstring NameLog::follow(TableKind table, std::wstring name, std::uint32_t g
 bool NameLog::refresh(std::string_view recordType, bool isEntity, const Blob& blob, const GroupFormat& format,
                       std::string& out) const {
     GroupWriter writer(format);
-    bool changed = false;
+    std::size_t written = 0;  // of the blob
+    std::wstring name;
     GroupCursor cursor(blob.groups(), format);
     EntityCursor shared(blob.groups(), format);
     bool isSharedAhead = isEntity && shared.nextShared();
@@ -131,21 +132,23 @@ bool NameLog::refresh(std::string_view recordType, bool isEntity, const Blob& bl
         const TableKind table = referencedTable(recordType, isEntity, cursor.code());
         const bool isHere = isSharedAhead && shared->offset() == cursor.offset();
         isSharedAhead = isHere ? shared.nextShared() : isSharedAhead;
-        if (table != TableKind::count && (isHere || !isEntity || !isSharedCode(cursor.code()))) {
-            const std::wstring name = cursor.asText();
-            const std::wstring now = resolve(table, name, blob.generation());
-            if (!equalNames(name, now)) {
-                writer.text(cursor.code(), now);
-                changed = true;
-                continue;
-            }
+        if (table == TableKind::count || (isEntity && !isHere && isSharedCode(cursor.code()))) {
+            continue;
         }
-        writer.copy(cursor);
+        cursor.asText(name);
+        const std::wstring now = resolve(table, name, blob.generation());
+        if (!equalNames(name, now)) {
+            writer.append(blob.groups().substr(written, cursor.offset() - written));
+            writer.text(cursor.code(), now);
+            written = cursor.endOffset();
+        }
     }
-    if (changed) {
-        out = writer.take();
+    if (written == 0) {
+        return false;
     }
-    return changed;
+    writer.append(blob.groups().substr(written));
+    out = writer.take();
+    return true;
 }
 
 }  // namespace korvex

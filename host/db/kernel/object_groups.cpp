@@ -36,8 +36,11 @@ Blob refreshed(HxDbStub& stub, const Blob& blob) {
                          stub.recordClass->isEntity, origin, db.format, fresh)) {
         return Blob(std::move(fresh), db.names.size(), origin);
     }
+    if (isState) {
+        return origin.keptUntil(db.names.size());
+    }
     // An xrecord that nothing owns yet may become a state.
-    if (!db.names.isAmbiguous() && (isState || !isXrecord(stub) || ownerOf(stub))) {
+    if (!db.names.isAmbiguous() && (!isXrecord(stub) || ownerOf(stub))) {
         origin.setGeneration(db.names.size());
     }
     return origin;
@@ -73,7 +76,7 @@ void readObject(HxDbStub& stub) {
     imp.xdataChanged = false;
     imp.readGroups(stub.blob.groups(), stub.database->imp()->format);
     readFields(stub, imp);
-    imp.xdataGeneration = stub.blob.generation();
+    imp.xdataGeneration = stub.blob.namesGeneration();
     imp.xdataRead(*stub.database);
     imp.fieldsRead(*stub.database);
 }

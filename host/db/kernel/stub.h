@@ -34,10 +34,24 @@ public:
         m_origin = std::make_shared<const Blob>(origin);
     }
 
+    /// The same groups, whose names are found to be right at a later time. They still are followed from the
+    /// time that they were written at: a name of no record may since have become one's.
+    Blob keptUntil(std::uint32_t generation) const {
+        Blob kept(*this);
+        kept.m_generation = generation;
+        kept.m_origin = std::make_shared<const Blob>(origin());
+        return kept;
+    }
+
     std::string_view groups() const { return m_groups; }
     /// What names are to be followed from: spelled as they were before any rename, so that a rename that is
     /// undone gives the same groups again.
     Blob origin() const { return m_origin ? *m_origin : *this; }
+    /// How many renames had happened when the names in groups() were those of records.
+    std::uint32_t namesGeneration() const {
+        return m_origin && m_origin->m_groups.data() == m_groups.data() ? m_origin->m_generation
+                                                                        : m_generation;
+    }
     bool empty() const { return m_groups.empty(); }
     /// How many renames (NameLog) had happened when the groups were written: the names in them are of that
     /// time.

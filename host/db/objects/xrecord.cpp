@@ -18,13 +18,14 @@ void XrecordImp::clearFields() {
     m_flag.clear();
 }
 
-void XrecordImp::readGroups(std::string_view groups, const GroupFormat& format) {
-    XrecordCursor cursor(groups, format);
+void XrecordImp::readGroups(std::string_view, const GroupFormat& format) {
+    const Blob written = stub->blob.origin();
+    XrecordCursor cursor(written.groups(), format);
     while (cursor.next()) {
         m_groups.append(cursor->bytes());
     }
     m_flag = std::string(cursor.flag());
-    m_generation = stub->blob.generation();
+    m_generation = written.generation();
 }
 
 void XrecordImp::added(HxDbDatabase& database) { m_generation = database.imp()->names.size(); }

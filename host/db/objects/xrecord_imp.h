@@ -20,7 +20,7 @@ public:
     void setGroups(std::string groups);
 
 private:
-    std::string m_groups;            ///< as they were read or set
+    std::string m_groups;            ///< as they were written or set
     std::uint32_t m_generation = 0;  ///< renames that had happened by then
     mutable std::string m_followed;  ///< with names of later; empty when they are the same
     mutable std::uint32_t m_followedTo = 0;
