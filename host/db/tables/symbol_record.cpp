@@ -3,8 +3,11 @@
 
 #include "host/db/kernel/database_imp.h"
 #include "host/db/kernel/entity_access.h"
+#include "host/db/tables/dependent_names.h"
 #include "host/db/tables/record_names.h"
 #include "sdk/hxdbsymtb.h"
+
+#include <optional>
 
 HX_DEFINE_MEMBERS(HxDbSymbolTableRecord, HxDbObject)
 HX_DEFINE_MEMBERS(HxDbOtherTableRecord, HxDbSymbolTableRecord)
@@ -107,11 +110,19 @@ Hx::ErrorStatus HxDbSymbolTableRecord::setName(const wchar_t* text) {
     if (taken && taken != imp.stub) {
         return Hx::eDuplicateRecordName;
     }
-    status = beginChange(this);
+    std::optional<DependentNames> dependents;
+    if (imp.stub) {
+        dependents.emplace(*imp.stub, text);
+        status = dependents->status();
+    }
+    if (status == Hx::eOk) {
+        status = beginChange(this);
+    }
     if (status == Hx::eOk) {
         imp.name = text;
         if (imp.stub) {
             imp.noteName(*imp.stub->database);
+            dependents->rename();
         }
     }
     return status;

@@ -1,4 +1,5 @@
 // Layer states name layers and linetypes by text: the names follow renames.
+#include "host/db/tables/symbol_record_imp.h"
 #include "tests/db/states/states_support.h"
 
 namespace korvex::test {
@@ -88,13 +89,32 @@ TEST_F(RenamedInStates, TradeNames) {
 }
 
 TEST_F(RenamedInStates, NamesOfNoLayerStay) {
+    const auto spelled = [](const std::string& dashed) {
+        return "302 Walls | 8 Walls | 6 " + dashed + " | 8 GONE | 6 Continuous | 8 PIPE|VALVE | 6 LOST | ";
+    };
     renameStep(0x12, L"GONE");
     renameStep(0x33, L"LOST");
     EXPECT_EQ(layersOf(0xA2), "Walls GONE PIPE|VALVE ");
+    EXPECT_EQ(chainOf(0xA2), spelled("LOST"));
     renameStep(0x12, L"Y");
     renameStep(0x33, L"Z");
     EXPECT_EQ(layersOf(0xA2), "Walls GONE PIPE|VALVE ");
-    EXPECT_EQ(entriesOf(id(0xA2)).at(2), "PIPE|VALVE 12 c4 w-3 LOST Normal a0");
+    EXPECT_EQ(chainOf(0xA2), spelled("Z"));
+}
+
+TEST_F(RenamedInStates, ANameThatALayerGetsAndLosesAgainStays) {
+    const Chain list(hxutBuildList(91, 2047L, 8, L"GONE", 0));
+    setState(0xA4, list.get());
+    const std::string before = saved();
+    renameStep(0x12, L"GONE");
+    EXPECT_EQ(layersOf(0xA4), "GONE ");  // the record is looked at while the other has the name
+    undo();
+    EXPECT_EQ(saved(), before);
+    redo();
+    EXPECT_EQ(layersOf(0xA4), "GONE ");
+    renameStep(0x12, L"Y");
+    EXPECT_EQ(layersOf(0xA4), "GONE ");
+    EXPECT_EQ(chainOf(0xA4), "8 GONE | ");
 }
 
 TEST_F(RenamedInStates, AnErasedLayersNameIsNotTheOthers) {
@@ -160,6 +180,34 @@ TEST_F(RenamedInStates, OtherXrecordsAreLeftAlone) {
     renameStep(0x33, L"C");
     EXPECT_EQ(record(0x91), before);
     EXPECT_EQ(chainOf(0x91), "8 WALLS | 302 WALLS | 6 DASHED | ");
+}
+
+TEST_F(RenamedInStates, LayersOfAReferenceGoWithIt) {
+    const std::string before = saved();
+    const HxDbObjectId reference = id(0xB0);
+    EXPECT_EQ(rename(id(0x13), L"VALVE"), Hx::eRefused);
+    step(L"RENAME", [&] { EXPECT_EQ(rename(reference, L"Rohr"), Hx::eOk); });
+    EXPECT_EQ(layer(L"Rohr|VALVE"), id(0x13));
+    EXPECT_EQ(layersOf(0xA2), "Walls GONE Rohr|VALVE ");
+    EXPECT_EQ(reopened(0xA2), entriesOf(id(0xA2)));
+    EXPECT_NE(record(0x13).find("2 Rohr|VALVE"), std::string::npos);
+    undo();
+    EXPECT_EQ(saved(), before);
+    const HxDbObjectId taken = addLayer(L"Rohr");
+    change<HxDbLayerTableRecord>(taken, [&](HxDbLayerTableRecord& other) {
+        ASSERT_EQ(beginChange(&other), Hx::eOk);
+        fields<SymbolRecordImp>(&other).name = L"Rohr|VALVE";
+        fields<SymbolRecordImp>(&other).noteName(*database);
+    });
+    EXPECT_EQ(rename(reference, L"Rohr"), Hx::eDuplicateRecordName);
+    erase(taken);
+    {
+        const HxDbObjectPointer<HxDbObject> open(id(0x13), HxDb::kForRead);
+        EXPECT_EQ(rename(reference, L"Rohr"), Hx::eWasOpenForRead);
+        EXPECT_EQ(at<HxDbSymbolTableRecord>(reference)->name(), std::wstring(L"PIPE"));
+    }
+    EXPECT_EQ(rename(reference, L"pipe"), Hx::eOk);
+    EXPECT_EQ(at<HxDbSymbolTableRecord>(id(0x13))->name(), std::wstring(L"pipe|VALVE"));
 }
 
 TEST_F(RenamedInStates, AlsoWhileTheStatesAreErased) {

@@ -12,6 +12,15 @@ inline std::string statesDrawing() {
     const std::string table = drawing("5 2 | 330 0 | 100 AcDbSymbolTable | 70 6");
     text.replace(text.find(table), drawing("5 2").size(),
                  drawing("5 2 | 102 {ACAD_XDICTIONARY | 360 A0 | 102 }"));
+    const auto putBefore = [&](const std::string& place, const char* groups) {
+        text.insert(text.find(drawing(place)), drawing(groups));
+    };
+    putBefore(
+        "0 ENDTAB | 0 ENDSEC",
+        "0 BLOCK_RECORD | 5 B0 | 330 1 | 100 AcDbSymbolTableRecord | 100 AcDbBlockTableRecord | 2 PIPE");
+    putBefore("0 ENDSEC | 0 SECTION | 2 ENTITIES", R"(
+0 BLOCK | 5 B1 | 330 B0 | 100 AcDbEntity | 8 0 | 100 AcDbBlockBegin | 2 PIPE | 70 4 | 10 0.0 | 20 0.0 | 30 0.0 | 3 PIPE | 1 pipe.dxf
+0 ENDBLK | 5 B2 | 330 B0 | 100 AcDbEntity | 8 0 | 100 AcDbBlockEnd)");
     std::string states = drawing(R"(
 0 DICTIONARY | 5 A0 | 330 2 | 100 AcDbDictionary | 280 1 | 281 1 | 3 ACAD_LAYERSTATES | 360 A1
 0 DICTIONARY | 5 A1 | 102 {ACAD_REACTORS | 330 A0 | 102 } | 330 A0 | 100 AcDbDictionary | 280 1 | 281 1 | 3 Names | 360 A2 | 3 Handles | 360 A3 | 3 Mixed | 360 A4 | 3 None | 360 A5
