@@ -6,6 +6,7 @@
 #include "host/db/kernel/database_imp.h"
 #include "host/db/objects/xrecord_imp.h"
 #include "sdk/hxdbdict.h"
+#include "sdk/hxdbsymtb.h"
 #include "sdk/hxlystate.h"
 
 #include <benchmark/benchmark.h>
@@ -40,7 +41,7 @@ void addEntry(GroupWriter& out, std::int64_t i) {
 class States {
 public:
     States(std::int64_t states, std::int64_t layers) {
-        const HxDbObjectPointer<HxDbDictionary> root(database.namedObjectsDictionaryId(), HxDb::kForWrite);
+        const HxDbObjectPointer<HxDbDictionary> dictionary(stateDictionary(), HxDb::kForWrite);
         for (std::int64_t i = 0; i < states; ++i) {
             GroupWriter out(database.imp()->format);
             out.integer(91, 2047);
@@ -52,7 +53,7 @@ public:
             }
             auto* const record = new HxDbXrecord;
             HxDbObjectId id;
-            root->setAt((L"STATE" + std::to_wstring(i)).c_str(), record, id);
+            dictionary->setAt((L"STATE" + std::to_wstring(i)).c_str(), record, id);
             fields<XrecordImp>(record).setGroups(out.take());
             record->close();
             currentBlob(*id.stub());
@@ -60,6 +61,11 @@ public:
             records.push_back(id);
         }
     }
+    void renameLayer(const std::wstring& name) const {
+        const HxDbObjectPointer<HxDbLayerTableRecord> layer(m_layer, HxDb::kForWrite);
+        layer->setName(name.c_str());
+    }
+    /// Over all groups.
     template <class Use>
     void walk(Use use) const {
         for (const HxDbObjectId& id : records) {
@@ -70,8 +76,40 @@ public:
         }
     }
 
+    /// Over all values.
+    void walkValues() const {
+        std::wstring text;
+        walk([&](const GroupCursor& group) {
+            if (groupType(group.code()) == GroupType::text) {
+                group.asText(text);
+                benchmark::DoNotOptimize(text.data());
+            } else {
+                benchmark::DoNotOptimize(group.asInteger());
+            }
+        });
+    }
+
     HxDbDatabase database;
     std::vector<HxDbObjectId> records;
+
+private:
+    /// The layers' table gets its first layer, whose name all states have, and the dictionary of states.
+    HxDbObjectId stateDictionary() {
+        const HxDbObjectPointer<HxDbLayerTable> table(database.layerTableId(), HxDb::kForWrite);
+        auto* const layer = new HxDbLayerTableRecord;
+        layer->setName(L"A-WALL-EXTERIOR-0");
+        table->add(m_layer, layer);
+        layer->close();
+        table->createExtensionDictionary();
+        const HxDbObjectPointer<HxDbDictionary> extension(table->extensionDictionary(), HxDb::kForWrite);
+        auto* const dictionary = new HxDbDictionary;
+        HxDbObjectId id;
+        extension->setAt(L"ACAD_LAYERSTATES", dictionary, id);
+        dictionary->close();
+        return id;
+    }
+
+    HxDbObjectId m_layer;
 };
 
 void readHeaders(benchmark::State& state) {
@@ -93,11 +131,31 @@ void readHeaders(benchmark::State& state) {
 }
 BENCHMARK(readHeaders)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
 
+/// A rename reaches each record when it is read next.
+void readHeadersAfterRename(benchmark::State& state) {
+    const States states(state.range(0), 350);
+    double reading = 0;
+    double walking = 0;
+    int turn = 0;
+    for (auto _ : state) {
+        states.renameLayer(L"B-WALL-" + std::to_wstring(turn++));
+        reading += secondsOf([&] {
+            for (const HxDbObjectId& id : states.records) {
+                const HxLyStateReader reader(id);
+                benchmark::DoNotOptimize(reader.header().mask);
+            }
+        });
+        walking += secondsOf([&] { states.walkValues(); });
+    }
+    state.counters["ms"] = reading * 1e3 / static_cast<double>(state.iterations());
+    state.counters["ratio"] = reading / walking;
+}
+BENCHMARK(readHeadersAfterRename)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+
 void readEntries(benchmark::State& state) {
     const States states(state.range(0), state.range(1));
     double reading = 0;
     double walking = 0;
-    std::wstring text;
     for (auto _ : state) {
         reading += secondsOf([&] {
             HxLyStateEntry entry;
@@ -107,16 +165,7 @@ void readEntries(benchmark::State& state) {
                 }
             }
         });
-        walking += secondsOf([&] {
-            states.walk([&](const GroupCursor& group) {
-                if (groupType(group.code()) == GroupType::text) {
-                    group.asText(text);
-                    benchmark::DoNotOptimize(text.data());
-                } else {
-                    benchmark::DoNotOptimize(group.asInteger());
-                }
-            });
-        });
+        walking += secondsOf([&] { states.walkValues(); });
     }
     const auto entries = static_cast<double>(state.iterations() * state.range(0) * state.range(1));
     state.counters["ns_per_entry"] = reading * 1e9 / entries;
