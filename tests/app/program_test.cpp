@@ -83,6 +83,22 @@ TEST_F(Program, SaysWhatWentWrongAndWhere) {
     EXPECT_EQ(korvex({"--module", "none.hrx"}).status, 1);
 }
 
+TEST_F(Program, ChecksADrawingAgainstTheStateOfAnother) {
+    ASSERT_TRUE(QFile::copy(KORVEX_SOURCE_DIR "/samples/office-floor.dxf", path("plan.dxf")));
+    const ProgramRun made = commands({"plan.dxf"}, {"-LAYERSTATE Save evening", "-LAYER Freeze A-FURN*", " ",
+                                                    "-LAYERSTATE Restore evening",
+                                                    "-LAYERSTATE Compare evening", "SAVEAS standard.dxf"});
+    EXPECT_EQ(made.status, 0) << made.err.toStdString();
+    EXPECT_TRUE(made.says("evening: the same"));
+    EXPECT_EQ(commands({"plan.dxf"}, {"-LAYERSTATE Compare standard.dxf", "evening"}).status, 0);
+    const ProgramRun changed = commands(
+        {"plan.dxf"}, {"-LAYER C 3 S-COLS", " ", "-LAYERSTATE Compare standard.dxf", "evening", "QUIT N"});
+    EXPECT_EQ(changed.status, 1);
+    EXPECT_TRUE(changed.says("\n  S-COLS: color: Green, should be White\n"));
+    EXPECT_TRUE(changed.complains("evening: 1 difference(s)"));
+    EXPECT_EQ(commands({"plan.dxf"}, {"-LAYERSTATE Compare none.dxf"}).status, 1);
+}
+
 TEST_F(Program, TellsOfChangesThatAreLost) {
     EXPECT_TRUE(commands({}, {"LINE 0,0 1,1 \n"}).complains("were not saved"));
     EXPECT_FALSE(commands({}, {"LINE 0,0 1,1 \n", "QUIT N"}).complains("were not saved"));

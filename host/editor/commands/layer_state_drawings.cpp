@@ -9,7 +9,7 @@ namespace {
 
 // ---- import ----
 
-/// Without those that the drawing has and the user wants to keep.
+/// Without those that the drawing has and the user wants to keep; none when the user gave up.
 StateNames askReplacements(const StateNames& states) {
     StateNames wanted;
     bool all = false;
@@ -17,6 +17,9 @@ StateNames askReplacements(const StateNames& states) {
         if (!all && layerStates().hasLayerState(name.c_str())) {
             const Answer answer = askKeyword(
                 {L"Layer state " + quoted(name) + L" exists. Replace it? [Yes/No/All] <No>:", L"Yes No All"});
+            if (answer.isCancelled()) {
+                return {};
+            }
             all = answer.isKeywordOf(L"All");
             if (!all && !answer.isKeywordOf(L"Yes")) {
                 say(L"Layer state " + quoted(name) + L" is kept.");
@@ -43,6 +46,7 @@ void importStatesOption() {
                                          L"Enter name(s) of layer state(s) to import <*>:", file.text);
     const StateNames states = askReplacements(found);
     if (states.empty()) {
+        say(L"No layer state was imported.");
         return;
     }
     const UndoStep step(L"Import " + statesText(states));

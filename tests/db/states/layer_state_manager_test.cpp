@@ -418,4 +418,24 @@ TEST_F(LayerStates, ImportFromADrawingWithOtherPlotStyles) {
     written(*other);
 }
 
+TEST_F(LayerStates, FollowLayersThatAreRenamed) {
+    ASSERT_EQ(save(L"Evening"), Hx::eOk);
+    const std::string before = saved();
+    step(L"rename", [this] {
+        ASSERT_EQ(rename(layer(L"WALLS"), L"Masonry"), Hx::eOk);
+        ASSERT_EQ(rename(id(0x33), L"HIDDEN"), Hx::eOk);
+    });
+    EXPECT_EQ(differences(L"Evening"), Texts());
+    HxArray<CStdStr<wchar_t>> layers;
+    EXPECT_EQ(states().getLayerStateLayers(layers, L"Evening"), Hx::eOk);
+    EXPECT_TRUE(layers.contains(L"Masonry"));
+    ASSERT_EQ(states().setLayerStateDescription(L"Names", L"after"), Hx::eOk);
+    EXPECT_TRUE(
+        has(record(0xA2), "301 after | 290 1 | 302 Masonry | 8 Masonry | 90 8 | 62 1 | 370 25 | 6 HIDDEN"))
+        << record(0xA2);
+    ASSERT_EQ(journal().undo(), Hx::eOk);
+    ASSERT_EQ(journal().undo(), Hx::eOk);
+    EXPECT_EQ(saved(), before);
+}
+
 }  // namespace korvex::test
