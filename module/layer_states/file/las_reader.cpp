@@ -69,7 +69,7 @@ private:
         return text().CompareNoCase(word) == 0 || fail(KvLasFailure::otherLine, word);
     }
     const CStdStr<wchar_t>& text() {
-        decodeLasLine(m_line, m_text);
+        m_decoder.decode(m_line, m_text);
         return m_text;
     }
 
@@ -127,15 +127,15 @@ private:
 
     void takeValue(int code) {
         switch (code) {
-        case 8: decodeLasLine(m_line, m_entry.layer); break;
+        case 8: m_decoder.decode(m_line, m_entry.layer); break;
         case 90: m_entry.flags = integer(m_line); break;
         case 62: m_entry.colorIndex = m_hasColors ? integer(m_line) : HxCmColor::kIndexWhite; break;
         case 370: m_entry.lineweight = integer(m_line); break;
-        case 6: decodeLasLine(m_line, m_entry.linetype); break;
-        case 2: decodeLasLine(m_line, m_entry.plotStyle); break;
+        case 6: m_decoder.decode(m_line, m_entry.linetype); break;
+        case 2: m_decoder.decode(m_line, m_entry.plotStyle); break;
         case 92: m_entry.trueColor = m_hasColors ? trueColor(m_line) : kWhite; break;
         case 300:
-            if (m_hasColors) decodeLasLine(m_line, m_entry.colorBook);
+            if (m_hasColors) m_decoder.decode(m_line, m_entry.colorBook);
             break;
         case 440: m_entry.transparency = transparency(m_line); break;
         default: break;
@@ -151,6 +151,7 @@ private:
     }
 
     KvLasLines m_lines;
+    KvLasDecoder m_decoder;
     KvLasFailure& m_failure;
     KvLasState m_result;
     std::string_view m_line;

@@ -1,7 +1,7 @@
 // Cutting, decoding and counting.
 #include "layer_states/file/las_text.h"
 
-#include <QTextCodec>
+#include <QTextDecoder>
 
 #include <cstring>
 #include <limits>
@@ -14,18 +14,13 @@ constexpr int kLargestCode = 9999;
 bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-template <class Text>
-bool allAscii(const Text& text) {
-    for (const auto c : text) {
-        if (static_cast<std::uint32_t>(c) > 0x7F) return false;
+/// Looks at all of it: short texts are done sooner so.
+bool isAscii(std::string_view text) {
+    unsigned char all = 0;
+    for (const char c : text) {
+        all = static_cast<unsigned char>(all | static_cast<unsigned char>(c));
     }
-    return true;
-}
-
-QString decoded(std::string_view line) {
-    const QTextCodec* const codec = QTextCodec::codecForName(kEncoding);
-    const int size = static_cast<int>(line.size());
-    return codec ? codec->toUnicode(line.data(), size) : QString::fromLatin1(line.data(), size);
+    return all <= 0x7F;
 }
 
 std::string_view trimmed(std::string_view line) {
@@ -51,19 +46,27 @@ bool KvLasLines::next(std::string_view& line) {
     return true;
 }
 
-void decodeLasLine(std::string_view line, CStdStr<wchar_t>& text) {
-    if (!isAscii(line)) {
-        text = decoded(line).toStdWString();
-        return;
-    }
-    text.resize(line.size());
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        text[i] = static_cast<wchar_t>(line[i]);
+KvLasDecoder::KvLasDecoder() {
+    if (const QTextCodec* const codec = QTextCodec::codecForName(kEncoding)) {
+        m_decoder.reset(codec->makeDecoder());
     }
 }
 
-bool isAscii(std::string_view line) { return allAscii(line); }
-bool isAscii(const CStdStr<wchar_t>& text) { return allAscii(text); }
+KvLasDecoder::~KvLasDecoder() = default;
+
+void KvLasDecoder::decode(std::string_view line, CStdStr<wchar_t>& text) {
+    if (isAscii(line) || !m_decoder) {
+        text.resize(line.size());
+        std::transform(line.begin(), line.end(), text.begin(),
+                       [](char c) { return static_cast<wchar_t>(static_cast<unsigned char>(c)); });
+        return;
+    }
+    m_line.assign(line);
+    m_line += '\n';  // ends a character that the line leaves unfinished
+    const QString decoded = m_decoder->toUnicode(m_line.data(), static_cast<int>(m_line.size()));
+    text.resize(static_cast<std::size_t>(decoded.size()));
+    text.resize(static_cast<std::size_t>(decoded.toWCharArray(text.data()) - 1));
+}
 
 int lasCode(std::string_view line) {
     int code = line.empty() ? -1 : 0;

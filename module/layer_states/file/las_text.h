@@ -4,7 +4,11 @@
 #include "hxstring.h"
 
 #include <cstdint>
+#include <memory>
+#include <string>
 #include <string_view>
+
+class QTextDecoder;
 
 /// Cuts bytes at line feeds and removes the blanks around each line, carriage returns among them.
 class KvLasLines {
@@ -20,11 +24,21 @@ private:
     int m_number = 0;
 };
 
-/// A line as text. Layer-state files are read as GBK wherever they were written. What `text` held is reused.
-void decodeLasLine(std::string_view line, CStdStr<wchar_t>& text);
-/// Whether every character is ASCII: such a line is the same in all code pages.
-bool isAscii(std::string_view line);
-bool isAscii(const CStdStr<wchar_t>& text);
+/// Lines as texts. Layer-state files are read as GBK wherever they were written.
+class KvLasDecoder {
+public:
+    KvLasDecoder();
+    ~KvLasDecoder();
+    KvLasDecoder(const KvLasDecoder&) = delete;
+    KvLasDecoder& operator=(const KvLasDecoder&) = delete;
+
+    /// The room that `text` has is used again.
+    void decode(std::string_view line, CStdStr<wchar_t>& text);
+
+private:
+    std::unique_ptr<QTextDecoder> m_decoder;
+    std::string m_line;
+};
 
 /// A line as a group code, leading zeros allowed; -1 for one that is none.
 int lasCode(std::string_view line);

@@ -7,18 +7,19 @@
 #include <QSaveFile>
 
 #include <charconv>
+#include <cstring>
 #include <iterator>
 
 namespace {
 
 constexpr char kHeader[] = "  0\r\nLAYERSTATEDICTIONARY\r\n  0\r\nLAYERSTATE\r\n";
-constexpr char kLineEnd[] = "\r\n";
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::size_t kCodeSize = sizeof(KvLasCode) - 1;
 constexpr std::int64_t kByAlpha = 0x02000000;
 constexpr int kNoTransparency = 255;
+constexpr std::size_t kBytesOfEntry = 160;
 
 bool isBreak(wchar_t c) { return c == L'\n' || c == L'\r' || c == 0; }
-
-bool hasBreak(const CStdStr<wchar_t>& text) { return std::any_of(text.begin(), text.end(), isBreak); }
 
 /// With one blank for each line break.
 CStdStr<wchar_t> onOneLine(const CStdStr<wchar_t>& text) {
@@ -28,47 +29,53 @@ CStdStr<wchar_t> onOneLine(const CStdStr<wchar_t>& text) {
     return line;
 }
 
-bool isTrimmed(const CStdStr<wchar_t>& text) {
-    const auto isBlank = [](wchar_t c) { return c == L' ' || (c >= L'\t' && c <= L'\r'); };
-    return text.empty() || !(isBlank(text.front()) || isBlank(text.back()));
+/// Whether a text is the same in all code pages, and nothing of it is cut off when its line is read.
+bool isPlain(const CStdStr<wchar_t>& text) {
+    std::uint32_t strange = 0;
+    for (const wchar_t c : text) {
+        strange |=
+            static_cast<std::uint32_t>(c) - L' ' > 0x7E - L' ' ? 1U : 0U;  // to the end: it is sooner so
+    }
+    return strange == 0 && (text.empty() || (text.front() != L' ' && text.back() != L' '));
 }
 
-void appendAscii(std::string& bytes, const CStdStr<wchar_t>& text) {
+void append(std::string& bytes, KvLasCode code, const CStdStr<wchar_t>& plain) {
     const std::size_t start = bytes.size();
-    bytes.resize(start + text.size());
-    std::transform(text.begin(), text.end(), bytes.begin() + static_cast<std::ptrdiff_t>(start),
-                   [](wchar_t c) { return static_cast<char>(c); });
+    bytes.resize(start + kCodeSize + plain.size() + kLineEnd.size());
+    char* const line = bytes.data() + start;
+    std::memcpy(line, code, kCodeSize);
+    char* const end = std::transform(plain.begin(), plain.end(), line + kCodeSize,
+                                     [](wchar_t c) { return static_cast<char>(c); });
+    std::memcpy(end, kLineEnd.data(), kLineEnd.size());
 }
 
 }  // namespace
 
-/// `code` is the whole line, padded and ended.
-void KvLasWriter::addItem(const char* code, std::int64_t value) {
-    char digits[24];
-    const std::to_chars_result end = std::to_chars(std::begin(digits), std::end(digits), value);
-    m_bytes += code;
-    m_bytes.append(digits, static_cast<std::size_t>(end.ptr - digits));
-    m_bytes += kLineEnd;
+void KvLasWriter::expect(int entries) { m_bytes.reserve(static_cast<std::size_t>(entries) * kBytesOfEntry); }
+
+void KvLasWriter::addItem(KvLasCode code, std::int64_t value) {
+    char item[kCodeSize + 24];
+    std::memcpy(item, code, kCodeSize);
+    char* const end = std::to_chars(item + kCodeSize, std::end(item) - kLineEnd.size(), value).ptr;
+    std::memcpy(end, kLineEnd.data(), kLineEnd.size());
+    m_bytes.append(item, static_cast<std::size_t>(end - item) + kLineEnd.size());
 }
 
-void KvLasWriter::addItem(const char* code, const CStdStr<wchar_t>& name) {
-    if (m_brokenName.empty() && hasBreak(name)) m_brokenName = name;
-    addText(code, name, name);
+void KvLasWriter::addItem(KvLasCode code, const CStdStr<wchar_t>& name) {
+    if (isPlain(name)) return append(m_bytes, code, name);
+    if (m_brokenName.empty() && std::any_of(name.begin(), name.end(), isBreak)) m_brokenName = name;
+    addDoubtful(code, name, name);
 }
 
 /// What reading might not give back as it was meant is remembered for changedNames().
-void KvLasWriter::addText(const char* code, const CStdStr<wchar_t>& text, const CStdStr<wchar_t>& meant) {
-    m_bytes += code;
+void KvLasWriter::addDoubtful(KvLasCode code, const CStdStr<wchar_t>& text, const CStdStr<wchar_t>& meant) {
+    m_bytes.append(code, kCodeSize);
     const std::size_t start = m_bytes.size();
-    const bool isPlain = isAscii(text);
-    if (isPlain) {
-        appendAscii(m_bytes, text);
-    } else {
-        m_bytes += hxutEncode(text, m_codePage);
-    }
+    m_bytes += hxutEncode(text, m_codePage);
     m_bytes += kLineEnd;
-    if ((isPlain && isTrimmed(text) && text.size() == meant.size()) || !m_known.insert(meant).second) return;
-    m_doubtful.push_back(meant);
+    const auto [known, isNew] = m_doubtful.insert(meant);
+    if (!isNew) return;
+    m_doubtfulInOrder.push_back(&*known);
     m_doubtfulLines.append(m_bytes, start);
 }
 
@@ -76,7 +83,12 @@ void KvLasWriter::begin(const CKvLayerState& state) {
     m_bytes += kHeader;
     addItem("  1\r\n", state.GetLayerStateName());
     addItem(" 91\r\n", state.GetLayerStateMake());
-    addText("301\r\n", onOneLine(state.GetDescription()), state.GetDescription());
+    const CStdStr<wchar_t> description = onOneLine(state.GetDescription());
+    if (description == state.GetDescription()) {
+        addItem("301\r\n", description);
+    } else {
+        addDoubtful("301\r\n", description, state.GetDescription());
+    }
     addItem("290\r\n", state.isOfReference() ? HxLyState::kLayout : state.GetSpace());
     addItem("302\r\n", state.GetCurrentLayerName());
 }
@@ -96,13 +108,14 @@ void KvLasWriter::add(const HxLyStateEntry& entry) {
 
 std::vector<CStdStr<wchar_t>> KvLasWriter::changedNames() const {
     std::vector<CStdStr<wchar_t>> changed;
+    KvLasDecoder decoder;
     KvLasLines lines(m_doubtfulLines);
     std::string_view line;
     CStdStr<wchar_t> readBack;
-    for (const CStdStr<wchar_t>& text : m_doubtful) {
+    for (const std::wstring* const text : m_doubtfulInOrder) {
         lines.next(line);
-        decodeLasLine(line, readBack);
-        if (readBack != text) changed.push_back(text);
+        decoder.decode(line, readBack);
+        if (readBack != *text) changed.push_back(*text);
     }
     return changed;
 }
@@ -123,6 +136,7 @@ CStdStr<wchar_t> replaceFile(const CStdStr<wchar_t>& path, const std::string& by
 KvLasWritten writeLasFile(const CStdStr<wchar_t>& path, const KvLayerStateMap& states,
                           const CKvLayerState& state) {
     KvLasWriter writer(hxutAnsiCodePage());
+    if (states.hasReadEntries(&state)) writer.expect(states.entries(&state)->GetSize());
     writer.begin(state);
     states.visitEntries(&state, [&](const HxLyStateEntry& entry) {
         writer.add(entry);

@@ -7,12 +7,17 @@
 #include <unordered_set>
 #include <vector>
 
+/// The line of a group code, padded and ended.
+using KvLasCode = const char (&)[6];
+
 /// Makes the bytes of a layer-state file.
 class KvLasWriter {
 public:
     /// Texts are written in this code page.
     explicit KvLasWriter(int codePage) : m_codePage(codePage) {}
 
+    /// Makes room for so many entries; it may be more or fewer.
+    void expect(int entries);
     /// Once, before the entries. States of external references are written as those of a layout.
     void begin(const CKvLayerState& state);
     void add(const HxLyStateEntry& entry);
@@ -24,16 +29,16 @@ public:
     std::vector<CStdStr<wchar_t>> changedNames() const;
 
 private:
-    void addItem(const char* code, std::int64_t value);
-    void addItem(const char* code, const CStdStr<wchar_t>& name);
-    void addText(const char* code, const CStdStr<wchar_t>& text, const CStdStr<wchar_t>& meant);
+    void addItem(KvLasCode code, std::int64_t value);
+    void addItem(KvLasCode code, const CStdStr<wchar_t>& name);
+    void addDoubtful(KvLasCode code, const CStdStr<wchar_t>& text, const CStdStr<wchar_t>& meant);
 
     int m_codePage;
     std::string m_bytes;
     CStdStr<wchar_t> m_brokenName;
-    std::vector<CStdStr<wchar_t>> m_doubtful;  ///< texts that may come back otherwise,
-    std::string m_doubtfulLines;               ///< a line of each as it is written,
-    std::unordered_set<std::wstring> m_known;  ///< and the same, to have each once
+    std::unordered_set<std::wstring> m_doubtful;         ///< texts that may come back otherwise,
+    std::vector<const std::wstring*> m_doubtfulInOrder;  ///< the same as they came, and
+    std::string m_doubtfulLines;                         ///< a line of each as it is written
 };
 
 /// What became of writing a file.
