@@ -1,0 +1,26 @@
+  0
+LAYERSTATEDICTIONARY
+  0
+LAYERSTATE
+  1
+evening
+ 91
+2047
+301
+late light
+290
+0
+302
+ǽ
+  8
+ǽ
+ 90
+8
+ 62
+3
+370
+25
+  6
+Continuous
+  2
+Color_3

@@ -1,0 +1,46 @@
+  0
+LAYERSTATEDICTIONARY
+  0
+LAYERSTATE
+  1
+evening
+ 91
+2047
+301
+late light
+290
+0
+302
+A-WALL
+  8
+A-WALL
+ 90
+8
+ 62
+3
+370
+25
+  6
+Continuous
+  2
+Color_3
+440
+0
+  8
+A-WALL
+ 90
+8
+ 62
+3
+370
+25
+  6
+Continuous
+  2
+Color_3
+ 92
+255
+300
+BOOK$1
+440
+33554560

@@ -1,0 +1,19 @@
+0
+ LayerStateDictionary
+0
+LAYERSTATE
+1
+a
+91
+2015
+290
+1
+302
+
+8
+A
+92
+1
+99
+x
+7
