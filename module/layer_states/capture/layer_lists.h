@@ -23,6 +23,13 @@ public:
     void setAllStale();
     void clear();
     std::size_t size() const { return m_lists.size(); }
+    /// Calls `visit` with the name and list of each layer whose list was read or given.
+    template <class Visitor>
+    void visitRead(Visitor&& visit) const {
+        for (const auto& [name, list] : m_lists) {
+            if (list.list) visit(name, list.list);
+        }
+    }
     /// Calls `visit` with the name of each layer.
     template <class Visitor>
     void visitNames(Visitor&& visit) const {

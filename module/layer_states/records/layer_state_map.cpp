@@ -122,7 +122,6 @@ HxDbObjectId KvLayerStateMap::record(const CKvLayerState* state) const {
 void KvLayerStateMap::setStored(const CKvLayerState* state, HxDbObjectId record) {
     if (Node* const node = nodeOf(state)) {
         node->record = record;
-        node->entries.reset();
         node->storedName = node->state->GetLayerStateName();
         node->storedHeader = node->state->header();
     }
@@ -131,6 +130,11 @@ void KvLayerStateMap::setStored(const CKvLayerState* state, HxDbObjectId record)
 CStdStr<wchar_t> KvLayerStateMap::storedName(const CKvLayerState* state) const {
     const Node* const node = nodeOf(state);
     return node ? node->storedName : CStdStr<wchar_t>();
+}
+
+void KvLayerStateMap::releaseEntries(const CKvLayerState* state) {
+    Node* const node = nodeOf(state);
+    if (node && !node->record.isNull()) node->entries.reset();
 }
 
 HxLyStateHeader KvLayerStateMap::storedHeader(const CKvLayerState* state) const {

@@ -45,9 +45,10 @@ public:
     /// The name that it has there, and what it said when it was read or written.
     CStdStr<wchar_t> storedName(const CKvLayerState* state) const;
     HxLyStateHeader storedHeader(const CKvLayerState* state) const;
-    /// It stands in `record` now, under its name of now: its entries are read from there when they are asked
-    /// for again, those that `entries` gave are gone.
+    /// It stands in `record` now, under its name of now.
     void setStored(const CKvLayerState* state, HxDbObjectId record);
+    /// Lets go of entries that stand in a record; they are read again when they are asked for.
+    void releaseEntries(const CKvLayerState* state);
     bool hasReadEntries(const CKvLayerState* state) const;
     using Visitor = std::function<bool(const HxLyStateEntry&)>;
     /// The state's entries one by one, without keeping those that were not read. `visit` returns false to

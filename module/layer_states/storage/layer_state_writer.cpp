@@ -64,6 +64,7 @@ public:
             const bool isWritten = changeOf(m_states, *state) != Change::content || writeContent(*state);
             if (isWritten) {
                 m_states.setStored(state, recordNow(*state));
+                m_states.releaseEntries(state);
                 ++m_result.changed;
             } else {
                 m_result.failed.append(state->GetLayerStateName());

@@ -14,7 +14,7 @@ struct KvLayerStatesWritten {
 
 /// Writes what differs from the drawing: states that are new, were changed, got another name or were removed.
 /// All others, and what is no state, stay as they stand. States of references are never written. Makes the
-/// dictionary when there is something to put in.
+/// dictionary when there is something to put in. Entries of states that were written are let go.
 KvLayerStatesWritten writeLayerStates(HxDbDatabase* database, KvLayerStateMap& states);
 
 /// Whether a write would change something.
