@@ -14,7 +14,6 @@ namespace {
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr qint64 kLargestFile = 1 << 30;
 constexpr std::int64_t kWhite = 0xFFFFFF;
-constexpr std::uint32_t kNoColor = 0xFFFFFFFF;
 constexpr std::uint32_t kMethodRgb = 0xC2;
 constexpr std::uint32_t kMethodByAlpha = 2;
 constexpr int kNoTransparency = 255;
@@ -29,8 +28,8 @@ std::int32_t integer(std::string_view line) {
 std::int64_t trueColor(std::string_view line) {
     const auto word = static_cast<std::uint32_t>(lasInteger(line));
     const std::uint32_t method = word >> 24U;
-    if (word == kNoColor || (method != 0 && method != kMethodRgb)) return -1;
     if (method == 0) return word;
+    if (method != kMethodRgb) return -1;
     return (word & 0xFFU) << 16U | (word & 0xFF00U) | (word >> 16U & 0xFFU);
 }
 

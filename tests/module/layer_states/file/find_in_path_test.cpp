@@ -49,6 +49,19 @@ TEST_F(FindInPath, LooksBesideTheDrawingAfterTheSearchPath) {
     EXPECT_EQ(KvFindInPath(L"b.las"), path("one/b.las"));
 }
 
+TEST_F(FindInPath, LooksInTheProgramsFolderLast) {
+    const QDir folder(QCoreApplication::applicationDirPath() + "/Template");
+    ASSERT_TRUE(!folder.exists() && QDir().mkpath(folder.path()));
+    const QString file = folder.filePath("sheet.DWT");
+    ASSERT_TRUE(QFile::copy(KORVEX_SOURCE_DIR "/README.md", file));
+    EXPECT_EQ(KvFindInPath(L"sheet.DWT"), file.toStdWString());
+    EXPECT_EQ(KvFindInPath(L"sheet.shx"), L"sheet.shx");
+    put("sheet.DWT");
+    search(path(""));
+    EXPECT_EQ(KvFindInPath(L"sheet.DWT"), path("sheet.DWT"));
+    QDir(folder).removeRecursively();
+}
+
 TEST_F(FindInPath, KindsOfFilesAreToldByTheirExtensions) {
     EXPECT_EQ(stateSourceOf(L"/x.y/a.LAS"), KvStateSource::layerStateFile);
     EXPECT_EQ(stateSourceOf(L"a.b.dwg"), KvStateSource::drawing);

@@ -86,7 +86,8 @@ TEST(LasWriter, KnowsTheNamesThatDoNotComeBack) {
         state.SetCurrentLayerName(L"SITE\u00D6|C-ROAD");
         writer.begin(state);
         HxLyStateEntry layer;
-        for (const wchar_t* const name : {L"W\u00E4nde", L"\u5899", L"SITE\u00D6|C-ROAD", L"plain "}) {
+        for (const wchar_t* const name :
+             {L"W\u00E4nde", L"\u5899", L"SITE\u00D6|C-ROAD", L"plain ", L" plain"}) {
             layer.layer = name;
             layer.linetype = L"\u5899";
             writer.add(layer);
@@ -94,8 +95,9 @@ TEST(LasWriter, KnowsTheNamesThatDoNotComeBack) {
         return writer.changedNames();
     };
     using Names = std::vector<CStdStr<wchar_t>>;
-    EXPECT_EQ(changed(kWestern), (Names{L"SITE\u00D6|C-ROAD", L"W\u00E4nde", L"\u5899", L"plain "}));
-    EXPECT_EQ(changed(kChinese), (Names{L"SITE\u00D6|C-ROAD", L"W\u00E4nde", L"plain "}))
+    EXPECT_EQ(changed(kWestern),
+              (Names{L"SITE\u00D6|C-ROAD", L"W\u00E4nde", L"\u5899", L"plain ", L" plain"}));
+    EXPECT_EQ(changed(kChinese), (Names{L"SITE\u00D6|C-ROAD", L"W\u00E4nde", L"plain ", L" plain"}))
         << "the code page lacks the umlauts";
 }
 
@@ -187,6 +189,21 @@ TEST(LasReader, AcceptsOtherSpellings) {
     }
 }
 
+TEST(LasReader, AnEntryTakesNothingOverFromTheOneBefore) {
+    const KvLasState state = read(fileOf(
+        (std::string(kHeader) + " 8 A 90 9 62 3 370 25 6 DASHED 2 Color_3 92 255 300 BOOK$1 440 33554560 8 B")
+            .c_str()));
+    const HxLyStateEntry& layer = entry(state, 1);
+    const HxLyStateEntry initial;
+    EXPECT_EQ(layer.layer, L"B");
+    EXPECT_EQ(layer.flags, initial.flags);
+    EXPECT_EQ(layer.colorIndex, HxCmColor::kIndexWhite);
+    EXPECT_EQ(layer.lineweight, initial.lineweight);
+    EXPECT_EQ(layer.linetype + layer.plotStyle + layer.colorBook, L"");
+    EXPECT_EQ(layer.trueColor, -1);
+    EXPECT_EQ(layer.transparency, 255);
+}
+
 TEST(LasReader, TakesNumbersAsTheyBegin) {
     EXPECT_EQ(entryOf("8 A 90 12abc").flags, 12);
     EXPECT_EQ(entryOf("8 A 90 abc").flags, 0);
@@ -197,10 +214,6 @@ TEST(LasReader, TakesNumbersAsTheyBegin) {
     EXPECT_EQ(entryOf("8 A 440 0").transparency, 255);
     EXPECT_EQ(entryOf("8 A 440 33554432").transparency, 0);
     EXPECT_EQ(entryOf("8 A 440 50331776").transparency, 255) << "another method";
-    const HxLyStateEntry initial = entryOf("8 A");
-    EXPECT_EQ(initial.colorIndex, 7);
-    EXPECT_EQ(initial.trueColor, -1);
-    EXPECT_EQ(initial.transparency, 255);
 }
 
 TEST(LasReader, TakesColorsByTheirMethodAndTheMask) {
