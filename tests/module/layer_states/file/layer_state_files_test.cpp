@@ -35,13 +35,16 @@ protected:
         auto* const state = new CKvLayerState;
         state->SetLayerStateName(name);
         state->SetCurrentLayerName(L"A");
+        map.add(state, entriesOf(layer));
+        return state;
+    }
+    static KvLayerStateInfoArray* entriesOf(const std::function<void(HxLyStateEntry&)>& layer) {
         HxLyStateEntry values;
         values.layer = L"A";
         if (layer) layer(values);
         auto* const entries = new KvLayerStateInfoArray;
         entries->Add(new CKvLayerStateInfo(values, 0, true));
-        map.add(state, entries);
-        return state;
+        return entries;
     }
     KvLayerStateFiles files() { return KvLayerStateFiles(map, questions); }
     /// Imports a file of a state of that name with a layer "NEW" and what these lines say of it.
@@ -124,6 +127,7 @@ TEST_F(LayerStateFiles, ATakenNameIsOverwrittenInItsPlaceOrNotAtAll) {
     add(L"c");
     open("colors.dxf");
     map.setStored(taken, database().layerTableId());
+    map.replaceEntries(taken, entriesOf({}));
     taken->SetLayerStateIndex(4);
     taken->LayerStateCannotRestore();
     taken->SetSameAsDWG(1);
