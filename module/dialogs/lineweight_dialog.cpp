@@ -3,7 +3,7 @@
 
 #include "frame/resource_text.h"
 #include "manager_ui/grid/lineweight_text.h"
-#include "manager_ui/window/format_message.h"
+#include "frame/format_message.h"
 
 #include "hxdbsymtb.h"
 

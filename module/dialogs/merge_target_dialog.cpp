@@ -2,7 +2,7 @@
 #include "merge_target_dialog.h"
 
 #include "frame/resource_text.h"
-#include "manager_ui/window/format_message.h"
+#include "frame/format_message.h"
 
 #include <QKeyEvent>
 #include <QLabel>

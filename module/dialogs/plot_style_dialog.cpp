@@ -5,7 +5,7 @@
 
 #include "frame/resource_text.h"
 #include "frame/text_utilities.h"
-#include "manager_ui/window/format_message.h"
+#include "frame/format_message.h"
 
 #include "hxdbdatabase.h"
 #include "hxdbdict.h"

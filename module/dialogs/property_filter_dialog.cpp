@@ -5,7 +5,7 @@
 
 #include "frame/resource_text.h"
 #include "frame/symbol_name.h"
-#include "manager_ui/window/format_message.h"
+#include "frame/format_message.h"
 #include "model/layer_data.h"
 #include "model/layer_prop_manager.h"
 

@@ -235,5 +235,5 @@ enum KvString : std::uint32_t {
     kStrBrokenName = 10410,          ///< refusal of an export; %1 the name
     kStrUndoLayerStates = 10430,     ///< what edits of layer states are called in undo, 10430 and 10431
     kStrUndoRestoreState = 10431,    ///< %1 the state
-    kStrRestoreRefused = 10432,      ///< %1!d! of %2!d! layers, %3 their names
+    kStrRestoreRefused = 10432,      ///< %1 of %2 layers, %3 their names
 };

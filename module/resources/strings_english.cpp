@@ -267,7 +267,7 @@ constexpr HxResourceString kStrings[] = {
                      L"no place for. Rename it first."},
     {kStrUndoLayerStates, L"Layer States"},
     {kStrUndoRestoreState, L"Restore layer state %ls"},
-    {kStrRestoreRefused, L"%d of %d layers could not be changed: %ls"},
+    {kStrRestoreRefused, L"%1 of %2 layers could not be changed: %3"},
 };
 
 }  // namespace

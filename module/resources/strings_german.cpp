@@ -274,7 +274,7 @@ constexpr HxResourceString kStrings[] = {
                      L"den Layerstatusdateien keinen Platz haben. Benennen Sie ihn zuerst um."},
     {kStrUndoLayerStates, L"Layerstatus"},
     {kStrUndoRestoreState, L"Layerstatus %ls wiederherstellen"},
-    {kStrRestoreRefused, L"%d von %d Layern konnten nicht geändert werden: %ls"},
+    {kStrRestoreRefused, L"%1 von %2 Layern konnten nicht geändert werden: %3"},
 };
 
 }  // namespace

@@ -1,30 +1,19 @@
 // The texts of the boxes, and which buttons they have.
 #include "layer_states/file/layer_state_boxes.h"
 
+#include "frame/format_message.h"
 #include "frame/resource_text.h"
-#include "manager_ui/window/format_message.h"
 
 #include "hxdialog.h"
 
 namespace {
 
-constexpr std::size_t kMostNamed = 5;
-constexpr int kLongestName = 60;
-
-QString named(const CStdStr<wchar_t>& name) {
-    const QString text = QString::fromStdWString(name);
-    return '"' + (text.size() > kLongestName ? text.left(kLongestName) + QChar(0x2026) : text) + '"';
-}
-
-/// The first names, and how many others there are.
 QString listed(const LayerStateQuestions::Names& names) {
-    QStringList shown;
+    QStringList all;
     for (const CStdStr<wchar_t>& name : names) {
-        if (shown.size() < static_cast<int>(kMostNamed)) shown << named(name);
+        all << QString::fromStdWString(name);
     }
-    const QString list = shown.join(", ");
-    if (names.size() <= kMostNamed) return list;
-    return formatMessage(resourceText(kStrAndMore), {list, QString::number(names.size() - kMostNamed)});
+    return listedNames(all);
 }
 
 QString formatted(int id, const CStdStr<wchar_t>& name) {

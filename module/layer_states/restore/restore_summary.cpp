@@ -1,23 +1,14 @@
 #include "layer_states/restore/restore_summary.h"
 
+#include "frame/format_message.h"
 #include "frame/resource_text.h"
 
-#include <algorithm>
-
-CStdStr<wchar_t> restoreSummary(const KvRestoreResult& result) {
-    constexpr int kNamed = 5;
+QString restoreSummary(const KvRestoreResult& result) {
     if (result.refused.isEmpty()) return {};
-    CStdStr<wchar_t> names;
-    for (int i = 0; i < std::min(result.refused.length(), kNamed); ++i) {
-        names += (i == 0 ? L"" : L", ") + result.refused[i];
+    QStringList names;
+    for (const CStdStr<wchar_t>& name : result.refused) {
+        names << QString::fromStdWString(name);
     }
-    if (result.refused.length() > kNamed) {
-        CStdStr<wchar_t> more;
-        more.Format(moduleString(kStrAndMore).c_str(), names.c_str(), result.refused.length() - kNamed);
-        names = more;
-    }
-    CStdStr<wchar_t> text;
-    text.Format(moduleString(kStrRestoreRefused).c_str(), result.refused.length(), result.layers,
-                names.c_str());
-    return text;
+    return formatMessage(resourceText(kStrRestoreRefused),
+                         {QString::number(names.size()), QString::number(result.layers), listedNames(names)});
 }

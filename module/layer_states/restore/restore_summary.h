@@ -3,5 +3,7 @@
 
 #include "layer_states/restore/layer_restore.h"
 
+#include <QString>
+
 /// How many layers could not be changed, and the first of their names; empty when all could.
-CStdStr<wchar_t> restoreSummary(const KvRestoreResult& result);
+QString restoreSummary(const KvRestoreResult& result);

@@ -5,7 +5,7 @@
 #include "manager_ui/grid/layer_column.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
 #include "manager_ui/grid/layer_list_model.h"
-#include "manager_ui/window/format_message.h"
+#include "frame/format_message.h"
 #include "manager_ui/window/layer_prop_manager_dlg.h"
 #include "model/auto_layer_record.h"
 #include "model/blocking_commands.h"

@@ -3,7 +3,7 @@
 
 #include "frame/resource_text.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
-#include "manager_ui/window/format_message.h"
+#include "frame/format_message.h"
 #include "model/auto_layer_record.h"
 #include "model/edit_guard.h"
 #include "model/layer_prop_manager.h"

@@ -1,5 +1,5 @@
 // What the manager does with layers: new, delete, set current, layer states.
-#include "format_message.h"
+#include "frame/format_message.h"
 #include "layer_prop_manager_dlg.h"
 #include "new_layer.h"
 

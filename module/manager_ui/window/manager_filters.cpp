@@ -1,5 +1,5 @@
 // The filter tree of the manager: which filter is current, making, renaming and deleting filters.
-#include "format_message.h"
+#include "frame/format_message.h"
 #include "layer_prop_manager_dlg.h"
 #include "search_edit.h"
 

@@ -1,5 +1,5 @@
 // Layers of the grid in group filters, and filters chosen from outside of the tree.
-#include "format_message.h"
+#include "frame/format_message.h"
 #include "layer_prop_manager_dlg.h"
 
 #include "frame/resource_text.h"

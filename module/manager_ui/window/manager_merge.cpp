@@ -1,5 +1,5 @@
 // Merging layers into another one.
-#include "format_message.h"
+#include "frame/format_message.h"
 #include "layer_prop_manager_dlg.h"
 
 #include "dialogs/merge_target_dialog.h"

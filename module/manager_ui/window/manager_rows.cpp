@@ -1,5 +1,5 @@
 // Which layers the manager shows: the current filter, the search, their inversion; and the lines that tell.
-#include "format_message.h"
+#include "frame/format_message.h"
 #include "layer_prop_manager_dlg.h"
 #include "search_edit.h"
 

@@ -105,7 +105,7 @@ TEST_F(RestoreTest, EachBitOfTheMaskRestoresItsPropertyOnly) {
         ASSERT_TRUE(restore(L"before", kAll));
         EXPECT_EQ(hxlyDifferences(before, now(L"WALLS"), kAll), 0) << bit;
         EXPECT_EQ(result().changed, 1) << "the other layers are as they were";
-        EXPECT_TRUE(result().refused.isEmpty()) << restoreSummary(result()).c_str();
+        EXPECT_TRUE(result().refused.isEmpty()) << restoreSummary(result()).toStdString();
     }
 }
 
@@ -185,7 +185,7 @@ TEST_F(RestoreTest, MakesLayersAndLinetypesThatTheDrawingLacks) {
     EXPECT_EQ(now(L"WALLS").linetype, L"Continuous") << "for a name that no linetype can have";
     EXPECT_EQ(now(L"NOTES").linetype, L"Continuous");
     EXPECT_EQ(states->restored().made, 1);
-    EXPECT_EQ(restoreSummary(states->restored()), L"1 of 4 layers could not be changed: PLAN|WALLS");
+    EXPECT_EQ(restoreSummary(states->restored()), "1 of 4 layers could not be changed: \"PLAN|WALLS\"");
     const HxDbObjectPointer<HxDbLinetypeTableRecord> made(linetype(L"DOTTED"), HxDb::kForRead);
     EXPECT_EQ(made->comments(), L"Solid line");
     EXPECT_EQ(made->numDashes(), 0);
@@ -300,7 +300,7 @@ TEST_F(RestoreTest, LeavesOutWhatTheVersionCannotHold) {
     EXPECT_EQ(now(L"WALLS").flags, HxLyState::kLayerLocked);
     EXPECT_EQ(now(L"WALLS").lineweight, 25);
     EXPECT_EQ(now(L"WALLS").trueColor, -1);
-    EXPECT_EQ(restoreSummary(states->restored()), L"");
+    EXPECT_EQ(restoreSummary(states->restored()), "");
 }
 
 TEST_F(RestoreTest, WorksInsideATransactionAndTellsWhatRefuses) {
@@ -324,7 +324,7 @@ TEST_F(RestoreTest, WorksInsideATransactionAndTellsWhatRefuses) {
         ASSERT_TRUE(restore(L"before", kAll));
     }
     EXPECT_EQ(now(L"WALLS").flags, HxLyState::kLayerPlots);
-    EXPECT_EQ(restoreSummary(result()), L"1 of 5 layers could not be changed: NOTES");
+    EXPECT_EQ(restoreSummary(result()), "1 of 5 layers could not be changed: \"NOTES\"");
     EXPECT_EQ(m_engine->FindLayerStateSameAsDwg(L"before"), 0);
 }
 

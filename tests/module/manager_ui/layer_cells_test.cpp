@@ -5,7 +5,7 @@
 #include "manager_ui/grid/layer_column.h"
 #include "manager_ui/grid/layer_icons.h"
 #include "manager_ui/grid/lineweight_text.h"
-#include "manager_ui/window/format_message.h"
+#include "frame/format_message.h"
 
 #include "sdk/hxed.h"
 

@@ -1,5 +1,15 @@
 // Texts with numbered places.
-#include "format_message.h"
+#include "frame/format_message.h"
+
+#include "frame/resource_text.h"
+
+namespace {
+
+constexpr int kMostNamed = 5;
+constexpr int kLongestName = 60;
+constexpr QChar kEllipsis(0x2026);
+
+}  // namespace
 
 QString formatMessage(const QString& text, const QStringList& arguments) {
     QString out;
@@ -18,4 +28,14 @@ QString formatMessage(const QString& text, const QStringList& arguments) {
         }
     }
     return out;
+}
+
+QString listedNames(const QStringList& names) {
+    QStringList shown;
+    for (const QString& name : names.mid(0, kMostNamed)) {
+        shown << '"' + (name.size() > kLongestName ? name.left(kLongestName) + kEllipsis : name) + '"';
+    }
+    const QString list = shown.join(", ");
+    if (names.size() <= kMostNamed) return list;
+    return formatMessage(resourceText(kStrAndMore), {list, QString::number(names.size() - kMostNamed)});
 }
