@@ -80,4 +80,33 @@ TEST(IncludeDirections, FloorsSeeThoseBelow) {
     }
 }
 
+/// The rooms of the layer states, the lowest first; those beside each other know nothing of each other.
+const std::vector<QStringList> kStateRooms = {{"records"},        {"storage", "capture"}, {"file", "restore"},
+                                              {"edit", "choose"}, {"manager", "save"},    {"commands"}};
+
+TEST(IncludeDirections, RoomsOfTheLayerStatesLookDown) {
+    const QString house = "layer_states/";
+    std::size_t seen = 0;
+    for (std::size_t floor = 0; floor < kStateRooms.size(); ++floor) {
+        for (const QString& room : kStateRooms[floor]) {
+            for (const Include& include : includesBelow("module/" + house + room)) {
+                const QString name = include.name;
+                EXPECT_FALSE(name.startsWith("manager_ui/") && !name.startsWith("manager_ui/cells/") &&
+                             floor < 3)
+                    << include.file.toStdString() << " includes " << name.toStdString();
+                if (!name.startsWith(house)) {
+                    continue;
+                }
+                ++seen;
+                const QString other = name.section('/', 1, 1);
+                const auto isBelow = [&](const QStringList& rooms) { return rooms.contains(other); };
+                const auto end = kStateRooms.begin() + static_cast<std::ptrdiff_t>(floor);
+                EXPECT_TRUE(other == room || std::any_of(kStateRooms.begin(), end, isBelow))
+                    << include.file.toStdString() << " includes " << name.toStdString();
+            }
+        }
+    }
+    EXPECT_GT(seen, 30U);
+}
+
 }  // namespace
