@@ -24,23 +24,13 @@ double secondsOf(Work work) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-void addEntry(GroupWriter& out, std::int64_t i) {
-    out.text(8, L"A-WALL-EXTERIOR-" + std::to_wstring(i));
-    out.integer(90, 8);
-    out.integer(62, 1 + i % 255);
-    out.integer(370, 25);
-    out.text(6, L"Continuous");
-    out.text(2, L"Color_7");
-    if (i % 4 == 0) {
-        out.integer(92, 0x1020FF);
-    }
-    out.integer(440, 0);
-}
+enum Spelling : int { kNames, kHandles };
 
 /// A drawing with so many states of so many layers.
 class States {
 public:
-    States(std::int64_t states, std::int64_t layers) {
+    States(std::int64_t states, std::int64_t layers, Spelling spelling = kNames) {
+        addLayers(spelling == kHandles ? layers : 1);
         const HxDbObjectPointer<HxDbDictionary> dictionary(stateDictionary(), HxDb::kForWrite);
         for (std::int64_t i = 0; i < states; ++i) {
             GroupWriter out(database.imp()->format);
@@ -49,7 +39,7 @@ public:
             out.integer(290, 1);
             out.text(302, L"0");
             for (std::int64_t layer = 0; layer < layers; ++layer) {
-                addEntry(out, layer);
+                addEntry(out, layer, spelling);
             }
             auto* const record = new HxDbXrecord;
             HxDbObjectId id;
@@ -62,7 +52,7 @@ public:
         }
     }
     void renameLayer(const std::wstring& name) const {
-        const HxDbObjectPointer<HxDbLayerTableRecord> layer(m_layer, HxDb::kForWrite);
+        const HxDbObjectPointer<HxDbLayerTableRecord> layer(m_layers.front(), HxDb::kForWrite);
         layer->setName(name.c_str());
     }
     /// Over all groups.
@@ -93,13 +83,40 @@ public:
     std::vector<HxDbObjectId> records;
 
 private:
-    /// The layers' table gets its first layer, whose name all states have, and the dictionary of states.
+    static std::wstring nameOf(std::int64_t layer) { return L"A-WALL-EXTERIOR-" + std::to_wstring(layer); }
+    void addLayers(std::int64_t count) {
+        const HxDbObjectPointer<HxDbLayerTable> table(database.layerTableId(), HxDb::kForWrite);
+        for (std::int64_t i = 0; i < count; ++i) {
+            auto* const layer = new HxDbLayerTableRecord;
+            layer->setName(nameOf(i).c_str());
+            m_layers.emplace_back();
+            table->add(m_layers.back(), layer);
+            layer->close();
+        }
+    }
+    void addEntry(GroupWriter& out, std::int64_t i, Spelling spelling) const {
+        if (spelling == kHandles) {
+            out.handle(330, m_layers[static_cast<std::size_t>(i)].handle().value());
+        } else {
+            out.text(8, nameOf(i));
+        }
+        out.integer(90, 8);
+        out.integer(62, 1 + i % 255);
+        out.integer(370, 25);
+        if (spelling == kHandles) {
+            out.handle(331, database.continuousLinetype().handle().value());
+        } else {
+            out.text(6, L"Continuous");
+        }
+        out.text(spelling == kHandles ? 1 : 2, L"Color_7");
+        if (i % 4 == 0) {
+            out.integer(92, 0x1020FF);
+        }
+        out.integer(440, 0);
+    }
+    /// Where drawings keep their states.
     HxDbObjectId stateDictionary() {
         const HxDbObjectPointer<HxDbLayerTable> table(database.layerTableId(), HxDb::kForWrite);
-        auto* const layer = new HxDbLayerTableRecord;
-        layer->setName(L"A-WALL-EXTERIOR-0");
-        table->add(m_layer, layer);
-        layer->close();
         table->createExtensionDictionary();
         const HxDbObjectPointer<HxDbDictionary> extension(table->extensionDictionary(), HxDb::kForWrite);
         auto* const dictionary = new HxDbDictionary;
@@ -109,7 +126,7 @@ private:
         return id;
     }
 
-    HxDbObjectId m_layer;
+    std::vector<HxDbObjectId> m_layers;
 };
 
 void readHeaders(benchmark::State& state) {
@@ -153,7 +170,7 @@ void readHeadersAfterRename(benchmark::State& state) {
 BENCHMARK(readHeadersAfterRename)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
 
 void readEntries(benchmark::State& state) {
-    const States states(state.range(0), state.range(1));
+    const States states(state.range(0), state.range(1), static_cast<Spelling>(state.range(2)));
     double reading = 0;
     double walking = 0;
     for (auto _ : state) {
@@ -173,9 +190,7 @@ void readEntries(benchmark::State& state) {
 }
 /// The largest is 5 million entries.
 BENCHMARK(readEntries)
-    ->Args({100, 1000})
-    ->Args({100, 10000})
-    ->Args({100, 50000})
+    ->ArgsProduct({{100}, {1000, 10000, 50000}, {kNames, kHandles}})
     ->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -12,9 +12,8 @@ namespace korvex {
 
 namespace {
 
-/// The name of a table's record; null when the handle is of none.
-const std::wstring* nameInTable(const HxDbDatabase& database, TableKind table, std::uint64_t handle) {
-    HxDbStub* stub = database.imp()->handles.find(handle);
+/// The name of a table's record; null when the stub is null or of none.
+const std::wstring* nameInTable(const HxDbDatabase& database, TableKind table, HxDbStub* stub) {
     if (!stub || !stub->owner || stub->owner != database.imp()->table(table)) {
         return nullptr;
     }
@@ -31,8 +30,19 @@ std::wstring defaultPlotStyle(HxDbStub& styles) {
 
 }  // namespace
 
-const std::wstring* StateNames::layer(std::uint64_t handle) const {
-    return nameInTable(m_database, TableKind::layer, handle);
+/// States name layers in the table's order more often than not.
+HxDbStub* StateNames::findLayer(std::uint64_t handle) const {
+    const HxDbStub* table = m_database.imp()->table(TableKind::layer);
+    const bool hasNext = table && table->contents && m_nextLayer < table->contents->members.size();
+    HxDbStub* next = hasNext ? table->contents->members[m_nextLayer] : nullptr;
+    return next && next->handle == handle ? next : m_database.imp()->handles.find(handle);
+}
+
+const std::wstring* StateNames::layer(std::uint64_t handle) {
+    HxDbStub* stub = findLayer(handle);
+    const std::wstring* name = nameInTable(m_database, TableKind::layer, stub);
+    m_nextLayer = name ? stub->position + 1 : m_nextLayer;
+    return name;
 }
 
 template <class Find>
@@ -50,7 +60,8 @@ const std::wstring& StateNames::lookUp(Known& known, std::uint64_t handle, Find 
 
 const std::wstring& StateNames::linetype(std::uint64_t handle) {
     return lookUp(m_linetypes, handle, [&] {
-        const std::wstring* name = nameInTable(m_database, TableKind::linetype, handle);
+        const std::wstring* name =
+            nameInTable(m_database, TableKind::linetype, m_database.imp()->handles.find(handle));
         return name ? *name : std::wstring();
     });
 }

@@ -15,7 +15,7 @@ public:
     explicit StateNames(const HxDbDatabase& database) : m_database(database) {}
 
     /// The present name of a record of the layer table, erased or not; null when the handle is of none.
-    const std::wstring* layer(std::uint64_t handle) const;
+    const std::wstring* layer(std::uint64_t handle);
     /// The present name of a linetype, erased or not; empty when the handle is of none.
     const std::wstring& linetype(std::uint64_t handle);
     /// The key of a plot style; that of the default for any other handle.
@@ -31,7 +31,10 @@ private:
     template <class Find>
     static const std::wstring& lookUp(Known& known, std::uint64_t handle, Find find);
 
+    HxDbStub* findLayer(std::uint64_t handle) const;
+
     const HxDbDatabase& m_database;
+    std::size_t m_nextLayer = 0;  ///< place in the table behind the layer that was asked for last
     Known m_linetypes;
     Known m_plotStyles;
 };
