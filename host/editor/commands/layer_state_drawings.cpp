@@ -133,11 +133,12 @@ void compareStatesOption() {
     if (!answer.isValue()) {
         return;
     }
-    const StateSelection selection = selectStates(layerStates(), answer.text);
-    if (selection.states.empty() && QFileInfo(QString::fromStdWString(answer.text)).isFile()) {
+    const bool isState = layerStates().hasLayerState(answer.text.c_str());
+    if (!isState && QFileInfo(QString::fromStdWString(answer.text)).isFile()) {
         compareWithDrawing(answer.text);
         return;
     }
+    const StateSelection selection = selectStates(layerStates(), answer.text);
     for (const std::wstring& name : selection.unmatched) {
         refuse(L"There is no layer state that fits " + quoted(name) +
                L", and no drawing file of that name: -LAYERSTATE ? lists the states.");

@@ -163,10 +163,11 @@ private:
 
     void change() {
         static void (Walk::*const changes[])() = {
-            &Walk::toggleLayer, &Walk::recolorLayer, &Walk::renameLayer,  &Walk::addLayer,
-            &Walk::eraseObject, &Walk::moveEntity,   &Walk::addEntity,    &Walk::freezeInViewport,
-            &Walk::override,    &Walk::editXrecord,  &Walk::switchLayout, &Walk::setCurrent,
-            &Walk::describe,    &Walk::cancelChange, &Walk::unerase,      &Walk::editState,
+            &Walk::toggleLayer,  &Walk::recolorLayer, &Walk::renameLayer,  &Walk::addLayer,
+            &Walk::eraseObject,  &Walk::moveEntity,   &Walk::addEntity,    &Walk::freezeInViewport,
+            &Walk::override,     &Walk::editXrecord,  &Walk::switchLayout, &Walk::setCurrent,
+            &Walk::describe,     &Walk::cancelChange, &Walk::unerase,      &Walk::editState,
+            &Walk::manageStates,
         };
         (this->*changes[pick(std::size(changes))])();
     }
@@ -325,6 +326,22 @@ private:
                               8, nameOfRandomLayer().c_str(), 8, freshName().c_str(), 0);
             EXPECT_EQ(record->setFromRbChain(chain), Hx::eOk);
             hxutRelRb(chain);
+        }
+    }
+    /// What users do with states, whoever holds layers and records open.
+    void manageStates() {
+        static constexpr const wchar_t* kNames[] = {L"Day", L"night", L"WALK"};
+        const wchar_t* const name = kNames[pick(std::size(kNames))];
+        HxDbLayerStateManager& states = *m_database.getLayerStateManager();
+        HxArray<HxLyStateDifference> differences;
+        switch (pick(7)) {
+        case 0: states.saveLayerState(name, HxLyState::kAllProperties, randomViewport()); break;
+        case 1: states.restoreLayerState(name, randomViewport(), static_cast<int>(pick(8))); break;
+        case 2: states.deleteLayerState(name); break;
+        case 3: states.renameLayerState(name, kNames[pick(std::size(kNames))]); break;
+        case 4: states.setLayerStateMask(name, static_cast<std::int32_t>(pick(2048))); break;
+        case 5: states.setLayerStateDescription(name, freshName().c_str()); break;
+        default: states.compareLayerStateToDb(differences, name, randomViewport()); break;
         }
     }
     /// The entry of that name, made when there is none.
