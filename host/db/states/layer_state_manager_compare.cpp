@@ -42,7 +42,7 @@ std::wstring textOf(const HxLyStateEntry& entry, HxLyState::Property property) {
     case HxLyState::kOn: return has(HxLyState::kLayerOff) ? L"off" : L"on";
     case HxLyState::kFrozen: return has(HxLyState::kLayerFrozen) ? L"frozen" : L"thawed";
     case HxLyState::kLocked: return has(HxLyState::kLayerLocked) ? L"locked" : L"unlocked";
-    case HxLyState::kPlot: return has(HxLyState::kLayerPlots) ? L"plots" : L"does not plot";
+    case HxLyState::kPlot: return has(HxLyState::kLayerPlots) ? L"plotted" : L"not plotted";
     case HxLyState::kNewViewportFrozen:
         return has(HxLyState::kLayerNewViewportFrozen) ? L"frozen" : L"thawed";
     case HxLyState::kCurrentViewportFrozen:

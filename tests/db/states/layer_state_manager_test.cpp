@@ -382,7 +382,7 @@ TEST_F(LayerStates, ComparisonsReadAsUsersDo) {
     }
     EXPECT_EQ(differences(L"Evening"),
               (Texts{"0 1: on, now off", "0 2: thawed, now frozen", "0 4: unlocked, now locked",
-                     "0 8: plots, now does not plot", "0 32: White, now Sky (BOOK)",
+                     "0 8: plotted, now not plotted", "0 32: White, now Sky (BOOK)",
                      "0 64: Continuous, now DASHED", "0 128: Default, now 0.70 mm", "0 1024: 0 %, now 50 %",
                      "0 256: Normal, now Bold", "0 16: thawed, now frozen", "Defpoints 1: on, now off",
                      "Defpoints 2: thawed, now frozen", "Defpoints 4: unlocked, now locked",
