@@ -23,7 +23,8 @@ inline Hx::ErrorStatus saveAs(HxDbDatabase& database, const std::wstring& path) 
     const Hx::ErrorStatus status = database.saveAs(path.c_str());
     HxDbDatabase again(false);
     if (status == Hx::eOk) {
-        EXPECT_EQ(again.readDwgFile(path.c_str()), Hx::eOk) << "what was saved: " << toUtf8(again.readError());
+        EXPECT_EQ(again.readDwgFile(path.c_str()), Hx::eOk)
+            << "what was saved: " << toUtf8(again.readError());
     }
     return status;
 }

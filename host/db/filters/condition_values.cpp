@@ -120,7 +120,7 @@ Names weightNames(int value) {
     if (value == 0) {
         return {L"Default"};
     }
-    const std::wstring text = lineWeightText(value - kWeightOffset);  // "0.25 mm"
+    const std::wstring text = lineWeightInMillimetres(value - kWeightOffset);  // "0.25 mm"
     const std::wstring number = text.substr(0, text.find(L' '));
     return {text, number, number + L"mm"};
 }

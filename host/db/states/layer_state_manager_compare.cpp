@@ -49,7 +49,7 @@ std::wstring textOf(const HxLyStateEntry& entry, HxLyState::Property property) {
         return has(HxLyState::kLayerCurrentViewportFrozen) ? L"frozen" : L"thawed";
     case HxLyState::kColor: return colorText(entry);
     case HxLyState::kLinetype: return entry.linetype;
-    case HxLyState::kLineweight: return lineWeightText(entry.lineweight);
+    case HxLyState::kLineweight: return lineWeightInMillimetres(entry.lineweight);
     case HxLyState::kPlotStyle: return entry.plotStyle;
     case HxLyState::kTransparency:
         return std::to_wstring(HxCmTransparency(static_cast<std::uint8_t>(entry.transparency)).percent()) +

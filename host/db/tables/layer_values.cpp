@@ -42,7 +42,7 @@ bool isLayerLineWeight(int weight) {
     return weight == kDefaultWeight || std::binary_search(std::begin(kWeights), std::end(kWeights), weight);
 }
 
-std::wstring lineWeightText(int weight) {
+std::wstring lineWeightInMillimetres(int weight) {
     if (weight < 0) {
         return weight == HxDb::kLnWtByLayer   ? L"ByLayer"
                : weight == HxDb::kLnWtByBlock ? L"ByBlock"

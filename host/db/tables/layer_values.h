@@ -17,7 +17,7 @@ std::wstring plotStyleNameOf(const HxDbDatabase& database, HxDbStub* style);
 bool isLayerLineWeight(int weight);
 
 /// "0.25 mm"; "Default", "ByLayer" or "ByBlock" for the special values.
-std::wstring lineWeightText(int weight);
+std::wstring lineWeightInMillimetres(int weight);
 
 /// Place of a lineweight in the fixed table as viewport overrides store it, and back. Places that stand for
 /// no weight of a layer give the default.

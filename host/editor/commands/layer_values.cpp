@@ -1,6 +1,7 @@
 // The value prompts of -LAYER and VPLAYER.
 #include "host/editor/commands/layer_values.h"
 
+#include "host/db/tables/layer_values.h"
 #include "host/editor/color_books.h"
 #include "host/editor/commands/command_support.h"
 #include "host/editor/number_text.h"
@@ -122,12 +123,8 @@ std::optional<HxDbObjectId> askLinetype() {
 }
 
 std::wstring lineweightText(HxDb::LineWeight weight) {
-    if (weight < 0) {
-        return L"Default";
-    }
-    const double hundredths = static_cast<double>(weight);
-    return inInches() ? realText(hundredths / kHundredthsOfInch, 3) + L"\""
-                      : realText(hundredths / kHundredthsOfMillimetre, 2) + L" mm";
+    return weight < 0 || !inInches() ? lineWeightInMillimetres(weight)
+                                     : realText(weight / kHundredthsOfInch, 3) + L"\"";
 }
 
 std::optional<HxDb::LineWeight> askLineweight() {
