@@ -1,5 +1,6 @@
 // Makes the entity lists of layer states' records.
 #include "host/db/kernel/database_imp.h"
+#include "host/db/kernel/text_fold.h"
 #include "host/db/lists/chain.h"
 #include "host/db/objects/dictionary_access.h"
 #include "host/db/states/state_codes.h"
@@ -30,7 +31,7 @@ public:
     HxDbStub* find(const std::wstring& name) {
         const auto [known, isNew] = m_known.try_emplace(name);
         if (isNew) {
-            known->second = dictionaryEntry(m_styles, name == m_localNormal ? m_normal : name);
+            known->second = dictionaryEntry(m_styles, equalNames(name, m_localNormal) ? m_normal : name);
         }
         return known->second;
     }

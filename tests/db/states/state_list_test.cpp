@@ -121,6 +121,8 @@ TEST_F(StateList, NamedPlotStylesMustBeThere) {
     entry.plotStyle = hxdbGetReservedString(kHxReservedNormal, true);
     EXPECT_EQ(entry.plotStyle, L"Normale");
     EXPECT_NE(listed(entry).find("390 113"), std::string::npos);
+    entry.plotStyle = L"NORMALE";
+    EXPECT_NE(listed(entry).find("390 113"), std::string::npos);
     qunsetenv("LC_ALL");
     EXPECT_EQ(listed(entry), "");
     entry.plotStyle = L"Normal";
