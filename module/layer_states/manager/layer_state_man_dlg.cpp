@@ -62,12 +62,13 @@ int CKvLayerStateManDlg::BuildLayerStateExtensionDictionary() {
     for (const auto& [state, oldName] : m_olderNames) {
         m_olderToDelete.insert(oldName);
     }
-    for (const CStdStr<wchar_t>& oldName : m_olderToDelete) {
-        DeleteLayerFromXData(*m_database, oldName);
-    }
     m_olderNames.clear();
-    m_olderToDelete.clear();
-    return m_written.failed.isEmpty() ? 1 : 0;
+    std::set<CStdStr<wchar_t>> left;
+    for (const CStdStr<wchar_t>& oldName : m_olderToDelete) {
+        if (!DeleteLayerFromXData(*m_database, oldName)) left.insert(oldName);
+    }
+    m_olderToDelete = std::move(left);
+    return m_written.failed.isEmpty() && m_olderToDelete.empty() ? 1 : 0;
 }
 
 bool CKvLayerStateManDlg::AddLayerState(CKvLayerState* state, KvLayerStateInfoArray* entries) {

@@ -89,6 +89,7 @@ TEST_F(ClassicDialog, LoadsLayersAndWhatTheViewportOverrides) {
     EXPECT_EQ(dialog.IsLayerVpLayerFrozen(L"notes"), 1);
     EXPECT_EQ(dialog.IsLayerVpLayerFrozen(L"WALLS"), 0);
     EXPECT_EQ(dialog.IsLayerVpLayerFrozen(L"none"), 0);
+    EXPECT_EQ(CKvLayerStateManDlg::IsLayerNameVpLayerFrozen(nullptr, L"NOTES"), 0);
 }
 
 TEST_F(ClassicDialog, WritesOnlyListsThatDiffer) {

@@ -221,6 +221,7 @@ TEST_F(RestoreTest, InALayoutFreezesInTheViewportOnly) {
     ASSERT_TRUE(restore(L"viewport", HxLyState::kCurrentViewportFrozen));
     EXPECT_EQ(frozenNames(viewport), L"NOTES ");
     EXPECT_EQ(result().changed, 0) << "no layer's record";
+    EXPECT_TRUE(result().refused.isEmpty());
     EXPECT_EQ(now(L"VIEWS").flags & HxLyState::kLayerLocked, HxLyState::kLayerLocked);
 
     change(L"WALLS", [](auto& l) {
@@ -239,6 +240,21 @@ TEST_F(RestoreTest, InALayoutFreezesInTheViewportOnly) {
     EXPECT_EQ(m_engine->FindLayerStateSameAsDwg(L"viewport"), 1);
     run(L"LAYOUT\nSet\nModel\n");
     EXPECT_EQ(engine()->FindLayerStateSameAsDwg(L"viewport"), 0) << "off and frozen count in model space";
+}
+
+TEST_F(RestoreTest, TellsLayersThatAViewportInUseDoesNotTake) {
+    openDrawing(drawing());
+    goToLayout();
+    run(L"VPLAYER\nFreeze\nNOTES\n\n\n");
+    saveState(L"viewport");
+    run(L"VPLAYER\nThaw\nNOTES\nFreeze\nWALLS\n\n\n-LAYER\nLOck\nVIEWS\n\n");
+    const HxDbObjectPointer<HxDbViewport> reader(hxdbGetCurVportId(&database()), HxDb::kForRead);
+    ASSERT_TRUE(restore(L"viewport", HxLyState::kCurrentViewportFrozen));
+    EXPECT_EQ(restoreSummary(result()), "2 of 5 layers could not be changed: \"NOTES\", \"WALLS\"");
+    EXPECT_EQ(now(L"VIEWS").flags & HxLyState::kLayerLocked, HxLyState::kLayerLocked) << "locked again";
+    run(L"-LAYER\nUnlock\nVIEWS\n\n");
+    ASSERT_TRUE(restore(L"viewport", HxLyState::kCurrentViewportFrozen));
+    EXPECT_EQ(now(L"VIEWS").flags & HxLyState::kLayerLocked, 0) << "it was not locked";
 }
 
 TEST_F(RestoreTest, GivesViewportOverridesInstead) {

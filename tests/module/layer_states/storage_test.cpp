@@ -160,14 +160,16 @@ TEST_F(StorageTest, RemovesStatesAndKeepsWhatIsNone) {
     const auto states = engine();
     KvLayerStateMap& map = states->states();
     EXPECT_TRUE(states->removeLayerState(map.at(1)));
+    EXPECT_TRUE(states->removeLayerState(map.find(L"C last")));
     EXPECT_FALSE(states->removeLayerState(nullptr));
     ASSERT_NE(states->CmdNew(L"a foreign", L"made anew"), nullptr);
     EXPECT_EQ(states->BuildLayerStateExtensionDictionary(), 1);
     EXPECT_FALSE(recordOf(L"thing").isNull());
     EXPECT_FALSE(recordOf(L"holder").isNull());
     const auto again = engine();
-    ASSERT_EQ(again->states().size(), 3U);
-    EXPECT_EQ(again->states().at(2)->GetDescription(), L"made anew");
+    ASSERT_EQ(again->states().size(), 2U);
+    EXPECT_TRUE(recordOf(L"C last").isNull());
+    EXPECT_EQ(again->states().at(1)->GetDescription(), L"made anew");
     run(L"U\n");
     EXPECT_EQ(engine()->states().at(1)->GetDescription(), L"from elsewhere");
 }
@@ -283,6 +285,26 @@ TEST_F(StorageTest, ConvertsStatesOfEarlierVersionsOnce) {
     EXPECT_EQ(again->written().changed, 0);
     run(L"U\n");
     EXPECT_EQ(engine()->states().size(), 3U) << "one step takes all of it back";
+}
+
+TEST_F(StorageTest, ConvertsPlotStylesAndTriesAgainWhereALayerIsHeld) {
+    SmallDrawing old = drawing();
+    old.useNamedPlotStyles();
+    old.application("LMAN");
+    old.layer("WALLS", "1001\nLMAN\n1000\nA\n1070\n9\n1005\n16\n1005\nD\n");
+    old.layer("NOTES", "1001\nLMAN\n1000\nA\n1070\n9\n1005\nFFF\n1005\n2\n");
+    openDrawing(old);
+    const auto states = engine();
+    const CKvLayerState* const converted = states->states().at(0);
+    EXPECT_EQ(entryOf(states->states(), converted, L"WALLS")->plotStyle, L"Screened");
+    EXPECT_EQ(entryOf(states->states(), converted, L"NOTES")->plotStyle, L"") << "no plot style's handle";
+    EXPECT_EQ(entryOf(states->states(), converted, L"NOTES")->linetype, L"");
+    {
+        const HxDbObjectPointer<HxDbLayerTableRecord> reader(layer(L"NOTES"), HxDb::kForRead);
+        EXPECT_EQ(states->BuildLayerStateExtensionDictionary(), 0);
+    }
+    EXPECT_EQ(states->BuildLayerStateExtensionDictionary(), 1);
+    EXPECT_EQ(engine()->states().size(), 1U);
 }
 
 TEST_F(StorageTest, RefusesDrawingsWithoutDictionaries) {
