@@ -87,7 +87,7 @@ TEST_F(CaptureTest, NamesLayersInOrderAndTheCurrentOne) {
 
 TEST_F(CaptureTest, InALayoutTakesWhatTheViewportShows) {
     goToLayout();
-    run(L"VPLAYER\nFreeze\nNOTES\n\n\n");
+    inViewport(L"Freeze", L"NOTES");
     const HxDbObjectId viewport = hxdbGetCurVportId(&database());
     ASSERT_FALSE(viewport.isNull());
     change(L"WALLS", [&](auto& l) {
@@ -115,7 +115,7 @@ TEST_F(CaptureTest, OverwritingKeepsMaskAndPlaceAndTakesNoOverrides) {
         l.setIsLocked(true);
         l.setColor(HxCmColor::byIndex(1), viewport);
     });
-    run(L"VPLAYER\nFreeze\nNOTES\n\n\n");
+    inViewport(L"Freeze", L"NOTES");
     states->SetIsModelSpace(0);
     EXPECT_EQ(states->CmdNew(L"plan ä", L"second"), plan);
     EXPECT_EQ(states->states().size(), 2U);

@@ -76,7 +76,7 @@ TEST_F(ClassicDialog, LoadsLayersAndWhatTheViewportOverrides) {
     EXPECT_NE(inModel.layerStates().FindLayerResbuf(L"WALLS"), nullptr);
     EXPECT_EQ(inModel.layerStates().FindVpLayerInfo(L"WALLS"), nullptr);
     goToLayout();
-    run(L"VPLAYER\nFreeze\nNOTES\n\n\n");
+    inViewport(L"Freeze", L"NOTES");
     change(L"WALLS", [&](auto& l) { l.setColor(HxCmColor::byIndex(1), hxdbGetCurVportId(&database())); });
     CVrexLayerP dialog;
     dialog.InitLayerStateInfo();

@@ -45,6 +45,10 @@ protected:
     }
     void goToLayout() { run(L"LAYOUT\nSet\nLayout1\nMSPACE\n"); }
 
+    /// "Freeze" or "Thaw" in the current viewport.
+    void inViewport(const wchar_t* what, const std::wstring& layerName) {
+        run(std::wstring(L"VPLAYER\n") + what + L"\n" + layerName + L"\n\n\n");
+    }
     /// Changes a layer in an undo step of its own.
     void change(const wchar_t* name, const std::function<void(HxDbLayerTableRecord&)>& edit) {
         const HxDbObjectPointer<HxDbLayerTableRecord> record(layer(name), HxDb::kForWrite);

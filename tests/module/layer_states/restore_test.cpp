@@ -204,7 +204,7 @@ TEST_F(RestoreTest, InALayoutFreezesInTheViewportOnly) {
     openDrawing(drawing());
     goToLayout();
     const HxDbObjectId viewport = hxdbGetCurVportId(&database());
-    run(L"VPLAYER\nFreeze\nNOTES\n\n\n");
+    inViewport(L"Freeze", L"NOTES");
     change(L"WALLS", [](auto& l) {
         l.setIsLocked(true);
         l.setVPDFLT(true);
@@ -213,7 +213,8 @@ TEST_F(RestoreTest, InALayoutFreezesInTheViewportOnly) {
     });
     saveState(L"viewport");
     const std::string file = fileNow();
-    run(L"VPLAYER\nThaw\nNOTES\nFreeze\nWALLS\n\n\n");
+    inViewport(L"Thaw", L"NOTES");
+    inViewport(L"Freeze", L"WALLS");
     {
         const HxDbObjectPointer<HxDbLayerTableRecord> views(layer(L"VIEWS"), HxDb::kForWrite);
         views->setIsLocked(true);
@@ -245,9 +246,11 @@ TEST_F(RestoreTest, InALayoutFreezesInTheViewportOnly) {
 TEST_F(RestoreTest, TellsLayersThatAViewportInUseDoesNotTake) {
     openDrawing(drawing());
     goToLayout();
-    run(L"VPLAYER\nFreeze\nNOTES\n\n\n");
+    inViewport(L"Freeze", L"NOTES");
     saveState(L"viewport");
-    run(L"VPLAYER\nThaw\nNOTES\nFreeze\nWALLS\n\n\n-LAYER\nLOck\nVIEWS\n\n");
+    inViewport(L"Thaw", L"NOTES");
+    inViewport(L"Freeze", L"WALLS");
+    run(L"-LAYER\nLOck\nVIEWS\n\n");
     const HxDbObjectPointer<HxDbViewport> reader(hxdbGetCurVportId(&database()), HxDb::kForRead);
     ASSERT_TRUE(restore(L"viewport", HxLyState::kCurrentViewportFrozen));
     EXPECT_EQ(restoreSummary(result()), "2 of 5 layers could not be changed: \"NOTES\", \"WALLS\"");

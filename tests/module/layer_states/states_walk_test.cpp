@@ -139,7 +139,7 @@ protected:
             case 0: run(L"U\n"); break;
             case 1: run(L"REDO\n"); break;
             case 2: run(pick(3) == 0 ? L"LAYOUT\nSet\nLayout1\nMSPACE\n" : L"LAYOUT\nSet\nModel\n"); break;
-            case 3: run(L"VPLAYER\nFreeze\n" + anyLayer() + L"\n\n\n"); break;
+            case 3: inViewport(L"Freeze", anyLayer()); break;
             case 4:
             case 5:
             case 6: editLayer(); break;
