@@ -290,7 +290,7 @@ Hx::ErrorStatus HxDbLayerStateManager::saveLayerState(const wchar_t* name, std::
     if (description) {
         header.description = description;
     }
-    header.space = seenIn.isNull() ? HxLyState::kModel : HxLyState::kLayout;
+    header.space = m_database->tilemode() ? HxLyState::kModel : HxLyState::kLayout;
     header.currentLayer = recordName(*m_database->clayer().stub());
     StateList list(*m_database, *dictionary, header);
     addLayers(*m_database, seenIn, list);

@@ -285,6 +285,10 @@ TEST_F(LayerStates, FreezingInAViewport) {
     ASSERT_EQ(save(L"Sheet", id(0x61)), Hx::eOk);
     EXPECT_EQ(entriesOf(states().layerStateId(L"Sheet"))[2], "DOORS 40 c3 w50 DASHED Bold a255");
     EXPECT_EQ(differences(L"Sheet", id(0x61)), Texts());
+    HxLyStateHeader header;
+    ASSERT_EQ(save(L"Paper"), Hx::eOk);
+    EXPECT_EQ(states().getLayerStateHeader(header, L"Paper"), Hx::eOk);
+    EXPECT_EQ(header.space, HxLyState::kLayout) << "also without a viewport";
     EXPECT_EQ(differences(L"Sheet", id(0x62)),
               (Texts{"WALLS 32: Red, now Blue", "WALLS 128: 0.50 mm, now Default",
                      "DOORS 512: frozen, now thawed"}))
