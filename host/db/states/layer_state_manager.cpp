@@ -6,6 +6,8 @@
 #include "host/db/lists/chain.h"
 #include "host/db/lists/object_names.h"
 #include "host/db/objects/dictionary_access.h"
+#include "host/db/states/state_codes.h"
+#include "host/db/states/state_records.h"
 #include "sdk/hxdbdict.h"
 #include "sdk/hxdbentity.h"
 
@@ -15,9 +17,6 @@ namespace korvex {
 
 namespace {
 
-constexpr wchar_t kDictionaryName[] = L"ACAD_LAYERSTATES";
-constexpr int kMaskCode = 91;
-constexpr int kDescriptionCode = 301;
 constexpr int kMarkerCode = 100;
 
 bool isState(HxDbStub& record) { return HxLyStateReader(HxDbObjectId(&record)).status() == Hx::eOk; }
@@ -27,7 +26,7 @@ Hx::ErrorStatus makeStateDictionary(HxDbDatabase& database, HxDbStub*& dictionar
     dictionary = nullptr;
     HxDbStub* table = database.layerTableId().stub();
     return table && database.imp()->traits().hasSubclassMarkers
-               ? makeExtensionDictionaryEntry(*table, kDictionaryName, WriteAccess::Upgrade::anyone,
+               ? makeExtensionDictionaryEntry(*table, kStateDictionary, WriteAccess::Upgrade::anyone,
                                               dictionary)
                : Hx::eNotApplicable;
 }
@@ -104,7 +103,7 @@ Hx::ErrorStatus changeContent(HxDbStub& record, Change change) {
     }
     const Chain list(xrecord->rbChain());
     resbuf* mask = list.get();
-    while (mask && mask->restype != kMaskCode) {
+    while (mask && mask->restype != state_group::kMask) {
         mask = mask->rbnext;
     }
     return mask && change(*mask) ? xrecord->setFromRbChain(list.get()) : Hx::eOutOfMemory;
@@ -113,11 +112,11 @@ Hx::ErrorStatus changeContent(HxDbStub& record, Change change) {
 /// The description behind a mask, made when there is none; null when memory runs out.
 resbuf* descriptionNode(resbuf& mask) {
     for (resbuf* node = mask.rbnext; node; node = node->rbnext) {
-        if (node->restype == kDescriptionCode) {
+        if (node->restype == state_group::kDescription) {
             return node;
         }
     }
-    resbuf* made = hxutNewRb(kDescriptionCode);
+    resbuf* made = hxutNewRb(state_group::kDescription);
     if (made) {
         made->rbnext = mask.rbnext;
         mask.rbnext = made;
@@ -150,7 +149,7 @@ void addLayers(const HxDbDatabase& database, HxDbObjectId viewport, StateList& l
 
 HxDbStub* layerStateDictionary(const HxDbDatabase& database) {
     HxDbStub* table = database.layerTableId().stub();
-    HxDbStub* found = table ? extensionEntry(*table, kDictionaryName) : nullptr;
+    HxDbStub* found = table ? extensionEntry(*table, kStateDictionary) : nullptr;
     return found && HxDbDictionary::cast(materialise(*found)) ? found : nullptr;
 }
 
