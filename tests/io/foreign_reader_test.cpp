@@ -168,6 +168,11 @@ TEST_F(ForeignReader, HoldsTheSameLayerStates) {
     EXPECT_EQ(states.renameLayerState(L"Escape plan", L"Flucht"), Hx::eOk);
     EXPECT_EQ(states.setLayerStateDescription(L"Services coordination", L"by others"), Hx::eOk);
     EXPECT_EQ(states.deleteLayerState(L"Floor plan 1-100"), Hx::eOk);
+    {
+        const HxDbObjectId id(findRecord(*database, TableKind::layer, L"A-DOOR"));
+        const HxDbObjectPointer<HxDbLayerTableRecord> record(id, HxDb::kForWrite);
+        ASSERT_EQ(record->setName(L"T\u00fcren \u4e2d"), Hx::eOk);
+    }
     EXPECT_EQ(states.restoreLayerState(L"Services coordination", {}), Hx::eOk);
     put("states", before, written(*database));
     HxArray<CStdStr<wchar_t>> names;
@@ -177,6 +182,7 @@ TEST_F(ForeignReader, HoldsTheSameLayerStates) {
     for (const CStdStr<wchar_t>& name : names) {
         expected += lineOf(states, name.c_str());
     }
+    EXPECT_NE(expected.find("8=T\u00fcren \u4e2d\n"), expected.npos) << "names follow renames";
     EXPECT_EQ(layerStates("states"), expected);
     EXPECT_EQ(audit(), "");
 }

@@ -119,6 +119,13 @@ protected:
         }
         return text;
     }
+    static std::wstring restoreFailures(const KvRestoreResult& result) {
+        std::wstring names;
+        for (const CStdStr<wchar_t>& name : result.refused) {
+            names += name + L" ";
+        }
+        return names;
+    }
     std::string fileNow() { return written(database()); }
 
 private:

@@ -347,10 +347,28 @@ TEST_F(RestoreTest, WorksInsideATransactionAndTellsWhatRefuses) {
     EXPECT_EQ(m_engine->FindLayerStateSameAsDwg(L"before"), 0);
 }
 
+TEST_F(RestoreTest, TellsLayersThatTakeNotEverything) {
+    openStyled();
+    const auto states = engine();
+    CKvLayerState* const state = states->CmdNew(L"odd", L"");
+    for (CKvLayerStateInfo* const entry : *states->states().entries(state)) {
+        if (entry->GetLayerName() == L"0") entry->SetColorIndex(300);
+        if (entry->GetLayerName() == L"NOTES") entry->SetLineWeight(26);
+        if (entry->GetLayerName() == L"WALLS") entry->SetPlotStyle(L"Unknown");
+        entry->SetTransparency(99);
+    }
+    ASSERT_TRUE(states->CmdRestore(L"odd", {}));
+    EXPECT_EQ(restoreFailures(states->restored()), L"0 NOTES WALLS ");
+    for (const wchar_t* const name : {L"0", L"NOTES", L"WALLS"}) {
+        EXPECT_EQ(now(name).transparency, 99) << "the rest is given " << toUtf8(name);
+    }
+}
+
 TEST_F(RestoreTest, NothingIsRestoredFromNothing) {
     openDrawing(drawing());
     const auto states = engine();
     EXPECT_FALSE(states->CmdRestore(L"none", {}));
+    EXPECT_FALSE(states->AddLayerState(nullptr, new KvLayerStateInfoArray));
     states->AddLayerState(new CKvLayerState, nullptr);
     EXPECT_FALSE(states->CmdRestore(L"", {})) << "a state without entries";
     CKvLayerState* const locked = states->CmdNew(L"locked", L"");

@@ -91,13 +91,6 @@ protected:
         if (isAll && !freezesCurrent) ++m_same;
         if (isAll && freezesCurrent) expectOnlyCurrentDiffers(states, *state);
     }
-    static std::wstring restoreFailures(const KvRestoreResult& result) {
-        std::wstring names;
-        for (const CStdStr<wchar_t>& name : result.refused) {
-            names += name + L" ";
-        }
-        return names;
-    }
     /// The layer that was current stays thawed.
     void expectOnlyCurrentDiffers(CKvLayerStateManDlg& states, const CKvLayerState& state) {
         int others = 0;
