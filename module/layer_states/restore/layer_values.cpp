@@ -18,6 +18,12 @@ constexpr std::uint32_t kTrueColorMethod = static_cast<std::uint32_t>(HxCmColor:
 /// Whether the layer has the value now, or its drawing has no place for it.
 bool isSettled(Hx::ErrorStatus status) { return status == Hx::eOk || status == Hx::eNotApplicable; }
 
+/// Whether an entry's colour is one that layers can have.
+bool hasColor(const HxLyStateEntry& entry) {
+    const int index = std::abs(entry.colorIndex);
+    return entry.trueColor >= 0 || (index > HxCmColor::kIndexByBlock && index < HxCmColor::kIndexByLayer);
+}
+
 }  // namespace
 
 HxCmColor colorOf(const HxLyStateEntry& entry) {
@@ -119,8 +125,9 @@ bool KvLayerStateValues::apply(HxDbLayerTableRecord& layer, const HxLyStateEntry
     bool isDone = applyFlags(layer, entry, wanted);
     if ((wanted & HxLyState::kColor) != 0) {
         const HxCmColor color = colorOf(entry);
-        isDone =
-            (inViewport ? SetCurrentVpLayerColor(layer, color) : isSettled(layer.setColor(color))) && isDone;
+        isDone = hasColor(entry) &&
+                 (inViewport ? SetCurrentVpLayerColor(layer, color) : isSettled(layer.setColor(color))) &&
+                 isDone;
     }
     if ((wanted & HxLyState::kLinetype) != 0) {
         const HxDbObjectId linetype = linetypeFor(entry);
