@@ -6,6 +6,32 @@
 #include "model/visit_records.h"
 
 #include <algorithm>
+#include <array>
+
+namespace {
+
+/// A layer for sorting: the beginning of its name lies beside it, so that most comparisons read nothing else.
+struct NamedLayer {
+    NamedLayer(std::wstring_view layerName, HxDbObjectId layer)
+        : begin{packed(layerName, 0), packed(layerName, 8)}, name(layerName), id(layer) {}
+    bool operator<(const NamedLayer& other) const {
+        return begin != other.begin ? begin < other.begin : name < other.name;
+    }
+    /// Eight characters in their order; those beyond a byte are equal here.
+    static std::uint64_t packed(std::wstring_view name, std::size_t from) {
+        std::uint64_t key = 0;
+        for (std::size_t i = from; i < from + 8; ++i) {
+            key = key << 8U | (i < name.size() ? std::min<std::uint64_t>(name[i], 0xFF) : 0);
+        }
+        return key;
+    }
+
+    std::array<std::uint64_t, 2> begin;
+    std::wstring_view name;
+    HxDbObjectId id;
+};
+
+}  // namespace
 
 void readLayerEntry(HxLyStateEntry& entry, const HxDbLayerTableRecord& layer, HxDbObjectId viewport) {
     static const CStdStr<wchar_t> kNormal = hxdbGetReservedString(kHxReservedNormal, false);
@@ -16,15 +42,15 @@ void readLayerEntry(HxLyStateEntry& entry, const HxDbLayerTableRecord& layer, Hx
 
 KvDrawingLayers::KvDrawingLayers(const HxDbDatabase* database, HxDbObjectId viewport) {
     if (!database) return;
-    std::vector<std::pair<std::wstring_view, HxDbObjectId>> inOrder;
+    std::vector<NamedLayer> inOrder;
     visitRecords(database->layerTableId(), [&](HxDbObjectId id) {
         const OpenedOrHeld<HxDbLayerTableRecord> record(id, HxDb::kForRead);
         if (record) inOrder.emplace_back(record->name(), id);
     });
     if (!std::is_sorted(inOrder.begin(), inOrder.end())) std::sort(inOrder.begin(), inOrder.end());
     m_layers.reserve(inOrder.size());
-    for (const auto& [name, id] : inOrder) {  // read in this order they lie side by side in memory
-        read(id, viewport);
+    for (const NamedLayer& layer : inOrder) {  // read in this order they lie side by side in memory
+        read(layer.id, viewport);
     }
 }
 

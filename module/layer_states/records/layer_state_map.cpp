@@ -127,9 +127,10 @@ void KvLayerStateMap::setStored(const CKvLayerState* state, HxDbObjectId record)
     }
 }
 
-CStdStr<wchar_t> KvLayerStateMap::storedName(const CKvLayerState* state) const {
+const CStdStr<wchar_t>& KvLayerStateMap::storedName(const CKvLayerState* state) const {
+    static const CStdStr<wchar_t> none;
     const Node* const node = nodeOf(state);
-    return node ? node->storedName : CStdStr<wchar_t>();
+    return node ? node->storedName : none;
 }
 
 void KvLayerStateMap::releaseEntries(const CKvLayerState* state) {
@@ -137,9 +138,10 @@ void KvLayerStateMap::releaseEntries(const CKvLayerState* state) {
     if (node && !node->record.isNull()) node->entries.reset();
 }
 
-HxLyStateHeader KvLayerStateMap::storedHeader(const CKvLayerState* state) const {
+const HxLyStateHeader& KvLayerStateMap::storedHeader(const CKvLayerState* state) const {
+    static const HxLyStateHeader none;
     const Node* const node = nodeOf(state);
-    return node ? node->storedHeader : HxLyStateHeader();
+    return node ? node->storedHeader : none;
 }
 
 bool KvLayerStateMap::hasReadEntries(const CKvLayerState* state) const {

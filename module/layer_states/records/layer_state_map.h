@@ -43,8 +43,8 @@ public:
     /// Where a state stands in its drawing; null id when it does not yet.
     HxDbObjectId record(const CKvLayerState* state) const;
     /// The name that it has there, and what it said when it was read or written.
-    CStdStr<wchar_t> storedName(const CKvLayerState* state) const;
-    HxLyStateHeader storedHeader(const CKvLayerState* state) const;
+    const CStdStr<wchar_t>& storedName(const CKvLayerState* state) const;
+    const HxLyStateHeader& storedHeader(const CKvLayerState* state) const;
     /// It stands in `record` now, under its name of now.
     void setStored(const CKvLayerState* state, HxDbObjectId record);
     /// Lets go of entries that stand in a record; they are read again when they are asked for.

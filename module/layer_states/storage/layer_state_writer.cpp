@@ -8,11 +8,14 @@
 #include "layer_states/storage/layer_state_storage.h"
 #include "model/opened_or_held.h"
 
+#include <algorithm>
+
 namespace {
 
-bool isSame(const HxLyStateHeader& a, const HxLyStateHeader& b) {
-    return a.mask == b.mask && a.description == b.description && a.space == b.space &&
-           a.currentLayer == b.currentLayer;
+bool isSame(const HxLyStateHeader& recorded, const CKvLayerState& state) {
+    return recorded.mask == state.GetLayerStateMake() && recorded.space == state.GetSpace() &&
+           recorded.description == state.GetDescription() &&
+           recorded.currentLayer == state.GetCurrentLayerName();
 }
 
 bool isSame(const HxLyStateEntry& a, const HxLyStateEntry& b) {
@@ -23,7 +26,7 @@ bool isSame(const HxLyStateEntry& a, const HxLyStateEntry& b) {
 
 /// Whether a record says what the state says. Entries that nobody read cannot differ.
 bool isAsRecorded(const KvLayerStateMap& states, const CKvLayerState& state) {
-    if (!isSame(states.storedHeader(&state), state.header())) return false;
+    if (!isSame(states.storedHeader(&state), state)) return false;
     if (!states.hasReadEntries(&state)) return true;
     HxLyStateReader reader(states.record(&state));
     HxLyStateEntry recorded;
@@ -82,6 +85,7 @@ private:
     }
 
     void removeDeleted() {
+        if (m_states.removedRecords().empty()) return;
         const OpenedOrHeld<HxDbDictionary> dictionary(m_dictionary, HxDb::kForWrite);
         if (!dictionary) return;
         for (const HxDbObjectId record : m_states.removedRecords()) {
@@ -96,6 +100,11 @@ private:
     /// Gives records the names of their states; through names that nobody has, since states may have
     /// exchanged theirs.
     void rename(const std::vector<CKvLayerState*>& changed) {
+        const auto hasOther = [this](const CKvLayerState* state) {
+            return !m_states.record(state).isNull() &&
+                   m_states.storedName(state) != state->GetLayerStateName();
+        };
+        if (std::none_of(changed.begin(), changed.end(), hasOther)) return;
         const OpenedOrHeld<HxDbDictionary> dictionary(m_dictionary, HxDb::kForWrite);
         if (!dictionary) return;
         std::vector<std::pair<CStdStr<wchar_t>, CStdStr<wchar_t>>> between;

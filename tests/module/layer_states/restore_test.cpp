@@ -168,6 +168,7 @@ TEST_F(RestoreTest, MakesLayersAndLinetypesThatTheDrawingLacks) {
     fresh.transparency = 90;
     HxLyStateEntry walls = now(L"WALLS");
     walls.layer = L"walls";
+    walls.colorIndex = 5;
     walls.linetype = L"bad|linetype*";
     HxLyStateEntry notes = now(L"NOTES");
     notes.linetype.clear();
@@ -182,6 +183,7 @@ TEST_F(RestoreTest, MakesLayersAndLinetypesThatTheDrawingLacks) {
     EXPECT_EQ(hxlyDifferences(now(L"FRESH"), fresh, kAll & ~HxLyState::kPlotStyle), 0);
     EXPECT_EQ(now(L"FRESH").linetype, L"DOTTED");
     EXPECT_FALSE(hasLayer(L"PLAN|WALLS"));
+    EXPECT_EQ(now(L"WALLS").colorIndex, 5);
     EXPECT_EQ(now(L"WALLS").linetype, L"Continuous") << "for a name that no linetype can have";
     EXPECT_EQ(now(L"NOTES").linetype, L"Continuous");
     EXPECT_EQ(states->restored().made, 1);
