@@ -1,5 +1,6 @@
 // Writing a layer-state file, against writing the same bytes; reading one, against cutting and trimming its
 // lines.
+#include "bench/timing.h"
 #include "layer_states/file/las_reader.h"
 #include "layer_states/file/las_text.h"
 #include "layer_states/file/las_writer.h"
@@ -8,18 +9,10 @@
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
-#include <chrono>
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-template <class Work>
-double secondsOf(Work work) {
-    const Clock::time_point start = Clock::now();
-    work();
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
+using korvex::bench::secondsOf;
 
 /// A state with so many layers; `letter` is in each name.
 class Sample {

@@ -2,6 +2,8 @@
 // measure it against.
 #pragma once
 
+#include "bench/timing.h"
+
 #include "manager_ui/grid/layer_list_ctrl.h"
 #include "manager_ui/palette/layer_manager_wnd.h"
 #include "manager_ui/window/layer_prop_manager_dlg.h"
@@ -15,19 +17,9 @@
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
-#include <chrono>
 #include <random>
 
 namespace korvex::bench {
-
-using Clock = std::chrono::steady_clock;
-
-template <class Work>
-double secondsOf(Work work) {
-    const Clock::time_point start = Clock::now();
-    work();
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
 
 inline QApplication& application() {
     static int count = 1;

@@ -1,4 +1,5 @@
 // Listing every layer of a drawing, against a bare walk of the layer table that opens each record.
+#include "bench/timing.h"
 #include "model/layer_prop_manager.h"
 
 #include "host/editor/documents.h"
@@ -7,12 +8,11 @@
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
-#include <chrono>
 #include <memory>
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using korvex::bench::secondsOf;
 
 /// A new, current document with so many layers more.
 class Drawing {
@@ -37,13 +37,6 @@ private:
     QTemporaryDir m_folder;
     HxApDocument* m_document;
 };
-
-template <class Work>
-double secondsOf(Work work) {
-    const Clock::time_point start = Clock::now();
-    work();
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
 
 void walk(const HxDbDatabase& database) {
     const HxDbObjectPointer<HxDbLayerTable> table(database.layerTableId(), HxDb::kForRead);

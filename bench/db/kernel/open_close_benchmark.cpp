@@ -1,15 +1,15 @@
 // Opening and closing every layer of a drawing, against reading and writing one number in each of as many
 // objects: how cheap an open can be at all.
+#include "bench/timing.h"
 #include "host/db/kernel/database_imp.h"
 #include "host/db/kernel/entity_access.h"
 #include "sdk/hxdbsymtb.h"
 
 #include <benchmark/benchmark.h>
-#include <chrono>
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using korvex::bench::secondsOf;
 
 /// A drawing with so many layers more than the empty one.
 std::unique_ptr<HxDbDatabase> drawingOf(std::int64_t layers) {
@@ -22,13 +22,6 @@ std::unique_ptr<HxDbDatabase> drawingOf(std::int64_t layers) {
         layer->close();
     }
     return database;
-}
-
-template <class Work>
-double secondsOf(Work work) {
-    const Clock::time_point start = Clock::now();
-    work();
-    return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
 void openAndClose(benchmark::State& state, HxDb::OpenMode mode) {

@@ -1,5 +1,6 @@
 // Changing one value in a large xrecord and reading its groups again, against copying the same groups one by
 // one.
+#include "bench/timing.h"
 #include "host/db/groups/group_cursor.h"
 #include "host/db/groups/group_writer.h"
 #include "host/db/kernel/database_imp.h"
@@ -9,19 +10,11 @@
 #include "sdk/hxed.h"
 
 #include <benchmark/benchmark.h>
-#include <chrono>
 
 namespace korvex {
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-template <class Work>
-double secondsOf(Work work) {
-    const Clock::time_point start = Clock::now();
-    work();
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
+using bench::secondsOf;
 
 /// As many entries as a snapshot of so many layers has, seven groups each.
 Chain contents(std::int64_t layers, short first) {

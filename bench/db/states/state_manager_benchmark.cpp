@@ -1,25 +1,18 @@
 // Saving, restoring and comparing a layer state of all layers, against opening each layer and changing a
 // flag.
+#include "bench/timing.h"
 #include "sdk/hxdbdatabase.h"
 #include "sdk/hxdbsymtb.h"
 #include "sdk/hxlystate.h"
 
 #include <benchmark/benchmark.h>
-#include <chrono>
 #include <memory>
 #include <vector>
 
 namespace korvex {
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-template <class Work>
-double secondsOf(Work work) {
-    const Clock::time_point start = Clock::now();
-    work();
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
+using bench::secondsOf;
 
 /// A drawing with so many layers, and a state of them.
 class Layers {

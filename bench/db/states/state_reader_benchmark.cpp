@@ -1,5 +1,6 @@
 // Reading layer states' records: headers of many states against a plain walk over the groups of all, and all
 // entries against a plain walk that decodes what they hold.
+#include "bench/timing.h"
 #include "host/db/groups/group_cursor.h"
 #include "host/db/groups/group_types.h"
 #include "host/db/groups/group_writer.h"
@@ -10,19 +11,11 @@
 #include "sdk/hxlystate.h"
 
 #include <benchmark/benchmark.h>
-#include <chrono>
 
 namespace korvex {
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-template <class Work>
-double secondsOf(Work work) {
-    const Clock::time_point start = Clock::now();
-    work();
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
+using bench::secondsOf;
 
 enum Spelling : int { kNames, kHandles };
 

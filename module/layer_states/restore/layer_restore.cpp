@@ -105,13 +105,17 @@ bool KvLayerRestore::change(HxDbObjectId id, const HxLyStateEntry& entry, std::i
     return layer && m_values.apply(*layer.object(), entry, wanted);
 }
 
-HxDbObjectId KvLayerRestore::RestoreNewLayer(const HxLyStateEntry& entry) {
-    HxDbObjectId id;
-    if (entry.layer.find(kReferenceMark) != CStdStr<wchar_t>::npos) return id;
+HxDbObjectId KvLayerRestore::RestoreNewLayer(const HxLyStateEntry& entry) const {
+    const bool isOfReference = entry.layer.find(kReferenceMark) != CStdStr<wchar_t>::npos;
+    return isOfReference ? HxDbObjectId() : CreateNewLayer(entry.layer);
+}
+
+HxDbObjectId KvLayerRestore::CreateNewLayer(const CStdStr<wchar_t>& name) const {
     const HxDbWorkingDatabaseScope scope(&m_database);
     const ListPtr list(hxutBuildList(RTDXF0, L"LAYER", 100, L"AcDbSymbolTableRecord", 100,
-                                     L"AcDbLayerTableRecord", 2, entry.layer.c_str(), 70, 0, 62, 7, 6,
-                                     L"Continuous", 0));
+                                     L"AcDbLayerTableRecord", 2, name.c_str(), 70, 0, 62, 7, 6, L"Continuous",
+                                     0));
+    HxDbObjectId id;
     zds_name made = {0, 0};
     if (list && hxdbEntMakeX(list.get(), made) == RTNORM) hxdbGetObjectId(id, made);
     return id;

@@ -43,8 +43,10 @@ public:
 private:
     HxDbObjectId findLayer(const CStdStr<wchar_t>& name) const;
     std::int32_t changesWanted(HxDbObjectId id, const HxLyStateEntry& entry, bool isNew);
-    /// A new layer with nothing but its name; null id when the drawing does not take it.
-    HxDbObjectId RestoreNewLayer(const HxLyStateEntry& entry);
+    /// A layer that the drawing lacks, to be given its values; null id when the drawing does not take it, and
+    /// for one of an external reference.
+    HxDbObjectId RestoreNewLayer(const HxLyStateEntry& entry) const;
+    HxDbObjectId CreateNewLayer(const CStdStr<wchar_t>& name) const;
     bool change(HxDbObjectId id, const HxLyStateEntry& entry, std::int32_t wanted);
     void collectViewportFreezing(HxDbObjectId id, const HxLyStateEntry& entry);
 

@@ -11,6 +11,25 @@
 
 namespace korvex::test {
 
+/// Says yes to everything.
+class Agreeing : public LayerStateQuestions {
+public:
+    Overwrite mayOverwrite(const Names&) override { return Overwrite::yes; }
+    bool mayRestore(const CStdStr<wchar_t>&) override { return true; }
+    void tellMissingLinetypes(const Names&) override {}
+    void tellUnusablePlotStyles(const Names&) override {}
+    void tellPlotStylesLeftOut(const Names&) override {}
+    void tellChangedNames(const Names&) override {}
+    void tellNotImported(const CStdStr<wchar_t>&, const KvLasFailure&) override { ADD_FAILURE() << "failed"; }
+    void tellNotExported(const CStdStr<wchar_t>&, const CStdStr<wchar_t>&) override {
+        ADD_FAILURE() << "failed";
+    }
+    void tellBrokenName(const CStdStr<wchar_t>&) override { ADD_FAILURE() << "failed"; }
+    void tellNoStates(const CStdStr<wchar_t>&, const CStdStr<wchar_t>&) override { ++m_noStates; }
+
+    int m_noStates = 0;
+};
+
 class LayerStatesTest : public ModuleTest {
 protected:
     void SetUp() override {

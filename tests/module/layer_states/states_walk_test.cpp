@@ -2,29 +2,12 @@
 #include "tests/module/layer_states/layer_states_fixture.h"
 #include "tests/walk_seed.h"
 
-#include "layer_states/file/layer_state_questions.h"
-
 #include <random>
 
 using korvex::toUtf8;
 using namespace korvex::test;
 
 namespace {
-
-/// Says yes to everything.
-class Agreeing : public LayerStateQuestions {
-public:
-    Overwrite mayOverwrite(const Names&) override { return Overwrite::yes; }
-    bool mayRestore(const CStdStr<wchar_t>&) override { return true; }
-    void tellMissingLinetypes(const Names&) override {}
-    void tellUnusablePlotStyles(const Names&) override {}
-    void tellPlotStylesLeftOut(const Names&) override {}
-    void tellChangedNames(const Names&) override {}
-    void tellNotImported(const CStdStr<wchar_t>&, const KvLasFailure&) override { ADD_FAILURE(); }
-    void tellNotExported(const CStdStr<wchar_t>&, const CStdStr<wchar_t>&) override { ADD_FAILURE(); }
-    void tellBrokenName(const CStdStr<wchar_t>&) override { ADD_FAILURE(); }
-    void tellNoStates(const CStdStr<wchar_t>&, const CStdStr<wchar_t>&) override {}
-};
 
 class StatesWalk : public LayerStatesTest {
 protected:
