@@ -121,6 +121,10 @@ private:
 HXSDK_API void hxlyEntryOfLayer(HxLyStateEntry& entry, const HxDbLayerTableRecord& layer,
                                 HxDbObjectId viewport);
 
+/// Whether a state can have a name: not empty, without blanks at its ends, control characters and
+/// < , > / ? ' " \ | ; : = *. Null is no name.
+HXSDK_API bool hxlyIsStateName(const wchar_t* name);
+
 /// The properties of `mask` in which two entries differ. Names compare as the host compares names; book
 /// colours by key, then by the colour; what one of them says nothing of (linetype, plot style) does not
 /// differ.

@@ -1,6 +1,7 @@
 // Layer states in a drawing's dictionary: finding, saving, copying, renaming and deleting them.
 #include "host/db/states/layer_state_manager.h"
 
+#include "host/base/text.h"
 #include "host/db/kernel/entity_access.h"
 #include "host/db/kernel/text_fold.h"
 #include "host/db/lists/chain.h"
@@ -158,7 +159,17 @@ HxDbStub* layerStateRecord(const HxDbDatabase& database, const wchar_t* name) {
     return record && isState(*record) ? record : nullptr;
 }
 
-bool isLayerStateName(std::wstring_view name) {
+HxDbStub* viewportOf(const HxDbDatabase& database, HxDbObjectId id) {
+    const bool isOurs = !id.isNull() && id.database() == &database && !id.isErased();
+    return isOurs && HxDbViewport::cast(hxdbObjectPointer(id)) ? id.stub() : nullptr;
+}
+
+}  // namespace korvex
+
+using namespace korvex;
+
+bool hxlyIsStateName(const wchar_t* text) {
+    const std::wstring_view name = viewOf(text);
     constexpr wchar_t kFirstCharacter = L' ';
     constexpr wchar_t kDelete = 127;
     const auto isBad = [](wchar_t c) {
@@ -168,15 +179,6 @@ bool isLayerStateName(std::wstring_view name) {
     return !name.empty() && name.front() != L' ' && name.back() != L' ' &&
            std::none_of(name.begin(), name.end(), isBad);
 }
-
-HxDbStub* viewportOf(const HxDbDatabase& database, HxDbObjectId id) {
-    const bool isOurs = !id.isNull() && id.database() == &database && !id.isErased();
-    return isOurs && HxDbViewport::cast(hxdbObjectPointer(id)) ? id.stub() : nullptr;
-}
-
-}  // namespace korvex
-
-using namespace korvex;
 
 HxDbDatabase* HxDbLayerStateManager::getDatabase() const { return m_database; }
 
@@ -274,7 +276,7 @@ Hx::ErrorStatus HxDbLayerStateManager::setLayerStateDescription(const wchar_t* n
 
 Hx::ErrorStatus HxDbLayerStateManager::saveLayerState(const wchar_t* name, std::int32_t mask,
                                                       HxDbObjectId viewport, const wchar_t* description) {
-    if (!name || !isLayerStateName(name)) {
+    if (!hxlyIsStateName(name)) {
         return Hx::eInvalidInput;
     }
     HxDbStub* dictionary = nullptr;
@@ -315,7 +317,7 @@ Hx::ErrorStatus HxDbLayerStateManager::renameLayerState(const wchar_t* oldName, 
     if (!layerStateRecord(*m_database, oldName)) {
         return Hx::eKeyNotFound;
     }
-    if (!newName || !isLayerStateName(newName)) {
+    if (!hxlyIsStateName(newName)) {
         return Hx::eInvalidInput;
     }
     const StateWriteAccess open(*layerStateDictionary(*m_database));

@@ -12,10 +12,6 @@ HxDbStub* layerStateDictionary(const HxDbDatabase& database);
 /// Null when there is no such state; other things in the dictionary are none.
 HxDbStub* layerStateRecord(const HxDbDatabase& database, const wchar_t* name);
 
-/// Whether a state may have the name: not empty, none of < > / ? ' " \ | ; : = * , and no control characters,
-/// no blank at either end.
-bool isLayerStateName(std::wstring_view name);
-
 /// The entry as a layer can be: DEFPOINTS never plots, a book colour without a value has that of its index.
 void makeAttainable(HxLyStateEntry& entry);
 /// The properties that can be compared with a viewport or without, and by the drawing's kind of plot styles.

@@ -9,13 +9,6 @@
 #include "model/edit_guard.h"
 #include "model/opened_or_held.h"
 
-namespace {
-
-/// What a state's name must not hold, beside control characters.
-constexpr wchar_t kRefusedCharacters[] = L"<,>/?'\"\\|;:=*";
-
-}  // namespace
-
 bool CKvLayerStateManDlg::IsCurrentLayerName(const CStdStr<wchar_t>& name) const {
     return hxutEqualNames(name.c_str(), m_currentLayerName.c_str());
 }
@@ -88,7 +81,7 @@ bool CKvLayerStateManDlg::OverwriteLayerState(CKvLayerState* old, CKvLayerState*
 CKvLayerState* CKvLayerStateManDlg::CmdNew(const wchar_t* name, const wchar_t* description) {
     CStdStr<wchar_t> trimmed(name);
     trimmed.Trim();
-    if (!m_database || !isStateName(trimmed)) return nullptr;
+    if (!m_database || !hxlyIsStateName(trimmed.c_str())) return nullptr;
     const KvStateToSave saved{trimmed, description, m_currentLayerName, space()};
     CKvLayerState* const existing = m_states.find(trimmed);
     if (!existing) return createLayerState(m_database, m_states, saved);
@@ -110,13 +103,6 @@ bool CKvLayerStateManDlg::removeLayerState(CKvLayerState* state) {
         m_olderNames.erase(older);
     }
     return m_states.remove(state);
-}
-
-bool CKvLayerStateManDlg::isStateName(const CStdStr<wchar_t>& name) {
-    const auto isControl = [](wchar_t c) { return c < L' ' || c == 0x7F; };
-    return !CStdStr<wchar_t>(name).Trim().empty() &&
-           name.find_first_of(kRefusedCharacters) == CStdStr<wchar_t>::npos &&
-           std::none_of(name.begin(), name.end(), isControl);
 }
 
 void CKvLayerStateManDlg::ClearAllLayerStateMap() {

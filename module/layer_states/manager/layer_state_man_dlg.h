@@ -66,8 +66,6 @@ public:
     bool SaveasLayerState(CKvLayerState* state);
     /// Removes a state; one of an earlier version also from the layers, at the next write.
     bool removeLayerState(CKvLayerState* state);
-    /// Trimmed, not empty and without the characters that states' names cannot have.
-    static bool isStateName(const CStdStr<wchar_t>& name);
 
     // ---- files and other drawings; what the user must decide or hear goes to the questions
 

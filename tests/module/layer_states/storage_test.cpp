@@ -108,6 +108,7 @@ TEST_F(StorageTest, LookingChangesNothing) {
         states->IsSameAsDWG(states->states().at(i));
     }
     EXPECT_EQ(states->BuildLayerStateExtensionDictionary(), 1);
+    EXPECT_EQ(states->written().changed, 0);
     EXPECT_FALSE(database().isModified());
     EXPECT_EQ(fileNow(), before);
 }
@@ -153,6 +154,12 @@ TEST_F(StorageTest, WritesWhatChangedAndNothingElse) {
         << "a changed state is written by name";
     run(L"U\n");
     EXPECT_EQ(groupsOf(foreign), foreignGroups);
+
+    KvLayerStateInfoArray* const entries = map.entries(map.at(0));
+    delete entries->GetAt(0);
+    entries->RemoveAt(0);
+    EXPECT_EQ(states->BuildLayerStateExtensionDictionary(), 1);
+    EXPECT_FALSE(contains(groupsOf(first), L"\n8 ")) << "a layer was taken out";
 }
 
 TEST_F(StorageTest, RemovesStatesAndKeepsWhatIsNone) {
