@@ -7,12 +7,12 @@
 #include "dialogs/lineweight_dialog.h"
 #include "dialogs/plot_style_dialog.h"
 #include "dialogs/transparency_dialog.h"
+#include "frame/format_message.h"
 #include "frame/resource_text.h"
 #include "manager_ui/grid/layer_cells.h"
 #include "manager_ui/grid/layer_column.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
 #include "manager_ui/grid/layer_list_model.h"
-#include "frame/format_message.h"
 #include "model/auto_layer_record.h"
 #include "model/edit_guard.h"
 #include "model/layer_prop_manager.h"
@@ -22,13 +22,6 @@
 #include "hxstddlg.h"
 
 #include <memory>
-
-namespace {
-
-/// Chosen percentages show again as themselves, because 255.5 is taken here and 255 there.
-std::uint8_t alphaOfPercent(int percent) { return static_cast<std::uint8_t>(255 - percent * 255.5 / 100); }
-
-}  // namespace
 
 KvCellClick::KvCellClick(KvLayerListCtrl& grid, HxDbObjectId clicked, int column)
     : m_grid(grid), m_clicked(clicked), m_column(column), m_layers(grid.selectedIds()) {

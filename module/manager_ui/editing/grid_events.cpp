@@ -1,11 +1,11 @@
 // What mouse and keys edit in the layer grid.
 #include "cell_click.h"
 
+#include "frame/format_message.h"
 #include "frame/resource_text.h"
 #include "manager_ui/grid/layer_column.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
 #include "manager_ui/grid/layer_list_model.h"
-#include "frame/format_message.h"
 #include "manager_ui/window/layer_prop_manager_dlg.h"
 #include "model/auto_layer_record.h"
 #include "model/blocking_commands.h"
@@ -19,26 +19,15 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMimeData>
-#include <QMouseEvent>
-
-namespace {
-
-/// A click on a cell of these does something; others are selected by it.
-bool isClickedColumn(int column) {
-    return column != kColStatus && column != kColName && column != kColDescription;
-}
-
-/// No more and no less than these: a shifted click selects.
-bool isPlainLeft(const QMouseEvent& event) {
-    return event.button() == Qt::LeftButton && event.modifiers() == Qt::NoModifier;
-}
-
-}  // namespace
 
 bool KvLayerListCtrl::canEdit() {
     if (!m_manager || !GetDatabase() || GetDatabase() != m_manager->GetDatabase()) return false;
     CWnd window(this);
     return !m_manager->isPaletteMode() || !isNeedBlockCmdRuning(&window);
+}
+
+bool KvLayerListCtrl::isClickedColumn(int column) const {
+    return column != kColStatus && column != kColName && column != kColDescription;
 }
 
 void KvLayerListCtrl::OnClickSubItemLayersList(int row, int column) {
@@ -49,34 +38,11 @@ void KvLayerListCtrl::OnClickSubItemLayersList(int row, int column) {
 
 // ---- mouse ----
 
-void KvLayerListCtrl::mousePressEvent(QMouseEvent* event) {
-    m_pressed = isPlainLeft(*event) ? indexAt(event->pos()) : QModelIndex();
-    QTableView::mousePressEvent(event);
-}
+void KvLayerListCtrl::cellClicked(int row, int column) { OnClickSubItemLayersList(row, column); }
 
-/// A click on a cell of a selected row acts on all selected rows: it does not make this row the only one.
-QItemSelectionModel::SelectionFlags KvLayerListCtrl::selectionCommand(const QModelIndex& index,
-                                                                      const QEvent* event) const {
-    const bool isClick = event && event->type() == QEvent::MouseButtonRelease && m_pressed.isValid() &&
-                         index == m_pressed && isClickedColumn(index.column());
-    return isClick ? QItemSelectionModel::NoUpdate : QTableView::selectionCommand(index, event);
-}
-
-void KvLayerListCtrl::mouseReleaseEvent(QMouseEvent* event) {
-    const QModelIndex released = indexAt(event->pos());
-    const bool isClick = isPlainLeft(*event) && released.isValid() && m_pressed == released;
-    QTableView::mouseReleaseEvent(event);
-    m_pressed = QModelIndex();
-    if (isClick) OnClickSubItemLayersList(released.row(), released.column());
-}
-
-/// Its second press is no click.
-void KvLayerListCtrl::mouseDoubleClickEvent(QMouseEvent* event) {
-    QTableView::mouseDoubleClickEvent(event);
-    m_pressed = QModelIndex();
-    KvLayerData* const layer = m_model->layerAt(indexAt(event->pos()).row());
-    if (event->button() != Qt::LeftButton || !layer || !canEdit()) return;
-    makeLayerCurrent(layer->layerId());
+void KvLayerListCtrl::cellDoubleClicked(int row, int /*column*/) {
+    KvLayerData* const layer = m_model->layerAt(row);
+    if (layer && canEdit()) makeLayerCurrent(layer->layerId());
 }
 
 void KvLayerListCtrl::makeLayerCurrent(HxDbObjectId layer) {
@@ -106,8 +72,6 @@ void KvLayerListCtrl::startDrag(Qt::DropActions /*actions*/) {
 
 // ---- keys ----
 
-/// Space is a click on the cell with the focus; in the palette Enter makes the row's layer current, in the
-/// dialog it is OK.
 bool KvLayerListCtrl::keyEdits(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy)) {
         copySelection();

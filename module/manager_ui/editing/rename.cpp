@@ -1,13 +1,13 @@
 // Typing names and descriptions of layers into their cells.
 #include "layer_change.h"
 
+#include "frame/format_message.h"
 #include "frame/resource_text.h"
 #include "frame/symbol_name.h"
 #include "frame/system_variable.h"
 #include "manager_ui/grid/layer_column.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
 #include "manager_ui/grid/layer_list_model.h"
-#include "frame/format_message.h"
 #include "model/auto_layer_record.h"
 #include "model/layer_data.h"
 #include "model/layer_prop_manager.h"
@@ -46,7 +46,7 @@ bool hasFixedName(const HxDbLayerTableRecord& layer) {
 
 /// A slow click on the only selected row opens the editor, as F2 does.
 bool KvLayerListCtrl::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
-    const bool isSlowClick = m_pressed.isValid() && selectionModel()->selectedRows().size() == 1;
+    const bool isSlowClick = isPressed() && selectionModel()->selectedRows().size() == 1;
     if (trigger == SelectedClicked && !isSlowClick) return false;
     if (trigger == AllEditTriggers && (isEditing() || !OnLvnBeginlabeledit(index.row(), index.column()))) {
         return true;  // the user has been told why

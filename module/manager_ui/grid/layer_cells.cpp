@@ -109,6 +109,9 @@ unsigned long long transparencyPercent(const HxCmTransparency& transparency) {
     return static_cast<unsigned long long>(100.0 - transparency.alpha() * 100.0 / 255.0);
 }
 
+/// 255.5 is taken here because 255 is taken there.
+std::uint8_t alphaOfPercent(int percent) { return static_cast<std::uint8_t>(255 - percent * 255.5 / 100); }
+
 KvLayerCells makeLayerCells(const HxDbLayerTableRecord& layer, const KvLayerCellContext& context) {
     KvLayerCells cells;
     cells[kColStatus] = iconCell(layerStatusIcon(layer, context));

@@ -6,24 +6,11 @@
 #include "hxcm.h"
 #include "hxdbsymtb.h"
 
-#include <QMetaType>
 #include <QString>
 
 #include <array>
 
 class HxDbViewport;
-
-/// Payload of a colour cell: the swatch.
-struct LayerListColorItemData {
-    HxCmColor color;
-};
-Q_DECLARE_METATYPE(LayerListColorItemData)
-
-/// Payload of a lineweight cell: the line sample.
-struct LayerListLineweightItemData {
-    int lineweight = 0;
-};
-Q_DECLARE_METATYPE(LayerListLineweightItemData)
 
 /// One cell. Colour and lineweight cells have their payload beside.
 struct KvLayerCell {
@@ -60,3 +47,5 @@ int layerStatusIcon(const HxDbLayerTableRecord& layer, const KvLayerCellContext&
 
 /// "0" for opaque to "100": the part of the alpha that is missing, in whole per cent.
 unsigned long long transparencyPercent(const HxCmTransparency& transparency);
+/// An alpha that shows as the percentage again.
+std::uint8_t alphaOfPercent(int percent);

@@ -1,6 +1,8 @@
 // Loads the icons of the layer grid's cells.
 #include "layer_icons.h"
 
+#include "frame/resource_text.h"
+
 namespace {
 
 constexpr std::array<const char*, kIconCount> kNames = {"lck",
@@ -22,6 +24,13 @@ constexpr std::array<const char*, kIconCount> kNames = {"lck",
                                                         "vpunused",
                                                         "vpcurrent"};
 
+constexpr std::array<KvString, kIconCount> kIconTexts = {
+    kStrStateLocked,         kStrStateUnlocked,       kStrStateOn,       kStrStateOff,
+    kStrStateFrozen,         kStrStateThawed,         kStrStatePlots,    kStrStateNoPlot,
+    kStrStateCurrent,        kStrStateUsed,           kStrStateUnused,   kStrStateUsedOverride,
+    kStrStateUnusedOverride, kStrStateVpFrozen,       kStrStateVpThawed, kStrStateUsedOverride,
+    kStrStateUnusedOverride, kStrStateCurrentOverride};
+
 }  // namespace
 
 KvLayerIcons loadLayerIcons(bool light) {
@@ -32,3 +41,5 @@ KvLayerIcons loadLayerIcons(bool light) {
     }
     return icons;
 }
+
+QString iconText(int icon) { return resourceText(kIconTexts[static_cast<std::size_t>(icon)]); }

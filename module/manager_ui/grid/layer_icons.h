@@ -32,3 +32,6 @@ using KvLayerIcons = std::array<QIcon, kIconCount>;
 
 /// The set for the light or the dark theme.
 KvLayerIcons loadLayerIcons(bool light);
+
+/// What an icon (KvLayerIcon) says to those who can not see it.
+QString iconText(int icon);

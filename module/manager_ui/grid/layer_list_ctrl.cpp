@@ -15,10 +15,8 @@
 #include "hxdbdatabase.h"
 #include "hxui.h"
 
-#include <QDateTime>
 #include <QGuiApplication>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QPaintEvent>
 #include <QScrollBar>
 
@@ -26,10 +24,6 @@
 #include <unordered_set>
 
 namespace {
-
-/// Between the outermost cell rows and their text.
-constexpr int kRowPadding = 4;
-constexpr int kIconSize = 16;
 
 QString toQt(const CStdStr<wchar_t>& text) {
     return QString::fromWCharArray(text.c_str(), static_cast<int>(text.size()));
@@ -42,39 +36,25 @@ QString nameOf(HxDbTransactionManager* transactions, KvLayerData* layer) {
 
 }  // namespace
 
-KvLayerListCtrl::KvLayerListCtrl(QWidget* parent) : QTableView(parent), m_model(new KvLayerListModel(this)) {
+KvLayerListCtrl::KvLayerListCtrl(QWidget* parent)
+    : KvCellTable(kColName, parent), m_model(new KvLayerListModel(this)) {
     setObjectName("IDC_LIST_LAYERS_LIST");
     setModel(m_model);
     auto* const delegate = new KvLayerListCtrlItemDelegate(this);
     setItemDelegate(delegate);
     connect(delegate, &QAbstractItemDelegate::closeEditor, this, &KvLayerListCtrl::OnLvnEndlabeledit);
     m_model->setFiller([this](KvLayerData* layer, KvLayerCells& cells) { return fill(layer, cells); });
-    setSelectionBehavior(QAbstractItemView::SelectRows);
-    setSelectionMode(QAbstractItemView::ExtendedSelection);
     setEditTriggers(QAbstractItemView::SelectedClicked);
-    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    setTabKeyNavigation(false);
     setDragDropMode(QAbstractItemView::DragOnly);
     setDragEnabled(true);
-    setShowGrid(false);
-    setWordWrap(false);
-    setAlternatingRowColors(true);
-    verticalHeader()->hide();
-    verticalHeader()->setMinimumSectionSize(kIconSize);
-    verticalHeader()->setDefaultSectionSize(usualRowHeight());
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     QHeaderView* const header = horizontalHeader();
     header->setSectionsMovable(true);
-    header->setSectionsClickable(true);
-    header->setHighlightSections(false);
     header->setMinimumSectionSize(1);  // profiles may keep narrower columns than the mouse can make
     connect(header, &QHeaderView::sectionResized, header, [header](int column, int, int width) {
         const bool isDragged = QGuiApplication::mouseButtons().testFlag(Qt::LeftButton);
         if (isDragged && width > 0 && width < kLeastColumnWidth)
             header->resizeSection(column, kLeastColumnWidth);
     });
-    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    header->setSortIndicatorShown(true);
     header->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(header, &QHeaderView::sectionClicked, this,
             [this, header](int column) { OnHdnItemclick(header->visualIndex(column)); });
@@ -85,17 +65,12 @@ KvLayerListCtrl::KvLayerListCtrl(QWidget* parent) : QTableView(parent), m_model(
 
 KvLayerListCtrl::~KvLayerListCtrl() = default;
 
-int KvLayerListCtrl::usualRowHeight() const {
-    return std::max(fontMetrics().height(), kIconSize) + kRowPadding;
-}
-
 void KvLayerListCtrl::InitImageList(bool light) { m_model->setIcons(loadLayerIcons(light)); }
 
 void KvLayerListCtrl::InitList(KvLayerPropManager* manager, const std::vector<tagKvLayerListInfo>& columns,
                                int rowHeight) {
     m_manager = manager;
-    verticalHeader()->setDefaultSectionSize(
-        rowHeight > 0 ? rowHeight : std::max(fontMetrics().height(), kIconSize) + kRowPadding);
+    verticalHeader()->setDefaultSectionSize(rowHeight > 0 ? rowHeight : usualRowHeight());
     setColumns(columns);
     ShowLayers(manager ? manager->GetAllLayers() : HxArray<KvLayerData*>(), false);
 }
@@ -172,7 +147,7 @@ void KvLayerListCtrl::paintEvent(QPaintEvent* event) {
     const ModuleResources resources;
     const KvLayerCellContext context(GetDatabase());
     m_paintContext = &context;
-    QTableView::paintEvent(event);
+    KvCellTable::paintEvent(event);
     m_paintContext = nullptr;
 }
 
@@ -320,14 +295,6 @@ void KvLayerListCtrl::SetCurLayerSelected() {
                 QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
-/// Brings the row into view, but moves no column.
-void KvLayerListCtrl::makeCurrent(const QModelIndex& index, QItemSelectionModel::SelectionFlags selecting) {
-    const int left = horizontalScrollBar()->value();
-    selectionModel()->setCurrentIndex(index, selecting);
-    scrollTo(index);
-    horizontalScrollBar()->setValue(left);
-}
-
 // ---- selection ----
 
 bool KvLayerListCtrl::ItemIsSelected(int row) const {
@@ -335,16 +302,7 @@ bool KvLayerListCtrl::ItemIsSelected(int row) const {
 }
 
 void KvLayerListCtrl::SelectedLayers(HxArray<KvLayerData*>& layers, HxArray<int>& rows) const {
-    std::vector<int> selected;
-    for (const QItemSelectionRange& range : selectionModel()->selection()) {
-        if (range.left() > kColName || range.right() < kColName) continue;
-        for (int row = range.top(); row <= range.bottom(); ++row) {
-            selected.push_back(row);
-        }
-    }
-    std::sort(selected.begin(), selected.end());
-    selected.erase(std::unique(selected.begin(), selected.end()), selected.end());
-    for (const int row : selected) {
+    for (const int row : selectedRowNumbers()) {
         layers.append(m_model->layerAt(row));
         rows.append(row);
     }
@@ -369,21 +327,6 @@ void KvLayerListCtrl::selectRows(const std::vector<HxDbObjectId>& ids) {
     }
     std::sort(rows.begin(), rows.end());
     selectRowNumbers(rows);
-}
-
-/// Whole rows, neighbours in one range each.
-void KvLayerListCtrl::selectRowNumbers(const std::vector<int>& rows) {
-    QItemSelection selection;
-    const int last = m_model->columnCount() - 1;
-    for (std::size_t first = 0; first < rows.size();) {
-        std::size_t end = first + 1;
-        while (end < rows.size() && rows[end] == rows[end - 1] + 1) {
-            ++end;
-        }
-        selection.select(m_model->index(rows[first], 0), m_model->index(rows[end - 1], last));
-        first = end;
-    }
-    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
 }
 
 int KvLayerListCtrl::FindItem(const wchar_t* name, int start) const {
@@ -450,68 +393,9 @@ void KvLayerListCtrl::Sort(int column, bool ascending) {
 
 // ---- keyboard ----
 
-void KvLayerListCtrl::goToRow(int row, bool extend) {
-    if (!m_model->layerAt(row)) return;
-    const QModelIndex to = m_model->index(row, currentIndex().isValid() ? currentIndex().column() : kColName);
-    if (extend) {
-        const int from = std::max(currentIndex().row(), 0);
-        const int last = m_model->columnCount() - 1;
-        const QItemSelection range(m_model->index(std::min(from, row), 0),
-                                   m_model->index(std::max(from, row), last));
-        selectionModel()->select(range, QItemSelectionModel::Select);
-        makeCurrent(to, QItemSelectionModel::NoUpdate);
-    } else {
-        makeCurrent(to, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    }
-}
-
-void KvLayerListCtrl::keyPressEvent(QKeyEvent* event) {
-    if (isEditing()) return;  // the Enter that ends the editor means nothing else
-    const bool extend = event->modifiers() & Qt::ShiftModifier;
-    switch (event->key()) {
-    case Qt::Key_Home: goToRow(0, extend); break;
-    case Qt::Key_End: goToRow(m_model->rowCount() - 1, extend); break;
-    default:
-        if (!keyEdits(event)) QTableView::keyPressEvent(event);
-        break;
-    }
-}
-
 /// Names are read from the records: the cells of rows in between are not made.
-bool KvLayerListCtrl::goToName(const QString& beginning, int from) {
-    const int rows = m_model->rowCount();
-    for (int step = 0; step < rows; ++step) {
-        const int row = (from + step) % rows;
-        if (nameOf(transactions(), m_model->layerAt(row)).startsWith(beginning, Qt::CaseInsensitive)) {
-            goToRow(row, false);
-            return true;
-        }
-    }
-    return false;
-}
+QString KvLayerListCtrl::nameAt(int row) const { return nameOf(transactions(), m_model->layerAt(row)); }
 
 void KvLayerListCtrl::LoactedByFirstChar(wchar_t letter) {
     goToName(QString::fromWCharArray(&letter, 1), currentIndex().row() + 1);
-}
-
-/// What is typed without a pause is the beginning of a name; one letter again and again goes through those
-/// that begin with it.
-void KvLayerListCtrl::keyboardSearch(const QString& typed) {
-    const qint64 now = QDateTime::currentMSecsSinceEpoch();
-    constexpr qint64 kPause = 1000;
-    const bool goesOn = !m_typed.isEmpty() && now - m_typedAt < kPause && m_typed != typed;
-    m_typed = goesOn ? m_typed + typed : typed;
-    m_typedAt = now;
-    if (goesOn) {
-        goToName(m_typed, std::max(currentIndex().row(), 0));
-    } else if (!m_typed.isEmpty()) {
-        LoactedByFirstChar(m_typed.toStdWString().front());
-    }
-}
-
-void KvLayerListCtrl::changeEvent(QEvent* event) {
-    QTableView::changeEvent(event);
-    if (event->type() == QEvent::FontChange) {
-        verticalHeader()->setDefaultSectionSize(usualRowHeight());
-    }
 }

@@ -4,13 +4,12 @@
 #include "layer_cells.h"
 #include "layer_icons.h"
 
+#include "manager_ui/cells/cell_table.h"
+
 #include "hxdbid.h"
 #include "hxstring.h"
 
 #include <QAbstractItemDelegate>
-#include <QItemSelectionModel>
-#include <QPersistentModelIndex>
-#include <QTableView>
 
 #include <vector>
 
@@ -32,7 +31,7 @@ struct KvLayerGridView {
 
 /// One row a layer, one column a property, for a palette or a dialog. The layers are the manager's: before it
 /// lets go of one, the row must go (RemoveLayerData, ShowLayers).
-class KvLayerListCtrl : public QTableView {
+class KvLayerListCtrl : public KvCellTable {
     Q_OBJECT
 public:
     explicit KvLayerListCtrl(QWidget* parent = nullptr);
@@ -108,7 +107,6 @@ public:
 
     /// Goes to the next layer, after the last one to the first, whose name starts with the letter.
     void LoactedByFirstChar(wchar_t letter);
-    void keyboardSearch(const QString& typed) override;
 
     // ---- editing (manager_ui/editing) ----
 
@@ -128,8 +126,6 @@ public:
     void SetEditLayerName();
     /// Nothing for a layer that is frozen or of an external reference.
     void makeLayerCurrent(HxDbObjectId layer);
-    /// A name or description is being typed.
-    bool isEditing() const { return state() == EditingState; }
 
 Q_SIGNALS:
     /// The user sorted by a column, or the sorted column stands at another place.
@@ -151,24 +147,22 @@ public Q_SLOTS:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    bool isClickedColumn(int column) const override;
+    void cellClicked(int row, int column) override;
+    void cellDoubleClicked(int row, int column) override;
+    QString nameAt(int row) const override;
+    /// Space is a click on the cell with the focus; in the palette Enter makes the row's layer current, in
+    /// the dialog it is OK.
+    bool keyEdits(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
-    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
-                                                         const QEvent* event = nullptr) const override;
     void startDrag(Qt::DropActions actions) override;
     bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-    void changeEvent(QEvent* event) override;
 
 private:
-    int usualRowHeight() const;
     bool fill(KvLayerData* layer, KvLayerCells& cells);
     class MyComp comparison() const;
     std::vector<KvLayerData*> sortedLayers(std::vector<KvLayerData*> layers) const;
     void selectRows(const std::vector<HxDbObjectId>& ids);
-    void selectRowNumbers(const std::vector<int>& rows);  ///< ascending
     void selectAllButCurrent();
     void invertSelection();
     void freezeInViewports(const wchar_t* format);
@@ -178,10 +172,6 @@ private:
     void showSortMark();
     void keepSorted(int column);
     void columnMoved(int from, int to);
-    void goToRow(int row, bool extend);
-    bool goToName(const QString& beginning, int from);
-    void makeCurrent(const QModelIndex& index, QItemSelectionModel::SelectionFlags selecting);
-    bool keyEdits(QKeyEvent* event);
     void copySelection() const;
     void renameLayer(HxDbObjectId layer, const QString& name);
     void describeLayer(HxDbObjectId layer, const QString& description);
@@ -190,15 +180,12 @@ private:
     KvLayerListModel* m_model;
     KvLayerPropManagerDlg* m_dialog = nullptr;
     const QAction* m_picked = nullptr;  ///< while it is carried out
-    QPersistentModelIndex m_pressed;  ///< the cell that the left button went down on, when its release clicks
-    HxDbObjectId m_edited;            ///< the layer whose editor is open
+    HxDbObjectId m_edited;              ///< the layer whose editor is open
     int m_editedColumn = -1;
     KvLayerPropManager* m_manager = nullptr;
     HxDbObjectId m_currentLayer;
     int m_sortColumn = 1;
     bool m_ascending = true;
-    bool m_isArranging = false;  ///< columns are being put into their places
-    QString m_typed;
-    qint64 m_typedAt = 0;
+    bool m_isArranging = false;                          ///< columns are being put into their places
     const KvLayerCellContext* m_paintContext = nullptr;  ///< while it paints
 };

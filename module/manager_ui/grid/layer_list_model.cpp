@@ -11,19 +11,7 @@
 
 namespace {
 
-/// What an icon says to those who can not see it.
-constexpr std::array<KvString, kIconCount> kIconTexts = {
-    kStrStateLocked,         kStrStateUnlocked,       kStrStateOn,       kStrStateOff,
-    kStrStateFrozen,         kStrStateThawed,         kStrStatePlots,    kStrStateNoPlot,
-    kStrStateCurrent,        kStrStateUsed,           kStrStateUnused,   kStrStateUsedOverride,
-    kStrStateUnusedOverride, kStrStateVpFrozen,       kStrStateVpThawed, kStrStateUsedOverride,
-    kStrStateUnusedOverride, kStrStateCurrentOverride};
-
-QString textOf(const KvLayerCell& cell) {
-    if (cell.icon < 0) return cell.text;
-    const ModuleResources resources;
-    return resourceText(kIconTexts[static_cast<std::size_t>(cell.icon)]);
-}
+QString textOf(const KvLayerCell& cell) { return cell.icon < 0 ? cell.text : iconText(cell.icon); }
 
 QVariant whyGrey(const KvLayerCell& cell) {
     const ModuleResources resources;

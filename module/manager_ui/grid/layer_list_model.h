@@ -4,6 +4,8 @@
 #include "layer_cells.h"
 #include "layer_icons.h"
 
+#include "manager_ui/cells/cell_roles.h"
+
 #include "hxdbid.h"
 
 #include <QAbstractTableModel>
@@ -15,13 +17,7 @@
 
 class KvLayerData;
 
-/// What a row's cells hold besides the usual roles.
-enum KvLayerRole : int {
-    kRolePayload = Qt::UserRole,  ///< LayerListColorItemData or LayerListLineweightItemData
-    kRoleLayer,                   ///< KvLayerData*
-    kRoleOverridden,              ///< bool: highlighted
-    kRoleGreyed,                  ///< bool: shown disabled; its row can be selected by it all the same
-};
+constexpr int kRoleLayer = kRoleOfModel;  ///< KvLayerData*
 Q_DECLARE_OPAQUE_POINTER(KvLayerData*)
 Q_DECLARE_METATYPE(KvLayerData*)
 

@@ -35,18 +35,17 @@ void readLinetype(HxDbObjectId id, KvLayerSortKey& key) {
     key.text = name;
 }
 
-/// Numbers that compare as MyComp::colorComp does with the colours.
-std::int64_t colorNumber(const HxCmColor& color) {
-    constexpr std::int64_t kBehindTrueColors = std::int64_t{1} << 32;
-    return color.isByIndex() ? kBehindTrueColors + static_cast<std::uint16_t>(color.colorIndex())
-                             : color.red() << 16 | color.green() << 8 | color.blue();
-}
-
 int percentOf(const HxCmTransparency& transparency) {
     return static_cast<int>(transparencyPercent(transparency));
 }
 
 }  // namespace
+
+std::int64_t colorSortNumber(const HxCmColor& color) {
+    constexpr std::int64_t kBehindTrueColors = std::int64_t{1} << 32;
+    return color.isByIndex() ? kBehindTrueColors + static_cast<std::uint16_t>(color.colorIndex())
+                             : color.red() << 16 | color.green() << 8 | color.blue();
+}
 
 MyComp::MyComp(int column, bool ascending, const KvLayerListCtrl* grid)
     : MyComp(column, ascending, grid->GetDatabase(), grid->transactions()) {}
@@ -74,7 +73,7 @@ void MyComp::readKey(const HxDbLayerTableRecord& layer, KvLayerSortKey& key) con
     case kColOn: key.number = !layer.isOff(); break;
     case kColFreeze: key.number = layer.isFrozen(); break;
     case kColLock: key.number = layer.isLocked(); break;
-    case kColColor: key.number = colorNumber(layer.color()); break;
+    case kColColor: key.number = colorSortNumber(layer.color()); break;
     case kColLinetype: readLinetype(layer.linetypeObjectId(), key); break;
     case kColLineweight: key.number = layer.lineWeight(); break;
     case kColTransparency: key.number = percentOf(layer.transparency()); break;
@@ -88,7 +87,7 @@ void MyComp::readKey(const HxDbLayerTableRecord& layer, KvLayerSortKey& key) con
         key.number = viewport && viewport->isLayerFrozenInViewport(layer.objectId());
         break;
     }
-    case kColVpColor: key.number = colorNumber(layer.color(m_viewport, overridden)); break;
+    case kColVpColor: key.number = colorSortNumber(layer.color(m_viewport, overridden)); break;
     case kColVpLinetype: readLinetype(layer.linetypeObjectId(m_viewport, overridden), key); break;
     case kColVpLineweight: key.number = layer.lineWeight(m_viewport, overridden); break;
     case kColVpPlotStyle: key.text = layer.plotStyleName(m_viewport, overridden); break;
@@ -201,17 +200,10 @@ bool sortByName(std::vector<KvLayerData*>& layers, const MyComp& order) {
     Names read;
     if (!readNames(layers, order, read)) return false;
     const std::vector<std::wstring_view> names = read.parts();
-    const KvNaturalKeys keys(order.collation(), names);
-    std::vector<KvNaturalKeys::Item> items = keys.items();
-    mergeSort(items, [&](const KvNaturalKeys::Item& a, const KvNaturalKeys::Item& b) {
-        const int byKey = keys.compare(a, b);
-        if (byKey != 0) return order.goesBefore(byKey);
-        return order.goesBefore(
-            order.collation().compareTexts(std::wstring(names[a.place]), std::wstring(names[b.place])));
-    });
+    const std::vector<std::uint32_t> places = naturalOrder(order.collation(), names, order.goesBefore(-1));
     const std::vector<KvLayerData*> before = layers;
-    std::transform(items.begin(), items.end(), layers.begin(),
-                   [&before](const KvNaturalKeys::Item& item) { return before[item.place]; });
+    std::transform(places.begin(), places.end(), layers.begin(),
+                   [&before](std::uint32_t place) { return before[place]; });
     return true;
 }
 

@@ -60,5 +60,8 @@ private:
     std::shared_ptr<const KvCollation> m_collation;
 };
 
+/// A number that compares as MyComp::colorComp does with the colours.
+std::int64_t colorSortNumber(const HxCmColor& color);
+
 /// The layers in the order of the comparison; every layer is read once.
 void sortLayers(std::vector<KvLayerData*>& layers, const MyComp& order);

@@ -2,6 +2,7 @@
 #include "natural_keys.h"
 
 #include "collation.h"
+#include "merge_sort.h"
 
 #include <algorithm>
 #include <cstring>
@@ -121,4 +122,21 @@ int KvNaturalKeys::compareWhole(const Item& a, const Item& b) const {
     const std::size_t yLength = m_names[b.place].size();
     if (a.size == b.size || xLength == yLength) return 0;
     return xLength < yLength ? -1 : 1;
+}
+
+/// What is compared lies together in the order of the sort.
+std::vector<std::uint32_t> naturalOrder(const KvCollation& collation,
+                                        const std::vector<std::wstring_view>& names, bool ascending) {
+    const KvNaturalKeys keys(collation, names);
+    std::vector<KvNaturalKeys::Item> items = keys.items();
+    mergeSort(items, [&](const KvNaturalKeys::Item& a, const KvNaturalKeys::Item& b) {
+        int order = keys.compare(a, b);
+        if (order == 0)
+            order = collation.compareTexts(std::wstring(names[a.place]), std::wstring(names[b.place]));
+        return ascending ? order < 0 : order > 0;
+    });
+    std::vector<std::uint32_t> places(items.size());
+    std::transform(items.begin(), items.end(), places.begin(),
+                   [](const KvNaturalKeys::Item& item) { return item.place; });
+    return places;
 }

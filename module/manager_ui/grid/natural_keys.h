@@ -64,3 +64,8 @@ private:
     std::vector<std::uint32_t> m_begins;  ///< of each key, in m_bytes
     std::vector<Item> m_items;
 };
+
+/// The places of some names in their natural order, forwards or backwards; names that are equal by their keys
+/// as whole texts.
+std::vector<std::uint32_t> naturalOrder(const KvCollation& collation,
+                                        const std::vector<std::wstring_view>& names, bool ascending);
