@@ -29,15 +29,27 @@ constexpr HxResourceString kStrings[] = {
     {kStrStateNotImported, L"No layer state was imported from \"%1\": %2"},
     {kStrStateDrawings, L"Drawings (*.dwg *.dxf)"},
     {kStrExportStateTitle, L"Export Layer State"},
+    {kStrEditStateTitle, L"Edit Layer State: "},
     {kStrMissingLinetypes, L"The drawing lacks these linetypes: %1.\n\n\"Continuous\" stands in for them. To "
                            L"have them, load them and import the layer state again."},
     {kStrUnusablePlotStyles, L"The drawing cannot use these plot styles of the layer state: %1.\n\nRestoring "
                              L"it leaves the plot styles of their layers as they are."},
     {kStrRestoreImported, L"Layer state \"%ls\" was imported. Restore it now?"},
+    {kStrAddLayerName, L"Name"},
+    {kStrAddLayerDescription, L"Description"},
     {kStrOverwriteState, L"There is a layer state \"%ls\" already. Overwrite it?"},
+    {kStrCurrentNotFrozen, L"Layer \"%1\" is the current layer of the state and was not frozen. To freeze "
+                           L"it, make another one current first: double-click its name."},
     {kStrNoStates, L"No layer states can be imported from \"%1\": %2"},
+    {kStrTipRemoveLayers, L"Remove the selected layers from the state (Del)"},
+    {kStrTipAddLayers, L"Add layers of the drawing to the state (Ins)"},
     {kStrPlotStylesLeftOut, L"The drawing cannot use these plot styles of the imported layer states: "
                             L"%1.\n\nRestoring them leaves the plot styles of their layers as they are."},
+    {kStrNoLayerToAdd, L"The state holds all layers of the drawing already."},
+    {kStrFrozenNotCurrent, L"Layer \"%1\" is frozen in the state and cannot be made current. Thaw it first."},
+    {kStrXrefNotCurrent, L"Layer \"%1\" belongs to an external reference and cannot be made current. Choose "
+                         L"a layer of the drawing itself."},
+    {kStrDeleteOneOfSeveral, L"Delete this layer state? Esc keeps it and all that are left."},
     {kStrCommandLayerState, L"LAYERSTATE"},
     {kStrCommandLayerStateSave, L"LAYERSTATESAVE"},
     {kStrCommandLayFrz, L"LAYFRZ"},
@@ -268,6 +280,36 @@ constexpr HxResourceString kStrings[] = {
     {kStrUndoLayerStates, L"Layer States"},
     {kStrUndoRestoreState, L"Restore layer state %ls"},
     {kStrRestoreRefused, L"%1 of %2 layers could not be changed: %3"},
+    {kStrCurrentInState, L"%1, current layer"},
+    {kStrStateLayersCount, L"%1!d! layers, %2!d! selected"},
+    {kStrStateLayersList, L"Layers of the state"},
+    {kStrEditStateHelp, L"Click a cell to change that property of all selected layers in the state; the "
+                        L"drawing stays as it is. Double-click a name to make the layer the current one of "
+                        L"the state. Ins adds layers of the drawing, Del removes the selected ones from the "
+                        L"state. With the keyboard, Space and Enter click the cell that has the focus."},
+    {kStrAddLayersTitle, L"Add Layers to State"},
+    {kStrAddLayersLabel, L"Layers of the drawing that the state does not hold:"},
+    {kStrDeleteStateTitle, L"Delete Layer States"},
+    {kStrDeleteStateYes, L"&Yes"},
+    {kStrDeleteStateYesAll, L"Yes to &All"},
+    {kStrDeleteStateNo, L"&No"},
+    {kStrButtonHelp, L"Help"},
+    {kStrChooseStatesTitle, L"Import Layer States"},
+    {kStrChooseStatesLabel, L"Tick the layer states to import from the other drawing:"},
+    {kStrChooseName, L"Name"},
+    {kStrChooseLayers, L"Layers"},
+    {kStrChooseDescription, L"Description"},
+    {kStrChooseImport, L"Import"},
+    {kStrChooseNew, L"New"},
+    {kStrChooseReplaces, L"Replaces the one here"},
+    {kStrChooseBesideReference, L"Hides one of a reference"},
+    {kStrChooseAll, L"Select &All"},
+    {kStrChooseNone, L"Clear A&ll"},
+    {kStrChosenCount, L"%1!d! of %2!d! layer states chosen."},
+    {kStrChosenLacks,
+     L"The drawing lacks %1!d! layers, %2!d! linetypes and %3!d! plot styles that they name."},
+    {kStrChosenCounting, L"Counting what the drawing lacks \u2026"},
+    {kStrChooseList, L"Layer states of the other drawing"},
 };
 
 }  // namespace

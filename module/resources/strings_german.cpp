@@ -29,17 +29,31 @@ constexpr HxResourceString kStrings[] = {
     {kStrStateNotImported, L"Aus \"%1\" wurde kein Layerstatus importiert: %2"},
     {kStrStateDrawings, L"Zeichnungen (*.dwg *.dxf)"},
     {kStrExportStateTitle, L"Layerstatus exportieren"},
+    {kStrEditStateTitle, L"Layerstatus bearbeiten: "},
     {kStrMissingLinetypes, L"Der Zeichnung fehlen diese Linientypen: %1.\n\n\"Continuous\" steht für sie. Um "
                            L"sie zu erhalten, laden Sie sie und importieren Sie den Layerstatus erneut."},
     {kStrUnusablePlotStyles,
      L"Die Zeichnung kann diese Plotstile des Layerstatus nicht verwenden: %1.\n\nBeim Wiederherstellen "
      L"bleiben die Plotstile der betroffenen Layer, wie sie sind."},
     {kStrRestoreImported, L"Der Layerstatus \"%ls\" wurde importiert. Jetzt wiederherstellen?"},
+    {kStrAddLayerName, L"Name"},
+    {kStrAddLayerDescription, L"Beschreibung"},
     {kStrOverwriteState, L"Es gibt schon einen Layerstatus \"%ls\". Überschreiben?"},
+    {kStrCurrentNotFrozen,
+     L"Der Layer \"%1\" ist der aktuelle des Layerstatus und wurde nicht gefroren. Um ihn zu frieren, setzen "
+     L"Sie zuerst einen anderen aktuell: Doppelklick auf dessen Namen."},
     {kStrNoStates, L"Aus \"%1\" können keine Layerstatus importiert werden: %2"},
+    {kStrTipRemoveLayers, L"Gewählte Layer aus dem Layerstatus entfernen (Entf)"},
+    {kStrTipAddLayers, L"Layer der Zeichnung in den Layerstatus aufnehmen (Einfg)"},
     {kStrPlotStylesLeftOut,
      L"Die Zeichnung kann diese Plotstile der importierten Layerstatus nicht verwenden: %1.\n\nBeim "
      L"Wiederherstellen bleiben die Plotstile der betroffenen Layer, wie sie sind."},
+    {kStrNoLayerToAdd, L"Der Layerstatus enthält schon alle Layer der Zeichnung."},
+    {kStrFrozenNotCurrent, L"Der Layer \"%1\" ist im Layerstatus gefroren und kann nicht aktuell gesetzt "
+                           L"werden. Tauen Sie ihn zuerst."},
+    {kStrXrefNotCurrent, L"Der Layer \"%1\" gehört zu einer externen Referenz und kann nicht aktuell gesetzt "
+                         L"werden. Wählen Sie einen Layer der Zeichnung selbst."},
+    {kStrDeleteOneOfSeveral, L"Diesen Layerstatus löschen? Esc behält ihn und alle übrigen."},
     {kStrCommandLayerState, L"LAYERSTATUS"},
     {kStrCommandLayerStateSave, L"LAYERSTATUSSICHERN"},
     {kStrCommandLayFrz, L"LAYERFRIEREN"},
@@ -275,6 +289,38 @@ constexpr HxResourceString kStrings[] = {
     {kStrUndoLayerStates, L"Layerstatus"},
     {kStrUndoRestoreState, L"Layerstatus %ls wiederherstellen"},
     {kStrRestoreRefused, L"%1 von %2 Layern konnten nicht geändert werden: %3"},
+    {kStrCurrentInState, L"%1, aktueller Layer"},
+    {kStrStateLayersCount, L"%1!d! Layer, %2!d! gewählt"},
+    {kStrStateLayersList, L"Layer des Layerstatus"},
+    {kStrEditStateHelp,
+     L"Ein Klick auf eine Zelle ändert diese Eigenschaft aller gewählten Layer im Layerstatus; die Zeichnung "
+     L"bleibt, wie sie ist. Ein Doppelklick auf einen Namen macht den Layer zum aktuellen des Layerstatus. "
+     L"Einfg nimmt Layer der Zeichnung auf, Entf entfernt die gewählten aus dem Layerstatus. Auf der "
+     L"Tastatur klicken Leertaste und Eingabe die Zelle, die den Fokus hat."},
+    {kStrAddLayersTitle, L"Layer in Layerstatus aufnehmen"},
+    {kStrAddLayersLabel, L"Layer der Zeichnung, die der Layerstatus nicht enthält:"},
+    {kStrDeleteStateTitle, L"Layerstatus löschen"},
+    {kStrDeleteStateYes, L"&Ja"},
+    {kStrDeleteStateYesAll, L"Ja für &alle"},
+    {kStrDeleteStateNo, L"&Nein"},
+    {kStrButtonHelp, L"Hilfe"},
+    {kStrChooseStatesTitle, L"Layerstatus importieren"},
+    {kStrChooseStatesLabel,
+     L"Kreuzen Sie die Layerstatus an, die aus der anderen Zeichnung importiert werden:"},
+    {kStrChooseName, L"Name"},
+    {kStrChooseLayers, L"Layer"},
+    {kStrChooseDescription, L"Beschreibung"},
+    {kStrChooseImport, L"Import"},
+    {kStrChooseNew, L"Neu"},
+    {kStrChooseReplaces, L"Ersetzt den hiesigen"},
+    {kStrChooseBesideReference, L"Verdeckt den einer Referenz"},
+    {kStrChooseAll, L"Alle &wählen"},
+    {kStrChooseNone, L"Alle &abwählen"},
+    {kStrChosenCount, L"%1!d! von %2!d! Layerstatus gewählt."},
+    {kStrChosenLacks,
+     L"Der Zeichnung fehlen %1!d! Layer, %2!d! Linientypen und %3!d! Plotstile, die sie nennen."},
+    {kStrChosenCounting, L"Was der Zeichnung fehlt, wird gezählt \u2026"},
+    {kStrChooseList, L"Layerstatus der anderen Zeichnung"},
 };
 
 }  // namespace

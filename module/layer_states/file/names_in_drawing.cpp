@@ -46,11 +46,6 @@ private:
     std::unordered_set<std::wstring> m_folded;
 };
 
-bool hasLinetype(HxDbDatabase& database, const CStdStr<wchar_t>& name) {
-    const OpenedOrHeld<HxDbLinetypeTable> table(database.linetypeTableId(), HxDb::kForRead);
-    return table && table->has(name.c_str());
-}
-
 bool isColorStyle(const CStdStr<wchar_t>& name) {
     const int prefix = static_cast<int>(std::wcslen(kColorStyle));
     const CStdStr<wchar_t> number = name.Mid(prefix);
@@ -61,7 +56,14 @@ bool isColorStyle(const CStdStr<wchar_t>& name) {
     return index >= 1 && index <= 255;
 }
 
-bool hasPlotStyle(HxDbDatabase& database, const CStdStr<wchar_t>& name) {
+}  // namespace
+
+bool canUseLinetype(HxDbDatabase& database, const CStdStr<wchar_t>& name) {
+    const OpenedOrHeld<HxDbLinetypeTable> table(database.linetypeTableId(), HxDb::kForRead);
+    return table && table->has(name.c_str());
+}
+
+bool canUsePlotStyle(HxDbDatabase& database, const CStdStr<wchar_t>& name) {
     if (database.plotStyleMode()) return isColorStyle(name);
     const OpenedOrHeld<HxDbDictionary> styles(database.getPlotStyleNameDictionaryId(), HxDb::kForRead);
     const CStdStr<wchar_t> localNormal = hxdbGetReservedString(kHxReservedNormal, true);
@@ -71,11 +73,9 @@ bool hasPlotStyle(HxDbDatabase& database, const CStdStr<wchar_t>& name) {
     return styles && styles->has(stored.c_str());
 }
 
-}  // namespace
-
 KvUnusableNames fitToDrawing(HxDbDatabase* database, KvLayerStateInfoArray& entries) {
     if (!database) return {};
-    KnownNames linetypes([&](const CStdStr<wchar_t>& name) { return hasLinetype(*database, name); });
+    KnownNames linetypes([&](const CStdStr<wchar_t>& name) { return canUseLinetype(*database, name); });
     for (CKvLayerStateInfo* const entry : entries) {
         if (!linetypes.isUsable(entry->GetLineType())) entry->SetLineType(kContinuous);
     }
@@ -86,7 +86,7 @@ KvUnusableNames fitToDrawing(HxDbDatabase* database, KvLayerStateInfoArray& entr
 
 KvUnusableNames fitPlotStylesToDrawing(HxDbDatabase* database, KvLayerStateInfoArray& entries) {
     if (!database) return {};
-    KnownNames plotStyles([&](const CStdStr<wchar_t>& name) { return hasPlotStyle(*database, name); });
+    KnownNames plotStyles([&](const CStdStr<wchar_t>& name) { return canUsePlotStyle(*database, name); });
     const bool haveNames = !database->plotStyleMode();
     for (CKvLayerStateInfo* const entry : entries) {
         const bool isUsable = plotStyles.isUsable(entry->GetPlotStyle());

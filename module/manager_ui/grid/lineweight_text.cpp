@@ -17,6 +17,16 @@ constexpr double kHundredthsPerMillimetre = 100.0;
 constexpr double kHundredthsPerPixel = 25.0;
 constexpr int kThickestSample = 9;
 
+CStdStr<wchar_t> measured(int lineweight, bool inInches, const wchar_t* inches) {
+    CStdStr<wchar_t> text;
+    if (inInches) {
+        text.Format(inches, lineweight / kHundredthsPerInch);
+    } else {
+        text.Format(L"%.2f mm", lineweight / kHundredthsPerMillimetre);
+    }
+    return text;
+}
+
 }  // namespace
 
 bool lineweightsAreInInches() {
@@ -32,13 +42,14 @@ CStdStr<wchar_t> StringByLineWeight(int lineweight, bool isIndex) {
     case HxDb::kLnWtByLwDefault: return moduleString(kStrLineweightDefault, L"Default");
     default: break;
     }
-    CStdStr<wchar_t> text;
-    if (lineweightsAreInInches()) {
-        text.Format(L"%1.3f \"", lineweight / kHundredthsPerInch);
-    } else {
-        text.Format(L"%1.2f mm", lineweight / kHundredthsPerMillimetre);
-    }
-    return text;
+    return measured(lineweight, lineweightsAreInInches(), L"%1.3f \"");
+}
+
+CStdStr<wchar_t> PrintDisplayLWeightString(int lineweight, bool inInches) {
+    if (lineweight == HxDb::kLnWtByLayer) return L"ByLayer";
+    if (lineweight == HxDb::kLnWtByBlock) return L"ByBlock";
+    if (lineweight < 0) return moduleString(kStrLineweightDefault, L"Default");
+    return measured(lineweight, inInches, L"%.3f\"");
 }
 
 int getThicknessFromLineweight(int lineweight) {

@@ -8,6 +8,9 @@
 /// lineweights.
 CStdStr<wchar_t> StringByLineWeight(int lineweight, bool isIndex);
 
+/// The same where states are edited: "ByLayer" and "ByBlock" in full, inches without a blank.
+CStdStr<wchar_t> PrintDisplayLWeightString(int lineweight, bool inInches);
+
 /// Whether users read lineweights in inches (LWUNITS), else in millimetres.
 bool lineweightsAreInInches();
 

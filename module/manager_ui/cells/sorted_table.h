@@ -1,0 +1,25 @@
+// A table over rows in an order of their own.
+#pragma once
+
+#include "manager_ui/cells/cell_table.h"
+#include "manager_ui/cells/sorted_rows.h"
+
+/// Rows are known by column 0. A click on a header sorts by it, again the other way round; the selection
+/// stays.
+class KvSortedTable : public KvCellTable {
+    Q_OBJECT
+public:
+    /// Takes the rows over.
+    explicit KvSortedTable(KvSortedRows* rows, QWidget* parent = nullptr);
+
+    /// Widths in average letters of the font; the last one takes the rest when there is room.
+    void setColumnLetters(const std::vector<int>& letters);
+    /// Selected rows by their places in the data, in the order of the rows.
+    std::vector<int> selectedPlaces() const { return m_rows->placesAt(selectedRowNumbers()); }
+
+public Q_SLOTS:
+    void slotSectionClicked(int column);
+
+private:
+    KvSortedRows* m_rows;
+};
