@@ -10,12 +10,13 @@
 
 #include <algorithm>
 #include <numeric>
+#include <unordered_map>
 
 namespace {
 
 struct SortItem {
     std::int64_t key;
-    std::int64_t name;
+    int name;  ///< place in the order of names
     int place;
 
     bool operator<(const SortItem& other) const {
@@ -30,45 +31,57 @@ KvSortedRows::KvSortedRows(std::vector<QString> headers, QObject* parent)
 
 // ---- order ----
 
+/// Each text is looked at once, however many rows have it.
 std::vector<std::int64_t> KvSortedRows::naturalRanks(const std::vector<std::wstring_view>& texts) {
-    const KvCollation collation;
-    std::vector<std::int64_t> ranks(texts.size());
-    std::wstring_view before;
+    std::unordered_map<std::wstring_view, std::size_t> numbers;
+    std::vector<std::wstring_view> different;
+    std::vector<std::size_t> numberOf;
+    numberOf.reserve(texts.size());
+    for (const std::wstring_view text : texts) {
+        const auto [found, isNew] = numbers.emplace(text, different.size());
+        if (isNew) different.push_back(text);
+        numberOf.push_back(found->second);
+    }
+    std::vector<std::int64_t> ranks(different.size());
+    std::wstring before;
     std::int64_t rank = 0;
-    for (const std::uint32_t place : naturalOrder(collation, texts, true)) {
-        const std::wstring_view text = texts[place];
-        if (text != before && !hxutEqualNames(std::wstring(text).c_str(), std::wstring(before).c_str()))
-            ++rank;
-        ranks[place] = rank;
+    for (const std::uint32_t number : naturalOrder(KvCollation(), different, true)) {
+        const std::wstring text(different[number]);
+        if (!hxutEqualNames(text.c_str(), before.c_str())) ++rank;
+        ranks[number] = rank;
         before = text;
     }
-    return ranks;
+    std::vector<std::int64_t> all(texts.size());
+    std::transform(numberOf.begin(), numberOf.end(), all.begin(),
+                   [&ranks](std::size_t number) { return ranks[number]; });
+    return all;
 }
 
-const std::vector<std::int64_t>& KvSortedRows::nameRanks() const {
-    if (m_nameRanks.empty()) {
+const std::vector<std::uint32_t>& KvSortedRows::nameOrder() const {
+    if (m_nameOrder.empty()) {
         std::vector<std::wstring_view> names(static_cast<std::size_t>(placeCount()));
         for (std::size_t place = 0; place < names.size(); ++place) {
             names[place] = nameAt(static_cast<int>(place));
         }
-        m_nameRanks = naturalRanks(names);
+        m_nameOrder = naturalOrder(KvCollation(), names, true);
     }
-    return m_nameRanks;
+    return m_nameOrder;
 }
 
 std::vector<int> KvSortedRows::sortedPlaces() const {
-    const std::vector<std::int64_t>& names = nameRanks();
-    std::vector<SortItem> items(names.size());
-    const std::vector<std::int64_t> keys = m_sortColumn == 0 ? names : keysOf(m_sortColumn);
-    for (std::size_t place = 0; place < items.size(); ++place) {
-        items[place] = {keys[place], names[place], static_cast<int>(place)};
+    const std::vector<std::uint32_t>& byName = nameOrder();
+    std::vector<int> places(byName.begin(), byName.end());
+    if (m_sortColumn != 0) {
+        const std::vector<std::int64_t> keys = keysOf(m_sortColumn);
+        std::vector<SortItem> items(places.size());
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            items[i] = {keys[byName[i]], static_cast<int>(i), places[i]};
+        }
+        std::sort(items.begin(), items.end());
+        std::transform(items.begin(), items.end(), places.begin(),
+                       [](const SortItem& item) { return item.place; });
     }
-    const bool ascending = m_isAscending;
-    std::stable_sort(items.begin(), items.end(),
-                     [ascending](const SortItem& a, const SortItem& b) { return ascending ? a < b : b < a; });
-    std::vector<int> places(items.size());
-    std::transform(items.begin(), items.end(), places.begin(),
-                   [](const SortItem& item) { return item.place; });
+    if (!m_isAscending) std::reverse(places.begin(), places.end());
     return places;
 }
 
@@ -124,7 +137,7 @@ std::vector<int> KvSortedRows::rowsOf(const std::vector<int>& places) const {
 
 void KvSortedRows::reload() {
     beginResetModel();
-    m_nameRanks.clear();
+    m_nameOrder.clear();
     m_places = sortedPlaces();
     endResetModel();
 }
@@ -132,7 +145,7 @@ void KvSortedRows::reload() {
 void KvSortedRows::showAppended(int count) {
     if (count <= 0) return;
     beginInsertRows({}, rowCount(), rowCount() + count - 1);
-    m_nameRanks.clear();
+    m_nameOrder.clear();
     const std::size_t first = m_places.size();
     m_places.resize(first + static_cast<std::size_t>(count));
     std::iota(m_places.begin() + static_cast<std::ptrdiff_t>(first), m_places.end(), static_cast<int>(first));

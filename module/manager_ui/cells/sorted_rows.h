@@ -50,11 +50,11 @@ protected:
 
 private:
     std::vector<int> sortedPlaces() const;
-    const std::vector<std::int64_t>& nameRanks() const;
+    const std::vector<std::uint32_t>& nameOrder() const;
 
     std::vector<QString> m_headers;
     std::vector<int> m_places;  ///< by row
     int m_sortColumn = 0;
     bool m_isAscending = true;
-    mutable std::vector<std::int64_t> m_nameRanks;  ///< by place; empty: not known yet
+    mutable std::vector<std::uint32_t> m_nameOrder;  ///< places; empty: not known yet
 };
