@@ -1,10 +1,17 @@
 #include "classic_layer_dialog.h"
 
 #include "classic_layer_functions.h"
+#include "frame/format_message.h"
+#include "frame/module_state.h"
+#include "frame/resource_text.h"
 #include "frame/result_buffers.h"
+#include "frame/system_variable.h"
+#include "layer_states/restore/restore_summary.h"
+#include "model/palette_doc_reactor.h"
 #include "model/visit_records.h"
 
 #include "hxdbentity.h"
+#include "hxed.h"
 #include "hxtext.h"
 
 #include <algorithm>
@@ -80,6 +87,74 @@ void CVrexLayerP::InitLayerStateInfo() {
         const OpenedOrHeld<HxDbLayerTableRecord> layer(id, HxDb::kForRead);
         m_layerStates.AddVpLayerInfo(layer.object());
     });
+}
+
+// ---- layer states ----
+
+namespace {
+
+/// Drawings of earlier versions have no dictionaries.
+constexpr wchar_t kFirstWithStates[] = L"AC1012";
+
+CStdStr<wchar_t> currentLayer() {
+    resbuf layer = {};
+    CStdStr<wchar_t> name;
+    if (hxedGetVar(L"CLAYER", &layer) != RTNORM) return name;
+    name = layer.resval.rstring;
+    hxutFreeString(layer.resval.rstring);
+    return name;
+}
+
+QString listed(const HxArray<CStdStr<wchar_t>>& names) {
+    QStringList all;
+    for (const CStdStr<wchar_t>& name : names) {
+        all << QString::fromStdWString(name);
+    }
+    return listedNames(all);
+}
+
+}  // namespace
+
+/// False in drawings that have no place for states.
+bool CVrexLayerP::prepareStates() {
+    m_layerStates.SetIsModelSpace(shortVariable(L"TILEMODE", 1) == 1 ? 1 : 0);
+    InitLayerStateInfo();
+    m_layerStates.SetCurrentLayerName(currentLayer());
+    const HxDbDatabase* const database = m_layerStates.database();
+    return database && std::wstring_view(database->version()) >= kFirstWithStates;
+}
+
+void CVrexLayerP::OnButtonSavestate() {
+    if (!prepareStates()) {
+        MessageBox(ResourceString(kStrStateHasNoPlace).c_str(), nullptr, MB_OK | MB_ICONEXCLAMATION);
+        return;
+    }
+    m_layerStates.LoadHxLayerState(m_layerStates.database());
+    m_layerStates.LoadXrefLayerState(m_layerStates.database());
+    if (m_layerStates.CmdNew(nullptr, nullptr, window())) writeStates();
+}
+
+void CVrexLayerP::OnButtonStateman() {
+    if (!prepareStates()) {
+        MessageBox(ResourceString(kStrStatesHaveNoPlace).c_str(), nullptr, MB_OK | MB_ICONEXCLAMATION);
+    }
+    KvLayerPaletteDocReactor* const documents = paletteDocReactor();
+    HxApDocument* const document = curDoc();
+    if (documents) m_layerStates.setRestoredName(documents->restoredState(document));
+    m_layerStates.DoModal(window());
+    if (documents) documents->setRestoredState(document, m_layerStates.restoredName());
+    const QString summary = restoreSummary(m_layerStates.restored());
+    if (!summary.isEmpty()) hxutPrintf(L"\n%ls\n", summary.toStdWString().c_str());
+    UpdateLayerStateToLayerList();
+    writeStates();
+}
+
+void CVrexLayerP::writeStates() {
+    if (m_layerStates.BuildLayerStateExtensionDictionary() != 0) return;
+    const HxArray<CStdStr<wchar_t>>& failed = m_layerStates.written().failed;
+    if (failed.isEmpty()) return;  // there is no place for them, which the user has been told
+    const QString text = formatMessage(resourceText(kStrStatesNotWritten), {listed(failed)});
+    MessageBox(text.toStdWString().c_str(), nullptr, MB_OK | MB_ICONEXCLAMATION);
 }
 
 int CVrexLayerP::UpdateLayerStateToLayerList() {

@@ -23,6 +23,10 @@ public:
 
     /// Tells the engine the layers of the current drawing and what overrides them in the current viewport.
     void InitLayerStateInfo();
+    /// Saves all layers as they are now under a name that the user chooses, into the drawing.
+    void OnButtonSavestate();
+    /// Shows the layer states manager and writes what was made of the states into the drawing.
+    void OnButtonStateman();
     /// Writes entity lists of the engine that differ from the drawing's, and makes layers that only the lists
     /// have. Returns how many layers were changed or made.
     int UpdateLayerStateToLayerList();
@@ -98,6 +102,8 @@ public:
     void OnDropDownLinetype() { UpdateLTypeList(); }
 
 private:
+    bool prepareStates();
+    void writeStates();
     struct Row {
         std::array<CStdStr<wchar_t>, kColumns> texts;
         std::array<int, kColumns> images{};

@@ -6,8 +6,9 @@
 #include "palette_commands.h"
 #include "palette_properties.h"
 #include "resource_text.h"
-#include "unavailable.h"
 
+#include "layer_states/commands/layer_state_commands.h"
+#include "layer_states/manager/layer_state_man_window.h"
 #include "model/palette_doc_reactor.h"
 #include "model/palette_editor_reactor.h"
 #include "tools/layfrz.h"
@@ -80,6 +81,7 @@ void registerLayerService() {
 void initLayerManagerFrameApp() {
     registerLayerService();
     registerCommands();
+    registerLayerStateWidgets();
     Singletons& all = singletons();
     if (!all.editorReactor) all.editorReactor = std::make_unique<KvLayerPaletteEditorReactor>();
     if (!paletteDocReactor()) setPaletteDocReactor(new KvLayerPaletteDocReactor(curDoc()));

@@ -1,21 +1,14 @@
-// The answer of commands that this version does not have yet.
-#include "unavailable.h"
-
+// The answer of functions that this version does not have yet.
 #include "exported_functions.h"
 #include "resource_text.h"
 
 #include "hxads.h"
 
-void tellUnavailable(const wchar_t* command) {
+/// Says on the command line that it is not available.
+void LayIso() {
     const ModuleResources resources;
-    hxutPrintf(ResourceString(kStrNotAvailable).c_str(), command);
+    hxutPrintf(ResourceString(kStrNotAvailable).c_str(), L"LayIso");
 }
-
-void LayerStateCmd() { tellUnavailable(L"LAYERSTATE"); }
-
-void LayerStateSaveCmd() { tellUnavailable(L"LAYERSTATESAVE"); }
-
-void LayIso() { tellUnavailable(L"LayIso"); }
 
 /// There is no record that could be restored, since none is ever made.
 int LayUnisoNew() { return 0; }

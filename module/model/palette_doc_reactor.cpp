@@ -48,6 +48,11 @@ KvLayerFilterInfo KvLayerPaletteDocReactor::filterInfo(HxApDocument* document) c
     return found == m_filters.end() ? KvLayerFilterInfo() : found->second;
 }
 
+CStdStr<wchar_t> KvLayerPaletteDocReactor::restoredState(HxApDocument* document) const {
+    const auto found = m_restoredStates.find(document);
+    return found == m_restoredStates.end() ? CStdStr<wchar_t>() : found->second;
+}
+
 void KvLayerPaletteDocReactor::documentCreated(HxApDocument* document) { AppendLayerDocContext(document); }
 
 void KvLayerPaletteDocReactor::documentActivated(HxApDocument* document) {
@@ -68,5 +73,6 @@ void KvLayerPaletteDocReactor::documentToBeDestroyed(HxApDocument* document) {
     m_blockingCommands.erase(document);
     m_orders.erase(document);
     m_filters.erase(document);
+    m_restoredStates.erase(document);
     RemoveLayerDocContext(document);
 }

@@ -49,6 +49,12 @@ public:
         m_filters[document] = shown;
     }
 
+    /// The layer state that was restored last in a document; empty when none was.
+    CStdStr<wchar_t> restoredState(HxApDocument* document) const;
+    void setRestoredState(HxApDocument* document, const CStdStr<wchar_t>& name) {
+        m_restoredStates[document] = name;
+    }
+
     void documentCreated(HxApDocument* document) override;
     void documentActivated(HxApDocument* document) override;
     void documentToBeDestroyed(HxApDocument* document) override;
@@ -57,5 +63,6 @@ private:
     std::map<HxApDocument*, int> m_blockingCommands;
     std::map<HxApDocument*, KvLayerSortInfo> m_orders;
     std::map<HxApDocument*, KvLayerFilterInfo> m_filters;
+    std::map<HxApDocument*, CStdStr<wchar_t>> m_restoredStates;
     std::unique_ptr<KvLayerDocContext> m_context;
 };

@@ -45,6 +45,21 @@ constexpr HxResourceString kStrings[] = {
     {kStrNoStates, L"Aus \"%1\" können keine Layerstatus importiert werden: %2"},
     {kStrTipRemoveLayers, L"Gewählte Layer aus dem Layerstatus entfernen (Entf)"},
     {kStrTipAddLayers, L"Layer der Zeichnung in den Layerstatus aufnehmen (Einfg)"},
+    {kStrHideRestoreArea, L"Ausblenden, was wiederhergestellt wird"},
+    {kStrOverwriteState, L"Es gibt schon einen Layerstatus \"%ls\". Überschreiben?"},
+    {kStrDeleteState, L"Layerstatus \"%ls\" löschen?"},
+    {kStrStateNameTaken, L"Es gibt schon einen Layerstatus \"%ls\". Geben Sie einen anderen Namen ein."},
+    {kStrStateNameRemedy, L"Geben Sie einen Namen ohne sie ein."},
+    {kStrStateNameInvalid,
+     L"Der Name eines Layerstatus hat keine Steuerzeichen und keines von diesen:\n\n%ls\n\n%ls"},
+    {kStrStateNameCharacters, L"< , > / ? ' \" \\ | ; : = *"},
+    {kStrShowRestoreArea, L"Zeigen, was wiederhergestellt wird"},
+    {kStrSaveStateAgain, L"Alle Layer, wie sie jetzt sind, im Layerstatus \"%ls\" speichern?\n\nWas er "
+                         L"enthält, wird überschrieben."},
+    {kStrStateNameEmpty, L"Ein Layerstatus braucht einen Namen. Er behält den, den er hat."},
+    {kStrNoStates, L"Aus \"%1\" können keine Layerstatus importiert werden: %2"},
+    {kStrStateNameFixed, L"Der Layerstatus \"%ls\" gehört zu einer externen Referenz und behält seinen "
+                         L"Namen. Um ihn umzubenennen, öffnen Sie die Zeichnung der Referenz."},
     {kStrPlotStylesLeftOut,
      L"Die Zeichnung kann diese Plotstile der importierten Layerstatus nicht verwenden: %1.\n\nBeim "
      L"Wiederherstellen bleiben die Plotstile der betroffenen Layer, wie sie sind."},
@@ -321,6 +336,80 @@ constexpr HxResourceString kStrings[] = {
      L"Der Zeichnung fehlen %1!d! Layer, %2!d! Linientypen und %3!d! Plotstile, die sie nennen."},
     {kStrChosenCounting, L"Was der Zeichnung fehlt, wird gezählt \u2026"},
     {kStrChooseList, L"Layerstatus der anderen Zeichnung"},
+    {kStrStatesTitle, L"Layerstatus-Manager"},
+    {kStrStatesList, L"&Layerstatus:"},
+    {kStrStatesNew, L"&Neu..."},
+    {kStrStatesSave, L"&Speichern"},
+    {kStrStatesEdit, L"&Bearbeiten..."},
+    {kStrStatesRename, L"&Umbenennen"},
+    {kStrStatesDelete, L"Lös&chen"},
+    {kStrStatesImport, L"&Importieren..."},
+    {kStrStatesExport, L"E&xportieren..."},
+    {kStrStatesRestore, L"&Wiederherstellen"},
+    {kStrStatesClose, L"Schließen"},
+    {kStrStatesHelp, L"Hilfe"},
+    {kStrStatesNoXrefs, L"Layerstatus externer Re&ferenzen nicht auflisten"},
+    {kStrStatesTurnOff, L"Layer ausschal&ten, die der Status nicht nennt"},
+    {kStrStatesAsOverrides, L"Eigenschaften als &Ansichtsfenster-Überschreibungen anwenden"},
+    {kStrStatesArea, L"Was wiederhergestellt wird"},
+    {kStrStatesOn, L"Ein/Aus"},
+    {kStrStatesFrozen, L"Gefroren/Getaut"},
+    {kStrStatesVpFrozen, L"Gefroren im aktuellen Ansichtsfenster"},
+    {kStrStatesLocked, L"Gesperrt/Entsperrt"},
+    {kStrStatesPlot, L"Plotten/Nicht plotten"},
+    {kStrStatesColor, L"Farbe"},
+    {kStrStatesLinetype, L"Linientyp"},
+    {kStrStatesLineweight, L"Linienstärke"},
+    {kStrStatesPlotStyle, L"Plotstil"},
+    {kStrStatesNewVpFrozen, L"Gefroren in neuen Ansichtsfenstern"},
+    {kStrStatesTransparency, L"Transparenz"},
+    {kStrStatesSelectAll, L"Alle wählen"},
+    {kStrStatesClearAll, L"Alle abwählen"},
+    {kStrStatesMark, L"Zuletzt wiederhergestellt"},
+    {kStrStatesName, L"Name"},
+    {kStrStatesSpace, L"Bereich"},
+    {kStrStatesSame, L"Wie Zeichnung"},
+    {kStrStatesLayers, L"Layer"},
+    {kStrStatesDescription, L"Beschreibung"},
+    {kStrStatesModel, L"Modell"},
+    {kStrStatesLayout, L"Layout"},
+    {kStrStatesYes, L"Ja"},
+    {kStrStatesNo, L"Nein"},
+    {kStrStatesSearch, L"Layerstatus suchen"},
+    {kStrStatesSearchTip,
+     L"Teil eines Namens oder einer Beschreibung: * steht für beliebige Zeichen, ? für eines"},
+    {kStrStatesOfReference, L"Layerstatus externer Referenzen können wiederhergestellt und exportiert "
+                            L"werden; geändert werden sie in der Zeichnung der Referenz."},
+    {kStrStatesImportTitle, L"Layerstatus importieren"},
+    {kStrStatesHeadStatus, L"Status"},
+    {kStrStatesHeadProperties, L"Eigenschaften"},
+    {kStrStateEmpty, L"Der Layerstatus \"%ls\" nennt keine Layer: Es gibt nichts wiederherzustellen. "
+                     L"Speichern Sie ihn erneut, um ihn zu füllen."},
+    {kStrStatesHelpText,
+     L"Die Liste zeigt die Layerstatus der Zeichnung und ihrer externen Referenzen. Neu speichert alle "
+     L"Layer, wie sie jetzt sind, unter einem Namen, Speichern im gewählten Status. Wiederherstellen gibt "
+     L"den Layern, was der gewählte Status sagt, soweit die Kästchen darunter angekreuzt sind. Mit "
+     L"Importieren und Exportieren tauschen Zeichnungen Layerstatus aus. Was hier geschieht, ist ein "
+     L"einziger Schritt zum Rückgängigmachen."},
+    {kStrSaveStateTitle, L"Neuen Layerstatus speichern"},
+    {kStrSaveStateName, L"&Name:"},
+    {kStrSaveStateDescription, L"&Beschreibung:"},
+    {kStrSaveStateHelpText, L"Alle Layer werden so gespeichert, wie sie jetzt sind. Mit dem Namen eines "
+                            L"Status, den es schon gibt, wird dieser nach einer Frage überschrieben."},
+    {kStrSaveStateRefused,
+     L"Der Name \"%ls\" gehört zu einem Layerstatus, der nicht überschrieben werden kann: dem einer externen "
+     L"Referenz, oder einem, den ein anderes Programm verborgen hält. Geben Sie einen anderen Namen ein."},
+    {kStrStatesHaveNoPlace,
+     L"Zeichnungen älter als R13 haben keinen Platz für Layerstatus: Was Sie hier anlegen, ist weg, wenn das "
+     L"Fenster geschlossen wird. Exportieren Sie es in eine Datei, oder öffnen Sie die Zeichnung in einem "
+     L"Programm, das neuere Versionen speichert."},
+    {kStrStateHasNoPlace,
+     L"Zeichnungen älter als R13 haben keinen Platz für Layerstatus, darum kann keiner gespeichert werden. "
+     L"Öffnen Sie die Zeichnung in einem Programm, das neuere Versionen speichert."},
+    {kStrStatesNotWritten, L"Diese Layerstatus konnten nicht in die Zeichnung geschrieben werden: %1.\n\nEin "
+                           L"anderer Programmteil arbeitet an ihnen. Versuchen Sie es erneut."},
+    {kStrMenuSaveState, L"Layerstatus s&peichern..."},
+    {kStrMenuStatesManager, L"La&yerstatus-Manager..."},
 };
 
 }  // namespace

@@ -102,12 +102,6 @@ TEST_F(ModuleLife, PaletteCommandsDoNothingWithoutAMainWindow) {
     EXPECT_EQ(failures, Lines());
 }
 
-TEST_F(ModuleLife, TellsWhatThisVersionLacks) {
-    EXPECT_TRUE(contains(run(L"LAYERSTATE\n"), L"LAYERSTATE is not available"));
-    EXPECT_TRUE(contains(run(L"LAYERSTATESAVE\n"), L"LAYERSTATESAVE is not available"));
-    EXPECT_EQ(failures, Lines());
-}
-
 TEST_F(ModuleLife, LayerCloseTellsTheHostAndIsNoUndoStep) {
     hxuiMainAppService()->setLayerPaletteVisible(true);
     const int notices = hxuiMainAppService()->layerPaletteNotices();

@@ -2,12 +2,47 @@
 #include "layer_states/manager/layer_state_man_dlg.h"
 
 #include "frame/resource_text.h"
+#include "hxconfig.h"
 #include "hxdbentity.h"
 #include "hxtext.h"
-#include "layer_states/capture/state_capture.h"
+#include "layer_states/manager/layer_state_man_window.h"
+#include "layer_states/save/save_layer_state_dlg.h"
 #include "layer_states/storage/layer_state_storage.h"
 #include "model/edit_guard.h"
 #include "model/opened_or_held.h"
+
+namespace {
+
+/// "Turn off layers that the state does not name", 0 or 1.
+constexpr wchar_t kOptions[] = L"LAYSTATEOPTIONS";
+
+}  // namespace
+
+int CKvLayerStateManDlg::DoModal(QWidget* parent) {
+    InitCreateLayerState();
+    return KvLayerStateManWindow(*this, parent).DoModal();
+}
+
+void CKvLayerStateManDlg::InitCreateLayerState() {
+    LoadHxLayerState(m_database);
+    LoadXrefLayerState(m_database);
+}
+
+void CKvLayerStateManDlg::readOptions() {
+    VrexVariant value;
+    std::int16_t isTicked = 0;
+    KorvexConfig* const config = vrexConfig();
+    if (config && config->getValue(kHxConfigUser, kOptions, value) == 0 && value.getInt16(isTicked)) {
+        m_bCloseNoFindChecked = isTicked != 0 ? 1 : 0;
+    }
+}
+
+void CKvLayerStateManDlg::storeOptions() {
+    const auto isTicked = static_cast<std::int16_t>(m_bCloseNoFindChecked);
+    if (KorvexConfig* const config = vrexConfig()) {
+        config->setValue(kHxConfigUser, kOptions, VrexVariant(isTicked));
+    }
+}
 
 bool CKvLayerStateManDlg::IsCurrentLayerName(const CStdStr<wchar_t>& name) const {
     return hxutEqualNames(name.c_str(), m_currentLayerName.c_str());
@@ -27,6 +62,12 @@ void CKvLayerStateManDlg::LoadXrefLayerState(HxDbDatabase* database) {
     visitReferences(database, [this](HxDbDatabase* drawing, const CStdStr<wchar_t>& name) {
         ReadXrefLayerState(drawing, name);
     });
+}
+
+void CKvLayerStateManDlg::removeXrefLayerStates() {
+    for (std::size_t i = m_states.size(); i-- > 0;) {
+        if (m_states.at(i)->isOfReference()) m_states.remove(m_states.at(i));
+    }
 }
 
 void CKvLayerStateManDlg::ReadXrefLayerState(HxDbDatabase* reference, const CStdStr<wchar_t>& xrefName) {
@@ -78,14 +119,21 @@ bool CKvLayerStateManDlg::OverwriteLayerState(CKvLayerState* old, CKvLayerState*
     return true;
 }
 
-CKvLayerState* CKvLayerStateManDlg::CmdNew(const wchar_t* name, const wchar_t* description) {
-    CStdStr<wchar_t> trimmed(name);
-    trimmed.Trim();
-    if (!m_database || !hxlyIsStateName(trimmed.c_str())) return nullptr;
-    const KvStateToSave saved{trimmed, description, m_currentLayerName, space()};
-    CKvLayerState* const existing = m_states.find(trimmed);
-    if (!existing) return createLayerState(m_database, m_states, saved);
-    return overwriteLayerState(m_database, m_states, existing, saved, false) ? existing : nullptr;
+CKvLayerState* CKvLayerStateManDlg::CmdNew(const wchar_t* name, const wchar_t* description, QWidget* parent) {
+    if (!m_database) return nullptr;
+    if (name) {
+        CStdStr<wchar_t> trimmed(name);
+        trimmed.Trim();
+        return saveState(m_database, m_states, {trimmed, description, m_currentLayerName, space()});
+    }
+    CKvSaveLayerStateDlg dialog(parent, m_states, m_database, m_currentLayerName);
+    dialog.SetSpace(space());
+    return dialog.DoModal() == IDOK ? m_states.find(dialog.GetLayerStateName()) : nullptr;
+}
+
+void CKvLayerStateManDlg::renameLayerState(CKvLayerState& state, const CStdStr<wchar_t>& name) {
+    if (m_restoredName == state.GetLayerStateName()) m_restoredName = name;
+    state.SetLayerStateName(name);
 }
 
 bool CKvLayerStateManDlg::SaveasLayerState(CKvLayerState* state) {

@@ -7,10 +7,13 @@
 #include "layer_states/records/layer_state_map.h"
 #include "layer_states/records/vp_layer_info.h"
 #include "layer_states/restore/layer_restore.h"
+#include "layer_states/save/save_state.h"
 #include "layer_states/storage/layer_state_writer.h"
 #include "layer_states/storage/older_states.h"
 
 #include <set>
+
+class QWidget;
 
 /// Works on copies: the drawing's states are read into the state map, and what was made of them is brought
 /// back by BuildLayerStateExtensionDictionary. Layers are changed by the restore alone. Without a drawing
@@ -23,6 +26,17 @@ public:
 
     HxDbDatabase* database() const { return m_database; }
     KvLayerStateMap& states() { return m_states; }
+
+    // ---- the window
+
+    /// Reads the states of the drawing and of its references.
+    void InitCreateLayerState();
+    /// Shows the states in the manager's window until the user closes it; IDCANCEL, or kRestored when a state
+    /// was restored. Records of states are not written.
+    int DoModal(QWidget* parent = nullptr);
+    static constexpr int kRestored = 3061;
+    /// Of a window that has written lists of layers.
+    static constexpr int kListsEdited = 3044;
 
     // ---- where the user is; told by the command
 
@@ -41,6 +55,8 @@ public:
     void LoadHxLayerState(HxDbDatabase* database);
     /// Nothing while states of references are not to be listed.
     void LoadXrefLayerState(HxDbDatabase* database);
+    /// Takes the states of references out of the list.
+    void removeXrefLayerStates();
     /// The states of one reference's drawing.
     void ReadXrefLayerState(HxDbDatabase* reference, const CStdStr<wchar_t>& xrefName);
     /// Adds the states of earlier versions; the next write makes records of them.
@@ -60,12 +76,15 @@ public:
     /// when `old` is not in the map.
     bool OverwriteLayerState(CKvLayerState* old, CKvLayerState* replacement, KvLayerStateInfoArray* entries);
     /// Saves all layers under a name; a state of that name is overwritten. Null for a name that a state
-    /// cannot have.
-    CKvLayerState* CmdNew(const wchar_t* name, const wchar_t* description);
+    /// cannot have, and for one that cannot be saved over. With a null name the user chooses both in a
+    /// dialog; null on Cancel.
+    CKvLayerState* CmdNew(const wchar_t* name, const wchar_t* description, QWidget* parent = nullptr);
     /// Captures all layers again; name, description and mask stay.
     bool SaveasLayerState(CKvLayerState* state);
     /// Removes a state; one of an earlier version also from the layers, at the next write.
     bool removeLayerState(CKvLayerState* state);
+    /// What a state is called from now on; also the one that was restored last.
+    void renameLayerState(CKvLayerState& state, const CStdStr<wchar_t>& name);
 
     // ---- files and other drawings; what the user must decide or hear goes to the questions
 
@@ -92,7 +111,9 @@ public:
     bool restoreLayerState(CKvLayerState& state, std::int32_t mask, HxDbObjectId viewport);
     const KvRestoreResult& restored() const { return m_restored; }
     int isRestore() const { return m_bIsRestore; }
+    /// The state that was restored last; empty for none.
     const CStdStr<wchar_t>& restoredName() const { return m_restoredName; }
+    void setRestoredName(const CStdStr<wchar_t>& name) { m_restoredName = name; }
 
     /// Whether the drawing is as the state has it: 1 or 0, which the state keeps.
     int IsSameAsDWG(CKvLayerState* state);
@@ -121,6 +142,9 @@ public:
     static inline int m_bNoDisplayXrefChecked = 0;
     static inline int m_bCloseNoFindChecked = 0;
     static inline int m_bViewportReplaceChecked = 0;
+    /// m_bCloseNoFindChecked is kept in the user's settings besides.
+    static void readOptions();
+    static void storeOptions();
 
 private:
     LayerStateQuestions& questions();

@@ -133,6 +133,12 @@ const CStdStr<wchar_t>& KvLayerStateMap::storedName(const CKvLayerState* state) 
     return node ? node->storedName : none;
 }
 
+CStdStr<wchar_t> KvLayerStateMap::referenceOf(const CKvLayerState* state) const {
+    const Node* const node = nodeOf(state);
+    return node && !node->prefix.empty() ? node->prefix.Left(node->prefix.GetLength() - 1)
+                                         : CStdStr<wchar_t>();
+}
+
 void KvLayerStateMap::releaseEntries(const CKvLayerState* state) {
     Node* const node = nodeOf(state);
     if (node && !node->record.isNull()) node->entries.reset();

@@ -28,6 +28,8 @@ public:
     /// A state whose entries stand in a record. `reference`, with a "|", goes before the names of its layers.
     CKvLayerState* addUnread(std::unique_ptr<CKvLayerState> state, HxDbObjectId record,
                              const CStdStr<wchar_t>& reference = {});
+    /// The reference that a state comes from; empty for a state of the drawing itself.
+    CStdStr<wchar_t> referenceOf(const CKvLayerState* state) const;
     /// The entries, read now if they were not; they belong to the map. Null for a state that is not here.
     KvLayerStateInfoArray* entries(const CKvLayerState* state) const;
     /// Takes `entries` over in place of the old ones. False, and they are deleted, for a state that is not

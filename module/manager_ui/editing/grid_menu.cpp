@@ -98,6 +98,10 @@ void KvLayerListCtrl::contextMenuEvent(QContextMenuEvent* event) {
     invert->setChecked(m_dialog->invertBox().isChecked());
     if (m_manager->isPaletteMode()) maker.add(kMenuMerge, kStrMenuMerge)->setEnabled(selected > 0);
     if (selected > 0) maker.addViewportMenu();
+    maker.separator();
+    maker.add(kMenuSaveState, kStrMenuSaveState);
+    maker.add(kMenuStatesManager, kStrMenuStatesManager);
+    maker.separator();
     maker.addFilterMenus(*m_dialog);
     if (m_dialog->canRemoveFromGroup()) maker.add(kMenuRemoveFromGroup, kStrMenuRemoveFromGroup);
     m_picked = menu.exec(event->globalPos());

@@ -176,6 +176,7 @@ private:
     void showFilterPane(bool show, int width);
     HxArray<KvLayerData*> shownLayers();
     void updateInfo();
+    void workWithLayerStates(const wchar_t* command, void (*run)(QWidget*));
     void tellCounts(int text, int selected, int failed);
     void showInOrder(const std::vector<HxDbObjectId>& layers);
     void addToCurrentGroups(const HxDbLayerTableRecord& layer);

@@ -1,17 +1,20 @@
-// What the manager does with layers: new, delete, set current, layer states.
+// What the manager does with layers: new, delete, set current; layer states.
 #include "frame/format_message.h"
 #include "layer_prop_manager_dlg.h"
 #include "new_layer.h"
 
 #include "frame/resource_text.h"
+#include "layer_states/commands/layer_state_commands.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
 #include "manager_ui/grid/layer_list_model.h"
 #include "model/auto_layer_record.h"
+#include "model/blocking_commands.h"
 #include "model/edit_guard.h"
 #include "model/layer_data.h"
 #include "model/layer_prop_manager.h"
 
 #include "hxdbdatabase.h"
+#include "hxdoc.h"
 #include "hxlyfilter.h"
 #include "hxui.h"
 
@@ -108,20 +111,32 @@ void KvLayerPropManagerDlg::OnButtonSetCurrent() {
     }
 }
 
-// ---- layer states, which come with another part of the module ----
+// ---- layer states ----
 
-namespace {
-
-void tellNotAvailable(const CWnd& window, const wchar_t* command) {
+/// The palette sends the command, which is an undo step of its own; the dialog works in its transaction, so
+/// that its Cancel takes back what was restored and saved, too.
+void KvLayerPropManagerDlg::workWithLayerStates(const wchar_t* command, void (*run)(QWidget*)) {
     const ModuleResources resources;
-    CStdStr<wchar_t> text;
-    text.Format(ResourceString(kStrNotAvailable).c_str(), command);
-    window.MessageBox(QString::fromStdWString(text).trimmed().toStdWString().c_str(), nullptr,
-                      MB_OK | MB_ICONINFORMATION);
+    if (!m_list->canEdit()) return;
+    if (!m_isPalette) {
+        if (isNeedBlockCmdRuning(this)) return;
+        run(this);
+        refreshDlgLayers(GetDatabase(), false);
+        return;
+    }
+    HxApDocument* const document = curDoc();
+    if (!document->isQuiescent()) {
+        MessageBox(ResourceString(kStrBlockedMessage).c_str(), ResourceString(kStrBlockedCaption).c_str(),
+                   MB_ICONEXCLAMATION | MB_OK);
+        return;
+    }
+    hxDocManager()->sendStringToExecute(document, command, true, false, true);
 }
 
-}  // namespace
+void KvLayerPropManagerDlg::OnButtonLayerStatesManager() {
+    workWithLayerStates(L"_LAYERSTATE\n", runLayerStatesManager);
+}
 
-void KvLayerPropManagerDlg::OnButtonLayerStatesManager() { tellNotAvailable(*this, L"LAYERSTATE"); }
-
-void KvLayerPropManagerDlg::OnLayerStateSave() { tellNotAvailable(*this, L"LAYERSTATESAVE"); }
+void KvLayerPropManagerDlg::OnLayerStateSave() {
+    workWithLayerStates(L"_LAYERSTATESAVE\n", runLayerStateSave);
+}

@@ -222,9 +222,18 @@ TEST_F(ManagerWindow, MergesLayersWhoseNamesLookLikePointsOrOptions) {
     EXPECT_EQ(failures, Lines());
 }
 
-TEST_F(ManagerWindow, LayerStatesTellThatTheyAreNotThere) {
-    EXPECT_TRUE(contains(pressAnd("IDC_BUTTON_LAYERSTATES", L"OK\n"),
-                         L"LAYERSTATE is not available in this version. [OK]"));
+TEST_F(ManagerWindow, LayerStatesComeFromTheButtonAndTheMenu) {
+    pressAnd(
+        "IDC_BUTTON_LAYERSTATES",
+        L"CLICK IDC_LAYERMAN_NEW\nTYPE IDC_LAYERSTATESAVE_COMBO Day\nCLICK IDOK\nCLICK IDC_LAYERMAN_CLOSE\n");
+    run(L"CLICK IDC_LIST_LAYERS_LIST right \"WALLS,Name\"\nCHOOSE menu \"Save Layer State...\"\n"
+        L"TYPE IDC_LAYERSTATESAVE_COMBO Night\nCLICK IDOK\n");
+    EXPECT_TRUE(contains(run(L"CLICK IDC_LIST_LAYERS_LIST right \"WALLS,Name\"\n"
+                             L"CHOOSE menu \"Layer States Manager...\"\nLOOK IDC_LAYERMAN_LIST\n"
+                             L"CLICK IDC_LAYERMAN_CLOSE\n"),
+                         L"Night | Model | Yes"));
+    EXPECT_TRUE(contains(run(L"U\n"), L"LAYERSTATESAVE"));
+    EXPECT_TRUE(contains(run(L"U\n"), L"LAYERSTATE"));
     EXPECT_EQ(failures, Lines());
 }
 

@@ -1,0 +1,71 @@
+// The list of the layer states manager.
+#pragma once
+
+#include "layer_states/manager/layer_state_list_model.h"
+#include "manager_ui/grid/layer_list_delegate.h"
+
+#include <QTreeView>
+
+/// Paints as the layer grid does. What is typed is taken by the list when the editor closes.
+class KvLayerStateListItemDelegate : public KvLayerListCtrlItemDelegate {
+    Q_OBJECT
+public:
+    using KvLayerListCtrlItemDelegate::KvLayerListCtrlItemDelegate;
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const override;
+};
+
+/// Shows the states that are not hidden and that the search finds, sorted by a column.
+class CKvLayerStateListCtrl : public QTreeView {
+    Q_OBJECT
+public:
+    explicit CKvLayerStateListCtrl(QWidget* parent = nullptr);
+
+    /// The states that are listed; before anything else.
+    void setEngine(CKvLayerStateManDlg& engine);
+    KvLayerStateListModel& rows() const { return *m_model; }
+    void setMark(const QIcon& mark);
+
+    /// All states anew, sorted; what was selected stays so.
+    void showStates();
+    /// The text is looked for in names and descriptions; "*" and "?" stand for other characters.
+    void setSearch(const QString& text);
+
+    /// In the order of the rows.
+    std::vector<CKvLayerState*> selectedStates() const;
+    /// Exactly one, or null.
+    CKvLayerState* selectedState() const;
+    /// Makes it the only selected one, in sight and with the focus; null selects nothing.
+    void SetLastSelectItem(const CKvLayerState* state);
+    /// Opens the editor of a state's name, after a message when it cannot be changed.
+    void editName(const CKvLayerState* state);
+
+Q_SIGNALS:
+    void selectionMade();
+    /// The user has ended the editing of a name; what was typed as it is.
+    void nameTyped(CKvLayerState* state, const QString& text);
+
+public Q_SLOTS:
+    /// Sorts by a column; the second time the other way round.
+    void slotSectionClicked(int column);
+
+protected:
+    void keyboardSearch(const QString& text) override;
+
+private Q_SLOTS:
+    void OnLvnEndlabeledit(QWidget* editor, QAbstractItemDelegate::EndEditHint hint);
+
+private:
+    bool isFound(const CKvLayerState& state) const;
+    void sort(std::vector<CKvLayerState*>& states) const;
+    void selectStates(const std::vector<CKvLayerState*>& states, const CKvLayerState* current);
+    void initHeader();
+
+    CKvLayerStateManDlg* m_engine = nullptr;
+    KvLayerStateListModel* m_model = nullptr;
+    CStdStr<wchar_t> m_search;  ///< folded; empty: all
+    int m_sortColumn = kStateName;
+    bool m_isDescending = false;
+    CKvLayerState* m_edited = nullptr;
+    bool m_isShowing = false;
+};
