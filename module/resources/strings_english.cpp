@@ -37,16 +37,12 @@ constexpr HxResourceString kStrings[] = {
     {kStrRestoreImported, L"Layer state \"%ls\" was imported. Restore it now?"},
     {kStrAddLayerName, L"Name"},
     {kStrAddLayerDescription, L"Description"},
-    {kStrOverwriteState, L"There is a layer state \"%ls\" already. Overwrite it?"},
-    {kStrCurrentNotFrozen, L"Layer \"%1\" is the current layer of the state and was not frozen. To freeze "
-                           L"it, make another one current first: double-click its name."},
-    {kStrNoStates, L"No layer states can be imported from \"%1\": %2"},
-    {kStrTipRemoveLayers, L"Remove the selected layers from the state (Del)"},
-    {kStrTipAddLayers, L"Add layers of the drawing to the state (Ins)"},
     {kStrHideRestoreArea, L"Hide what is restored"},
     {kStrOverwriteState, L"There is a layer state \"%ls\" already. Overwrite it?"},
     {kStrDeleteState, L"Delete layer state \"%ls\"?"},
     {kStrStateNameTaken, L"There is a layer state \"%ls\" already. Type another name."},
+    {kStrCurrentNotFrozen, L"Layer \"%1\" is the current layer of the state and was not frozen. To freeze "
+                           L"it, make another one current first: double-click its name."},
     {kStrStateNameRemedy, L"Type a name without them."},
     {kStrStateNameInvalid,
      L"The name of a layer state has no control characters and none of these:\n\n%ls\n\n%ls"},
@@ -58,6 +54,8 @@ constexpr HxResourceString kStrings[] = {
     {kStrNoStates, L"No layer states can be imported from \"%1\": %2"},
     {kStrStateNameFixed, L"Layer state \"%ls\" belongs to an external reference and keeps its name. Open the "
                          L"drawing of the reference to rename it."},
+    {kStrTipRemoveLayers, L"Remove the selected layers from the state (Del)"},
+    {kStrTipAddLayers, L"Add layers of the drawing to the state (Ins)"},
     {kStrPlotStylesLeftOut, L"The drawing cannot use these plot styles of the imported layer states: "
                             L"%1.\n\nRestoring them leaves the plot styles of their layers as they are."},
     {kStrNoLayerToAdd, L"The state holds all layers of the drawing already."},

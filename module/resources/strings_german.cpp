@@ -38,17 +38,13 @@ constexpr HxResourceString kStrings[] = {
     {kStrRestoreImported, L"Der Layerstatus \"%ls\" wurde importiert. Jetzt wiederherstellen?"},
     {kStrAddLayerName, L"Name"},
     {kStrAddLayerDescription, L"Beschreibung"},
-    {kStrOverwriteState, L"Es gibt schon einen Layerstatus \"%ls\". Überschreiben?"},
-    {kStrCurrentNotFrozen,
-     L"Der Layer \"%1\" ist der aktuelle des Layerstatus und wurde nicht gefroren. Um ihn zu frieren, setzen "
-     L"Sie zuerst einen anderen aktuell: Doppelklick auf dessen Namen."},
-    {kStrNoStates, L"Aus \"%1\" können keine Layerstatus importiert werden: %2"},
-    {kStrTipRemoveLayers, L"Gewählte Layer aus dem Layerstatus entfernen (Entf)"},
-    {kStrTipAddLayers, L"Layer der Zeichnung in den Layerstatus aufnehmen (Einfg)"},
     {kStrHideRestoreArea, L"Ausblenden, was wiederhergestellt wird"},
     {kStrOverwriteState, L"Es gibt schon einen Layerstatus \"%ls\". Überschreiben?"},
     {kStrDeleteState, L"Layerstatus \"%ls\" löschen?"},
     {kStrStateNameTaken, L"Es gibt schon einen Layerstatus \"%ls\". Geben Sie einen anderen Namen ein."},
+    {kStrCurrentNotFrozen,
+     L"Der Layer \"%1\" ist der aktuelle des Layerstatus und wurde nicht gefroren. Um ihn zu frieren, setzen "
+     L"Sie zuerst einen anderen aktuell: Doppelklick auf dessen Namen."},
     {kStrStateNameRemedy, L"Geben Sie einen Namen ohne sie ein."},
     {kStrStateNameInvalid,
      L"Der Name eines Layerstatus hat keine Steuerzeichen und keines von diesen:\n\n%ls\n\n%ls"},
@@ -60,6 +56,8 @@ constexpr HxResourceString kStrings[] = {
     {kStrNoStates, L"Aus \"%1\" können keine Layerstatus importiert werden: %2"},
     {kStrStateNameFixed, L"Der Layerstatus \"%ls\" gehört zu einer externen Referenz und behält seinen "
                          L"Namen. Um ihn umzubenennen, öffnen Sie die Zeichnung der Referenz."},
+    {kStrTipRemoveLayers, L"Gewählte Layer aus dem Layerstatus entfernen (Entf)"},
+    {kStrTipAddLayers, L"Layer der Zeichnung in den Layerstatus aufnehmen (Einfg)"},
     {kStrPlotStylesLeftOut,
      L"Die Zeichnung kann diese Plotstile der importierten Layerstatus nicht verwenden: %1.\n\nBeim "
      L"Wiederherstellen bleiben die Plotstile der betroffenen Layer, wie sie sind."},

@@ -15,7 +15,7 @@
 namespace {
 
 constexpr int kLongestName = 255;
-constexpr int kWidths[kStateColumnCount] = {24, 150, 80, 100, 60, 120};
+constexpr int kWidths[kStatesColumnCount] = {24, 150, 80, 100, 60, 120};
 
 QString folded(const CStdStr<wchar_t>& text) { return QString::fromStdWString(hxutFoldName(text.c_str())); }
 
@@ -51,11 +51,11 @@ void CKvLayerStateListCtrl::setEngine(CKvLayerStateManDlg& engine) {
 }
 
 void CKvLayerStateListCtrl::initHeader() {
-    for (int column = 0; column < kStateColumnCount; ++column) {
+    for (int column = 0; column < kStatesColumnCount; ++column) {
         setColumnWidth(column, std::max(kWidths[column], header()->sectionSizeHint(column)));
     }
-    header()->setMinimumSectionSize(kWidths[kStateMark]);
-    setColumnWidth(kStateMark, kWidths[kStateMark]);
+    header()->setMinimumSectionSize(kWidths[kStatesMark]);
+    setColumnWidth(kStatesMark, kWidths[kStatesMark]);
     header()->setSectionsClickable(true);
     header()->setSortIndicatorShown(true);
     header()->setSortIndicator(m_sortColumn, Qt::AscendingOrder);
@@ -102,12 +102,12 @@ void CKvLayerStateListCtrl::selectStates(const std::vector<CKvLayerState*>& stat
     QItemSelection rows;
     for (const CKvLayerState* const state : states) {
         const int row = m_model->rowOf(state);
-        if (row >= 0) rows.select(m_model->index(row, 0), m_model->index(row, kStateColumnCount - 1));
+        if (row >= 0) rows.select(m_model->index(row, 0), m_model->index(row, kStatesColumnCount - 1));
     }
     const int row = m_model->rowOf(current);
     if (row >= 0) {
-        selectionModel()->setCurrentIndex(m_model->index(row, kStateName), QItemSelectionModel::NoUpdate);
-        scrollTo(m_model->index(row, kStateName));
+        selectionModel()->setCurrentIndex(m_model->index(row, kStatesName), QItemSelectionModel::NoUpdate);
+        scrollTo(m_model->index(row, kStatesName));
     }
     selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
 }
@@ -130,13 +130,13 @@ void CKvLayerStateListCtrl::sort(std::vector<CKvLayerState*>& states) const {
         names.emplace_back(state->GetLayerStateName());
         SortKey key;
         const bool isMarked =
-            m_sortColumn == kStateMark && state->GetLayerStateName() == m_engine->restoredName();
+            m_sortColumn == kStatesMark && state->GetLayerStateName() == m_engine->restoredName();
         switch (m_sortColumn) {
-        case kStateMark: key.number = isMarked ? 0 : 1; break;
-        case kStateSpace: key.text = collation.lowered(m_model->spaceOf(state).toStdWString()); break;
-        case kStateSame: key.number = m_model->isSameAsDrawing(state) ? 0 : 1; break;
-        case kStateLayers: key.number = m_model->layerCount(state); break;
-        case kStateDescription: key.text = collation.lowered(state->GetDescription()); break;
+        case kStatesMark: key.number = isMarked ? 0 : 1; break;
+        case kStatesSpace: key.text = collation.lowered(m_model->spaceOf(state).toStdWString()); break;
+        case kStatesSame: key.number = m_model->isSameAsDrawing(state) ? 0 : 1; break;
+        case kStatesLayers: key.number = m_model->layerCount(state); break;
+        case kStatesDescription: key.text = collation.lowered(state->GetDescription()); break;
         default: break;
         }
         keys.push_back(std::move(key));
@@ -187,7 +187,7 @@ CKvLayerState* CKvLayerStateListCtrl::selectedState() const {
 }
 
 void CKvLayerStateListCtrl::SetLastSelectItem(const CKvLayerState* state) {
-    const QModelIndex index = m_model->index(m_model->rowOf(state), kStateName);
+    const QModelIndex index = m_model->index(m_model->rowOf(state), kStatesName);
     if (!index.isValid()) {
         clearSelection();
         return;
@@ -198,8 +198,8 @@ void CKvLayerStateListCtrl::SetLastSelectItem(const CKvLayerState* state) {
 
 /// Letters typed go to names, whichever column the focus is in.
 void CKvLayerStateListCtrl::keyboardSearch(const QString& text) {
-    if (currentIndex().isValid() && currentIndex().column() != kStateName) {
-        selectionModel()->setCurrentIndex(currentIndex().sibling(currentIndex().row(), kStateName),
+    if (currentIndex().isValid() && currentIndex().column() != kStatesName) {
+        selectionModel()->setCurrentIndex(currentIndex().sibling(currentIndex().row(), kStatesName),
                                           QItemSelectionModel::NoUpdate);
     }
     QTreeView::keyboardSearch(text);
@@ -212,7 +212,7 @@ void CKvLayerStateListCtrl::editName(const CKvLayerState* state) {
     if (row < 0 || this->state() == EditingState) return;
     SetLastSelectItem(state);
     m_edited = m_model->stateAt(row);
-    edit(m_model->index(row, kStateName));
+    edit(m_model->index(row, kStatesName));
 }
 
 /// The text is taken here and nowhere else, so that one that is given up changes nothing.

@@ -64,7 +64,7 @@ private:
     CKvLayerStateManDlg* m_engine = nullptr;
     KvLayerStateListModel* m_model = nullptr;
     CStdStr<wchar_t> m_search;  ///< folded; empty: all
-    int m_sortColumn = kStateName;
+    int m_sortColumn = kStatesName;
     bool m_isDescending = false;
     CKvLayerState* m_edited = nullptr;
     bool m_isShowing = false;

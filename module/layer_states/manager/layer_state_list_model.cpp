@@ -28,7 +28,7 @@ int KvLayerStateListModel::rowOf(const CKvLayerState* state) const {
 void KvLayerStateListModel::refresh(const CKvLayerState* state) {
     m_seen.erase(state);
     const int row = rowOf(state);
-    if (row >= 0) emit dataChanged(index(row, 0), index(row, kStateColumnCount - 1));
+    if (row >= 0) emit dataChanged(index(row, 0), index(row, kStatesColumnCount - 1));
 }
 
 int KvLayerStateListModel::layerCount(const CKvLayerState* state) const {
@@ -61,11 +61,11 @@ bool KvLayerStateListModel::isMarked(const CKvLayerState* state) const {
 
 QString KvLayerStateListModel::textOf(CKvLayerState* state, int column) const {
     switch (column) {
-    case kStateName: return QString::fromStdWString(state->GetLayerStateName());
-    case kStateSpace: return spaceOf(state);
-    case kStateSame: return resourceText(isSameAsDrawing(state) ? kStrStatesYes : kStrStatesNo);
-    case kStateLayers: return QString::number(layerCount(state));
-    case kStateDescription: return QString::fromStdWString(state->GetDescription());
+    case kStatesName: return QString::fromStdWString(state->GetLayerStateName());
+    case kStatesSpace: return spaceOf(state);
+    case kStatesSame: return resourceText(isSameAsDrawing(state) ? kStrStatesYes : kStrStatesNo);
+    case kStatesLayers: return QString::number(layerCount(state));
+    case kStatesDescription: return QString::fromStdWString(state->GetDescription());
     default: return isMarked(state) ? resourceText(kStrStatesMark) : QString();
     }
 }
@@ -75,7 +75,7 @@ int KvLayerStateListModel::rowCount(const QModelIndex& parent) const {
 }
 
 int KvLayerStateListModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : kStateColumnCount;
+    return parent.isValid() ? 0 : kStatesColumnCount;
 }
 
 QVariant KvLayerStateListModel::data(const QModelIndex& index, int role) const {
@@ -84,24 +84,24 @@ QVariant KvLayerStateListModel::data(const QModelIndex& index, int role) const {
     switch (role) {
     case Qt::DisplayRole:
     case Qt::EditRole:
-        return index.column() == kStateMark ? QVariant() : QVariant(textOf(state, index.column()));
+        return index.column() == kStatesMark ? QVariant() : QVariant(textOf(state, index.column()));
     case Qt::AccessibleTextRole: return textOf(state, index.column());
     case Qt::DecorationRole:
-        return index.column() == kStateMark && isMarked(state) ? QVariant(m_mark) : QVariant();
+        return index.column() == kStatesMark && isMarked(state) ? QVariant(m_mark) : QVariant();
     default: return {};
     }
 }
 
 QVariant KvLayerStateListModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || section < 0 || section >= kStateColumnCount) return {};
+    if (orientation != Qt::Horizontal || section < 0 || section >= kStatesColumnCount) return {};
     const QString text = resourceText(kStrStatesMark + section);
     if (role == Qt::ToolTipRole || role == Qt::AccessibleTextRole) return text;
-    return role == Qt::DisplayRole && section != kStateMark ? QVariant(text) : QVariant();
+    return role == Qt::DisplayRole && section != kStatesMark ? QVariant(text) : QVariant();
 }
 
 Qt::ItemFlags KvLayerStateListModel::flags(const QModelIndex& index) const {
     const CKvLayerState* const state = stateAt(index.row());
     if (!state) return Qt::NoItemFlags;
     const Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
-    return index.column() == kStateName && !state->isOfReference() ? flags | Qt::ItemIsEditable : flags;
+    return index.column() == kStatesName && !state->isOfReference() ? flags | Qt::ItemIsEditable : flags;
 }

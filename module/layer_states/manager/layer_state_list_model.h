@@ -7,14 +7,14 @@
 #include <QIcon>
 
 /// In the order in which they are shown.
-enum KvStateColumn : int {
-    kStateMark,  ///< of the state that was restored last
-    kStateName,
-    kStateSpace,
-    kStateSame,
-    kStateLayers,
-    kStateDescription,
-    kStateColumnCount,
+enum KvStatesColumn : int {
+    kStatesMark,  ///< of the state that was restored last
+    kStatesName,
+    kStatesSpace,
+    kStatesSame,
+    kStatesLayers,
+    kStatesDescription,
+    kStatesColumnCount,
 };
 
 /// How many layers a state names and whether the drawing is as it says is found out for rows that somebody

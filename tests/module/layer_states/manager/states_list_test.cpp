@@ -51,20 +51,20 @@ TEST_F(StatesList, KeepsTheSelectionAndForgetsStatesThatAreGone) {
     list.showStates();
     list.SetLastSelectItem(b);
     EXPECT_EQ(list.rows().rowOf(b), 1);
-    list.slotSectionClicked(kStateDescription);
+    list.slotSectionClicked(kStatesDescription);
     EXPECT_EQ(list.rows().rowOf(b), 0);
     EXPECT_EQ(list.selectedState(), b);
     states->removeLayerState(b);
     EXPECT_EQ(list.rows().stateAt(0), nullptr);
-    EXPECT_FALSE(list.rows().index(0, kStateName).data().isValid());
+    EXPECT_FALSE(list.rows().index(0, kStatesName).data().isValid());
     EXPECT_EQ(list.selectedStates(), std::vector<CKvLayerState*>());
     list.showStates();
     EXPECT_EQ(list.rows().states().front(), a);
     change(L"WALLS", [](HxDbLayerTableRecord& layer) { layer.setIsLocked(true); });
     states->layersChanged();
-    EXPECT_EQ(list.rows().index(0, kStateSame).data().toString(), "Yes") << "known already";
+    EXPECT_EQ(list.rows().index(0, kStatesSame).data().toString(), "Yes") << "known already";
     list.rows().forgetSeen();
-    EXPECT_EQ(list.rows().index(0, kStateSame).data().toString(), "No");
+    EXPECT_EQ(list.rows().index(0, kStatesSame).data().toString(), "No");
 }
 
 }  // namespace
