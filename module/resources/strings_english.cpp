@@ -294,7 +294,7 @@ constexpr HxResourceString kStrings[] = {
     {kStrUndoRestoreState, L"Restore layer state %ls"},
     {kStrRestoreRefused, L"%1 of %2 layers could not be changed: %3"},
     {kStrCurrentInState, L"%1, current layer"},
-    {kStrStateLayersCount, L"%1!d! layers, %2!d! selected"},
+    {kStrStateLayersCount, L"Layers: %1!d!, selected: %2!d!"},
     {kStrStateLayersList, L"Layers of the state"},
     {kStrEditStateHelp, L"Click a cell to change that property of all selected layers in the state; the "
                         L"drawing stays as it is. Double-click a name to make the layer the current one of "
@@ -320,7 +320,7 @@ constexpr HxResourceString kStrings[] = {
     {kStrChooseNone, L"Clear A&ll"},
     {kStrChosenCount, L"%1!d! of %2!d! layer states chosen."},
     {kStrChosenLacks,
-     L"The drawing lacks %1!d! layers, %2!d! linetypes and %3!d! plot styles that they name."},
+     L"Not in the drawing: %1!d! layer(s), %2!d! linetype(s), %3!d! plot style(s) that they name."},
     {kStrChosenCounting, L"Counting what the drawing lacks \u2026"},
     {kStrChooseList, L"Layer states of the other drawing"},
     {kStrStatesTitle, L"Layer States Manager"},

@@ -303,7 +303,7 @@ constexpr HxResourceString kStrings[] = {
     {kStrUndoRestoreState, L"Layerstatus %ls wiederherstellen"},
     {kStrRestoreRefused, L"%1 von %2 Layern konnten nicht geändert werden: %3"},
     {kStrCurrentInState, L"%1, aktueller Layer"},
-    {kStrStateLayersCount, L"%1!d! Layer, %2!d! gewählt"},
+    {kStrStateLayersCount, L"Layer: %1!d!, gewählt: %2!d!"},
     {kStrStateLayersList, L"Layer des Layerstatus"},
     {kStrEditStateHelp,
      L"Ein Klick auf eine Zelle ändert diese Eigenschaft aller gewählten Layer im Layerstatus; die Zeichnung "
@@ -331,7 +331,7 @@ constexpr HxResourceString kStrings[] = {
     {kStrChooseNone, L"Alle &abwählen"},
     {kStrChosenCount, L"%1!d! von %2!d! Layerstatus gewählt."},
     {kStrChosenLacks,
-     L"Der Zeichnung fehlen %1!d! Layer, %2!d! Linientypen und %3!d! Plotstile, die sie nennen."},
+     L"In der Zeichnung fehlen %1!d! Layer, %2!d! Linientyp(en) und %3!d! Plotstil(e), die sie nennen."},
     {kStrChosenCounting, L"Was der Zeichnung fehlt, wird gezählt \u2026"},
     {kStrChooseList, L"Layerstatus der anderen Zeichnung"},
     {kStrStatesTitle, L"Layerstatus-Manager"},

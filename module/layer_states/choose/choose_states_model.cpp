@@ -87,9 +87,6 @@ QVariant KvChooseStatesModel::data(const QModelIndex& index, int role) const {
                          : textOf(row, index.column()));
     case Qt::CheckStateRole:
         return isName ? QVariant(row.isTicked ? Qt::Checked : Qt::Unchecked) : QVariant();
-    case Qt::TextAlignmentRole:
-        return index.column() == kChooseColLayers ? QVariant(int(Qt::AlignRight | Qt::AlignVCenter))
-                                                  : QVariant();
     default: return {};
     }
 }

@@ -11,12 +11,9 @@
 
 #include "hxdbdatabase.h"
 #include "hxdbentity.h"
-#include "hxtext.h"
 
 #include <QAbstractButton>
 #include <QLabel>
-
-#include <unordered_set>
 
 namespace {
 
@@ -55,6 +52,7 @@ CStdStr<wchar_t> CKvEditLayerStateDlg::currentLayerName() const {
 bool CKvEditLayerStateDlg::OnInitDialog() {
     const ModuleResources resources;
     HxUiBaseDialog::OnInitDialog();
+    setWindowIcon(QIcon(":/KvLayerManager/IDR_TOOLBAR_FILTER_STATE_LAYER"));
     setWindowTitle(resourceText(kStrEditStateTitle) + QString::fromStdWString(m_stateName));
     if (!m_add || !m_remove || !m_count) return true;
     showIcons();
@@ -93,18 +91,13 @@ void CKvEditLayerStateDlg::showCount() {
 }
 
 std::vector<CKvLayerStateInfo*> CKvEditLayerStateDlg::GetLayerInfo() const {
-    std::unordered_set<std::wstring> held;
-    const KvLayerStateInfoArray* const entries = m_list->GetLayerStateInfoArray();
-    for (int i = 0; entries && i < entries->GetSize(); ++i) {
-        held.insert(hxutFoldName(entries->GetAt(i)->GetLayerName().c_str()));
-    }
     std::vector<CKvLayerStateInfo*> found;
     const bool isLayout = m_database && !m_database->tilemode();
     KvDrawingLayers layers(m_database, isLayout ? hxdbGetCurVportId(m_database) : HxDbObjectId());
     for (std::size_t i = 0; i < layers.size(); ++i) {
         HxLyStateEntry& own = layers.at(i).own;
-        if (held.count(hxutFoldName(own.layer.c_str())) > 0) continue;
-        found.push_back(new CKvLayerStateInfo(std::move(own), -1, false));
+        if (!m_list->FindLayerIsEqual(own.layer))
+            found.push_back(new CKvLayerStateInfo(std::move(own), -1, false));
     }
     return found;
 }

@@ -6,6 +6,7 @@
 #include "manager_ui/grid/lineweight_text.h"
 
 #include "hxdbdatabase.h"
+#include "hxtext.h"
 
 #include <QKeyEvent>
 #include <QScrollBar>
@@ -14,7 +15,7 @@ CKvEditLayerStateListCtrl::CKvEditLayerStateListCtrl(QWidget* parent)
     : KvSortedTable(new KvEditLayerStateModel(nullptr), parent),
       m_model(static_cast<KvEditLayerStateModel*>(model())) {
     setItemDelegate(new KvEditLayerStateListItemDelegate(this));
-    setColumnLetters({26, 6, 8, 7, 13, 15, 13, 8, 12, 6, 10});
+    setColumnLetters({21, 6, 8, 7, 13, 13, 14, 8, 10, 6, 10});
 }
 
 CKvEditLayerStateListCtrl::~CKvEditLayerStateListCtrl() { deleteEntries(takeLayerStateInfoArray()); }
@@ -26,15 +27,30 @@ void CKvEditLayerStateListCtrl::setDatabase(HxDbDatabase* database) {
 
 void CKvEditLayerStateListCtrl::SetLayerStateInfoArray(KvLayerStateInfoArray* entries) {
     if (entries == m_entries) return;
-    m_model->setEntries(entries);
-    deleteEntries(m_entries);
+    KvLayerStateInfoArray* const before = m_entries;
     m_entries = entries;
+    FillLayerList();
+    deleteEntries(before);
+}
+
+void CKvEditLayerStateListCtrl::FillLayerList() {
+    m_foldedNames.clear();
+    m_model->setEntries(m_entries);
+}
+
+bool CKvEditLayerStateListCtrl::FindLayerIsEqual(const CStdStr<wchar_t>& name) {
+    if (m_foldedNames.empty() && m_entries) {
+        for (const CKvLayerStateInfo* const entry : *m_entries) {
+            m_foldedNames.insert(hxutFoldName(entry->GetLayerName().c_str()));
+        }
+    }
+    return m_foldedNames.count(hxutFoldName(name.c_str())) > 0;
 }
 
 KvLayerStateInfoArray* CKvEditLayerStateListCtrl::takeLayerStateInfoArray() {
     KvLayerStateInfoArray* const taken = m_entries;
-    m_model->setEntries(nullptr);
     m_entries = nullptr;
+    FillLayerList();
     return taken;
 }
 
@@ -46,6 +62,7 @@ void CKvEditLayerStateListCtrl::append(const std::vector<CKvLayerStateInfo*>& en
         entry->SetLayerIndex(m_entries->GetSize());
         rows.push_back(m_entries->Add(entry));
     }
+    m_foldedNames.clear();
     m_model->entriesAppended(static_cast<int>(entries.size()));
     makeCurrent(m_model->index(m_model->rowCount() - 1, kStateColName), QItemSelectionModel::NoUpdate);
     selectRowNumbers(rows);
@@ -71,7 +88,7 @@ void CKvEditLayerStateListCtrl::removeSelected() {
     const int top = verticalScrollBar()->value();
     const int column = std::max(currentIndex().column(), 0);
     *m_entries = staying;
-    m_model->setEntries(m_entries);
+    FillLayerList();
     for (const CKvLayerStateInfo* const entry : removed) {
         delete entry;
     }

@@ -6,6 +6,7 @@
 #include "manager_ui/cells/sorted_table.h"
 
 #include <functional>
+#include <unordered_set>
 
 class HxDbDatabase;
 
@@ -31,6 +32,8 @@ public:
     /// The caller owns them now; the list is empty.
     KvLayerStateInfoArray* takeLayerStateInfoArray();
 
+    /// Whether a layer is among the entries, as the host compares names.
+    bool FindLayerIsEqual(const CStdStr<wchar_t>& name);
     /// Takes entries over: they are the last rows, selected, until the next sort.
     void append(const std::vector<CKvLayerStateInfo*>& entries);
     /// Removes the selected rows from list and entries.
@@ -57,6 +60,9 @@ protected:
     bool keyEdits(QKeyEvent* event) override;
 
 private:
+    /// A row for each entry.
+    void FillLayerList();
+
     using Change = std::function<void(CKvLayerStateInfo&)>;
     void change(const Change& change);
     void toggle(int flag, const CKvLayerStateInfo& clicked);
@@ -70,4 +76,5 @@ private:
     KvEditLayerStateModel* m_model;
     KvLayerStateInfoArray* m_entries = nullptr;
     HxDbDatabase* m_database = nullptr;
+    std::unordered_set<std::wstring> m_foldedNames;  ///< of the entries; empty: not known yet
 };

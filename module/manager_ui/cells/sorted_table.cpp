@@ -3,6 +3,12 @@
 
 #include <QHeaderView>
 
+namespace {
+
+constexpr int kHeaderRoom = 16;
+
+}  // namespace
+
 KvSortedTable::KvSortedTable(KvSortedRows* rows, QWidget* parent) : KvCellTable(0, parent), m_rows(rows) {
     rows->setParent(this);
     setModel(rows);
@@ -13,10 +19,17 @@ KvSortedTable::KvSortedTable(KvSortedRows* rows, QWidget* parent) : KvCellTable(
 
 void KvSortedTable::setColumnLetters(const std::vector<int>& letters) {
     for (std::size_t column = 0; column < letters.size(); ++column) {
+        const int section = static_cast<int>(column);
         const int width = letters[column] * fontMetrics().averageCharWidth();
-        horizontalHeader()->resizeSection(static_cast<int>(column), width);
+        horizontalHeader()->resizeSection(section, std::max(width, leastWidthOf(section)));
     }
     horizontalHeader()->setStretchLastSection(true);
+}
+
+/// With room for the mark of the sorted column.
+int KvSortedTable::leastWidthOf(int column) const {
+    const QString text = model()->headerData(column, Qt::Horizontal).toString();
+    return fontMetrics().horizontalAdvance(text) + kHeaderRoom;
 }
 
 void KvSortedTable::slotSectionClicked(int column) {

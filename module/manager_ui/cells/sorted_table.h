@@ -12,7 +12,8 @@ public:
     /// Takes the rows over.
     explicit KvSortedTable(KvSortedRows* rows, QWidget* parent = nullptr);
 
-    /// Widths in average letters of the font; the last one takes the rest when there is room.
+    /// Widths in average letters of the font, more where a header needs it; the last one takes the rest when
+    /// there is room.
     void setColumnLetters(const std::vector<int>& letters);
     /// Selected rows by their places in the data, in the order of the rows.
     std::vector<int> selectedPlaces() const { return m_rows->placesAt(selectedRowNumbers()); }
@@ -21,5 +22,7 @@ public Q_SLOTS:
     void slotSectionClicked(int column);
 
 private:
+    int leastWidthOf(int column) const;
+
     KvSortedRows* m_rows;
 };

@@ -69,7 +69,7 @@ TEST_F(ChooseStates, TellsWhatEachStateIsAndWhatTheDrawingLacks) {
          {L"1: [ ] day | 1 | Replaces the one here | With the sun", L"2: [ ] Night 9 | 2 | New",
           L"3: [ ] night 10 | 3 | New", L"4: [ ] REF_night | 0 | Hides one of a reference",
           L"\"OK\", disabled", L"0 of 4 layer states chosen", L"1 of 4 layer states chosen.",
-          L"lacks 1 layers, 1 linetypes and 0 plot styles", L"lacks 2 layers, 1 linetypes",
+          L"Not in the drawing: 1 layer(s), 1 linetype(s), 0 plot style(s)", L"Not in the drawing: 2 layer(s), 1 linetype(s)",
           L"2 of 4 layer states chosen."}) {
         EXPECT_TRUE(contains(shown, text)) << QString::fromWCharArray(text).toStdString();
     }

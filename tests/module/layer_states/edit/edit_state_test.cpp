@@ -115,7 +115,7 @@ TEST_F(EditState, PickersGiveTheirChoiceToAllSelectedRows) {
 
 TEST_F(EditState, PlotStylesThatFollowColorsCannotBeChosen) {
     const std::wstring shown = edit(click(L"WALLS,Plot Style") + L"LOOK IDC_LAYERSTATE_COUNT\n");
-    EXPECT_TRUE(contains(shown, L"5 layers, 1 selected")) << "the click selects its row";
+    EXPECT_TRUE(contains(shown, L"Layers: 5, selected: 1")) << "the click selects its row";
     EXPECT_EQ(failures, Lines());
 }
 
@@ -143,7 +143,7 @@ TEST_F(EditState, LayersOfTheDrawingAreAdded) {
              click(L"VIEWS,Plot") + L"LOOK IDC_LAYERSTATE_COUNT\n");
     EXPECT_TRUE(contains(shown, L"VIEWS | What is looked through"));
     EXPECT_FALSE(contains(shown, L"| NOTES |")) << "the state holds it";
-    EXPECT_TRUE(contains(shown, L"6 layers, 1 selected"));
+    EXPECT_TRUE(contains(shown, L"Layers: 6, selected: 1"));
     EXPECT_EQ(namesOf(edited), L"WALLS SPARE* PLAN|DOORS NOTES GLASS VIEWS ");
     EXPECT_EQ(entry(L"VIEWS").GetLayerFlag(), HxLyState::kLayerLocked);
     EXPECT_EQ(entry(L"VIEWS").GetRGBColor(), 1 | 2 << 8 | 3 << 16);
