@@ -24,7 +24,7 @@ class ChooseStatesTable : public KvSortedTable {
 public:
     ChooseStatesTable(KvChooseStatesModel* rows, QWidget* parent)
         : KvSortedTable(rows, parent), m_states(rows) {
-        setColumnLetters({26, 8, 24, 30});
+        setColumnLetters({26, 8, 24, 20}, kChooseColDescription);
     }
 
 protected:

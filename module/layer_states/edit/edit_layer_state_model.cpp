@@ -81,6 +81,7 @@ std::wstring_view KvEditLayerStateModel::nameAt(int place) const {
 }
 
 std::vector<std::int64_t> KvEditLayerStateModel::keysOf(int column) const {
+    if (!m_entries) return {};
     if (column == kStateColLinetype || column == kStateColPlotStyle) {
         std::vector<std::wstring_view> texts;
         texts.reserve(static_cast<std::size_t>(placeCount()));

@@ -73,7 +73,7 @@ std::vector<CKvLayerInfo> layerInfos(const std::vector<CKvLayerStateInfo*>& entr
 class AddLayersTable : public KvSortedTable {
 public:
     AddLayersTable(KvSortedRows* rows, QDialog& dialog) : KvSortedTable(rows, &dialog), m_dialog(dialog) {
-        setColumnLetters({28, 30});
+        setColumnLetters({28, 20}, kDescription);
     }
 
 protected:

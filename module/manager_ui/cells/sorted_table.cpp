@@ -17,13 +17,22 @@ KvSortedTable::KvSortedTable(KvSortedRows* rows, QWidget* parent) : KvCellTable(
     connect(horizontalHeader(), SIGNAL(sectionClicked(int)), SLOT(slotSectionClicked(int)));
 }
 
-void KvSortedTable::setColumnLetters(const std::vector<int>& letters) {
+void KvSortedTable::setColumnLetters(const std::vector<int>& letters, int filling) {
     for (std::size_t column = 0; column < letters.size(); ++column) {
         const int section = static_cast<int>(column);
         const int width = letters[column] * fontMetrics().averageCharWidth();
         horizontalHeader()->resizeSection(section, std::max(width, leastWidthOf(section)));
     }
-    horizontalHeader()->setStretchLastSection(true);
+    m_filling = filling;
+    m_leastFilling = horizontalHeader()->sectionSize(filling);
+}
+
+void KvSortedTable::resizeEvent(QResizeEvent* event) {
+    KvCellTable::resizeEvent(event);
+    if (m_filling < 0) return;
+    const int room = viewport()->width() - horizontalHeader()->length();
+    const int width = horizontalHeader()->sectionSize(m_filling) + room;
+    horizontalHeader()->resizeSection(m_filling, std::max(width, m_leastFilling));
 }
 
 /// With room for the mark of the sorted column.

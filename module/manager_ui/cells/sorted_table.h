@@ -12,17 +12,22 @@ public:
     /// Takes the rows over.
     explicit KvSortedTable(KvSortedRows* rows, QWidget* parent = nullptr);
 
-    /// Widths in average letters of the font, more where a header needs it; the last one takes the rest when
-    /// there is room.
-    void setColumnLetters(const std::vector<int>& letters);
+    /// Widths in average letters of the font, more where a header needs it. One column takes the room that
+    /// the others leave, and is never narrower than that.
+    void setColumnLetters(const std::vector<int>& letters, int filling);
     /// Selected rows by their places in the data, in the order of the rows.
     std::vector<int> selectedPlaces() const { return m_rows->placesAt(selectedRowNumbers()); }
 
 public Q_SLOTS:
     void slotSectionClicked(int column);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     int leastWidthOf(int column) const;
 
     KvSortedRows* m_rows;
+    int m_filling = -1;  ///< the column that takes the room; -1 none
+    int m_leastFilling = 0;
 };
