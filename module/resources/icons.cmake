@@ -39,10 +39,10 @@ set(icons
     tree_group IDR_TREE_LAYERFILTER_@GROUPFILTER
     tree_xref IDR_TREE_LAYERFILTER_@XREF
     tree_viewport IDR_TREE_LAYERFILTER_@VP
-    state_add IDR_LSTATE_@ADD
-    state_remove IDR_LSTATE_@DEL
     state_expand IDB_LSTATE_EXPAND@
     state_contract IDB_LSTATE_CONTRACT@
+    state_add IDR_LSTATE_@ADD
+    state_remove IDR_LSTATE_@DEL
     search IDB_LAYER_SEARCH
     search_close IDB_LAYER_SEARCHCLOSE)
 

@@ -293,7 +293,6 @@ enum KvString : std::uint32_t {
     kStrStatesExport = 10508,
     kStrStatesRestore = 10509,
     kStrStatesClose = 10510,
-    kStrStatesHelp = 10511,
     kStrStatesNoXrefs = 10512,
     kStrStatesTurnOff = 10513,
     kStrStatesAsOverrides = 10514,

@@ -334,7 +334,6 @@ constexpr HxResourceString kStrings[] = {
     {kStrStatesExport, L"Ex&port..."},
     {kStrStatesRestore, L"&Restore"},
     {kStrStatesClose, L"Close"},
-    {kStrStatesHelp, L"Help"},
     {kStrStatesNoXrefs, L"Do not list layer states of external re&ferences"},
     {kStrStatesTurnOff, L"&Turn off layers that the state does not name"},
     {kStrStatesAsOverrides, L"Apply properties as &viewport overrides"},

@@ -345,7 +345,6 @@ constexpr HxResourceString kStrings[] = {
     {kStrStatesExport, L"E&xportieren..."},
     {kStrStatesRestore, L"&Wiederherstellen"},
     {kStrStatesClose, L"Schließen"},
-    {kStrStatesHelp, L"Hilfe"},
     {kStrStatesNoXrefs, L"Layerstatus externer Re&ferenzen nicht auflisten"},
     {kStrStatesTurnOff, L"Layer ausschal&ten, die der Status nicht nennt"},
     {kStrStatesAsOverrides, L"Eigenschaften als &Ansichtsfenster-Überschreibungen anwenden"},

@@ -2,20 +2,18 @@
 #include "layer_states/manager/layer_state_list_ctrl.h"
 
 #include "hxtext.h"
-#include "manager_ui/grid/collation.h"
-#include "manager_ui/grid/natural_keys.h"
 
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QRegExp>
 
-#include <numeric>
 #include <utility>
 
 namespace {
 
 constexpr int kLongestName = 255;
-constexpr int kWidths[kStatesColumnCount] = {24, 150, 80, 100, 60, 120};
+constexpr int kLetters[kStatesColumnCount] = {26, 0, 11, 10, 8, 20};
+constexpr int kMarkWidth = 24;
 
 QString folded(const CStdStr<wchar_t>& text) { return QString::fromStdWString(hxutFoldName(text.c_str())); }
 
@@ -28,22 +26,12 @@ QWidget* KvLayerStateListItemDelegate::createEditor(QWidget* parent, const QStyl
     return editor;
 }
 
-CKvLayerStateListCtrl::CKvLayerStateListCtrl(QWidget* parent) : QTreeView(parent) {
-    setRootIsDecorated(false);
-    setUniformRowHeights(true);
-    setItemsExpandable(false);
-    setAllColumnsShowFocus(true);
-    setSelectionMode(ExtendedSelection);
-    setEditTriggers(NoEditTriggers);
+CKvLayerStateListCtrl::CKvLayerStateListCtrl(CKvLayerStateManDlg& engine, QWidget* parent)
+    : KvSortedTable(new KvLayerStateListModel(engine, nullptr), parent), m_engine(engine),
+      m_model(qobject_cast<KvLayerStateListModel*>(model())) {
     setItemDelegate(new KvLayerStateListItemDelegate(this));
     connect(itemDelegate(), SIGNAL(closeEditor(QWidget*, QAbstractItemDelegate::EndEditHint)),
             SLOT(OnLvnEndlabeledit(QWidget*, QAbstractItemDelegate::EndEditHint)));
-}
-
-void CKvLayerStateListCtrl::setEngine(CKvLayerStateManDlg& engine) {
-    m_engine = &engine;
-    m_model = new KvLayerStateListModel(engine, this);
-    setModel(m_model);
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
         if (!m_isShowing) emit selectionMade();
     });
@@ -51,18 +39,11 @@ void CKvLayerStateListCtrl::setEngine(CKvLayerStateManDlg& engine) {
 }
 
 void CKvLayerStateListCtrl::initHeader() {
-    for (int column = 0; column < kStatesColumnCount; ++column) {
-        setColumnWidth(column, std::max(kWidths[column], header()->sectionSizeHint(column)));
-    }
-    header()->setMinimumSectionSize(kWidths[kStatesMark]);
-    setColumnWidth(kStatesMark, kWidths[kStatesMark]);
-    header()->setSectionsClickable(true);
-    header()->setSortIndicatorShown(true);
-    header()->setSortIndicator(m_sortColumn, Qt::AscendingOrder);
-    connect(header(), SIGNAL(sectionClicked(int)), SLOT(slotSectionClicked(int)));
+    setColumnLetters({kLetters, kLetters + kStatesColumnCount}, kStatesDescription);
+    horizontalHeader()->setMinimumSectionSize(kMarkWidth);
+    horizontalHeader()->resizeSection(kStatesMark, kMarkWidth);
+    horizontalHeader()->moveSection(kStatesMark, 0);
 }
-
-void CKvLayerStateListCtrl::setMark(const QIcon& mark) { m_model->setMark(mark); }
 
 // ---- which states, in which order ----
 
@@ -82,86 +63,23 @@ void CKvLayerStateListCtrl::showStates() {
     const std::vector<CKvLayerState*> selected = selectedStates();
     const CKvLayerState* const current = m_model->stateAt(currentIndex().row());
     std::vector<CKvLayerState*> shown;
-    const KvLayerStateMap& states = m_engine->states();
+    const KvLayerStateMap& states = m_engine.states();
     for (std::size_t i = 0; i < states.size(); ++i) {
         if (isFound(*states.at(i))) shown.push_back(states.at(i));
     }
-    sort(shown);
-    for (std::size_t row = 0; row < shown.size(); ++row) {
-        shown[row]->SetLayerStateIndex(static_cast<int>(row));
-    }
     m_isShowing = true;
     m_model->setStates(std::move(shown));
-    selectStates(selected, current);
+    std::vector<int> rows;
+    for (const CKvLayerState* const state : selected) {
+        const int row = m_model->rowOf(state);
+        if (row >= 0) rows.push_back(row);
+    }
+    std::sort(rows.begin(), rows.end());
+    const int row = m_model->rowOf(current);
+    if (row >= 0) makeCurrent(m_model->index(row, kStatesName), QItemSelectionModel::NoUpdate);
+    selectRowNumbers(rows);
     m_isShowing = false;
     emit selectionMade();
-}
-
-void CKvLayerStateListCtrl::selectStates(const std::vector<CKvLayerState*>& states,
-                                         const CKvLayerState* current) {
-    QItemSelection rows;
-    for (const CKvLayerState* const state : states) {
-        const int row = m_model->rowOf(state);
-        if (row >= 0) rows.select(m_model->index(row, 0), m_model->index(row, kStatesColumnCount - 1));
-    }
-    const int row = m_model->rowOf(current);
-    if (row >= 0) {
-        selectionModel()->setCurrentIndex(m_model->index(row, kStatesName), QItemSelectionModel::NoUpdate);
-        scrollTo(m_model->index(row, kStatesName));
-    }
-    selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
-}
-
-namespace {
-
-/// What rows are sorted by, before their names.
-struct SortKey {
-    int number = 0;
-    std::wstring text;
-};
-
-}  // namespace
-
-void CKvLayerStateListCtrl::sort(std::vector<CKvLayerState*>& states) const {
-    const KvCollation collation;
-    std::vector<std::wstring_view> names;
-    std::vector<SortKey> keys;
-    for (CKvLayerState* const state : states) {
-        names.emplace_back(state->GetLayerStateName());
-        SortKey key;
-        const bool isMarked =
-            m_sortColumn == kStatesMark && state->GetLayerStateName() == m_engine->restoredName();
-        switch (m_sortColumn) {
-        case kStatesMark: key.number = isMarked ? 0 : 1; break;
-        case kStatesSpace: key.text = collation.lowered(m_model->spaceOf(state).toStdWString()); break;
-        case kStatesSame: key.number = m_model->isSameAsDrawing(state) ? 0 : 1; break;
-        case kStatesLayers: key.number = m_model->layerCount(state); break;
-        case kStatesDescription: key.text = collation.lowered(state->GetDescription()); break;
-        default: break;
-        }
-        keys.push_back(std::move(key));
-    }
-    const KvNaturalKeys natural(collation, names);
-    const auto compare = [&](std::size_t a, std::size_t b) {
-        if (keys[a].number != keys[b].number) return keys[a].number < keys[b].number ? -1 : 1;
-        const int byText = collation.compareLowered(keys[a].text, keys[b].text);
-        return byText != 0 ? byText : natural.compare(a, b);
-    };
-    std::vector<std::size_t> order(states.size());
-    std::iota(order.begin(), order.end(), 0U);
-    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-        return m_isDescending ? compare(a, b) > 0 : compare(a, b) < 0;
-    });
-    const std::vector<CKvLayerState*> before = states;
-    std::transform(order.begin(), order.end(), states.begin(),
-                   [&before](std::size_t place) { return before[place]; });
-}
-
-void CKvLayerStateListCtrl::slotSectionClicked(int column) {
-    m_isDescending = column == m_sortColumn && !m_isDescending;
-    m_sortColumn = column;
-    header()->setSortIndicator(column, m_isDescending ? Qt::DescendingOrder : Qt::AscendingOrder);
-    showStates();
 }
 
 void CKvLayerStateListCtrl::setSearch(const QString& text) {
@@ -172,11 +90,9 @@ void CKvLayerStateListCtrl::setSearch(const QString& text) {
 // ---- what is selected ----
 
 std::vector<CKvLayerState*> CKvLayerStateListCtrl::selectedStates() const {
-    QModelIndexList rows = selectionModel()->selectedRows();
-    std::sort(rows.begin(), rows.end());
     std::vector<CKvLayerState*> states;
-    for (const QModelIndex& row : rows) {
-        if (CKvLayerState* const state = m_model->stateAt(row.row())) states.push_back(state);
+    for (const int row : selectedRowNumbers()) {
+        if (CKvLayerState* const state = m_model->stateAt(row)) states.push_back(state);
     }
     return states;
 }
@@ -188,28 +104,22 @@ CKvLayerState* CKvLayerStateListCtrl::selectedState() const {
 
 void CKvLayerStateListCtrl::SetLastSelectItem(const CKvLayerState* state) {
     const QModelIndex index = m_model->index(m_model->rowOf(state), kStatesName);
-    if (!index.isValid()) {
+    if (index.isValid()) {
+        makeCurrent(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    } else {
         clearSelection();
-        return;
     }
-    selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    scrollTo(index);
 }
 
-/// Letters typed go to names, whichever column the focus is in.
-void CKvLayerStateListCtrl::keyboardSearch(const QString& text) {
-    if (currentIndex().isValid() && currentIndex().column() != kStatesName) {
-        selectionModel()->setCurrentIndex(currentIndex().sibling(currentIndex().row(), kStatesName),
-                                          QItemSelectionModel::NoUpdate);
-    }
-    QTreeView::keyboardSearch(text);
+void CKvLayerStateListCtrl::cellDoubleClicked(int row, int) {
+    if (row >= 0) emit rowChosen();
 }
 
 // ---- names ----
 
 void CKvLayerStateListCtrl::editName(const CKvLayerState* state) {
     const int row = m_model->rowOf(state);
-    if (row < 0 || this->state() == EditingState) return;
+    if (row < 0 || isEditing()) return;
     SetLastSelectItem(state);
     m_edited = m_model->stateAt(row);
     edit(m_model->index(row, kStatesName));

@@ -2,9 +2,8 @@
 #pragma once
 
 #include "layer_states/manager/layer_state_list_model.h"
+#include "manager_ui/cells/sorted_table.h"
 #include "manager_ui/grid/layer_list_delegate.h"
-
-#include <QTreeView>
 
 /// Paints as the layer grid does. What is typed is taken by the list when the editor closes.
 class KvLayerStateListItemDelegate : public KvLayerListCtrlItemDelegate {
@@ -16,15 +15,13 @@ public:
 };
 
 /// Shows the states that are not hidden and that the search finds, sorted by a column.
-class CKvLayerStateListCtrl : public QTreeView {
+class CKvLayerStateListCtrl : public KvSortedTable {
     Q_OBJECT
 public:
-    explicit CKvLayerStateListCtrl(QWidget* parent = nullptr);
+    /// The states that are listed; the engine must outlive the list.
+    explicit CKvLayerStateListCtrl(CKvLayerStateManDlg& engine, QWidget* parent = nullptr);
 
-    /// The states that are listed; before anything else.
-    void setEngine(CKvLayerStateManDlg& engine);
     KvLayerStateListModel& rows() const { return *m_model; }
-    void setMark(const QIcon& mark);
 
     /// All states anew, sorted; what was selected stays so.
     void showStates();
@@ -44,28 +41,21 @@ Q_SIGNALS:
     void selectionMade();
     /// The user has ended the editing of a name; what was typed as it is.
     void nameTyped(CKvLayerState* state, const QString& text);
-
-public Q_SLOTS:
-    /// Sorts by a column; the second time the other way round.
-    void slotSectionClicked(int column);
+    void rowChosen();
 
 protected:
-    void keyboardSearch(const QString& text) override;
+    void cellDoubleClicked(int row, int column) override;
 
 private Q_SLOTS:
     void OnLvnEndlabeledit(QWidget* editor, QAbstractItemDelegate::EndEditHint hint);
 
 private:
     bool isFound(const CKvLayerState& state) const;
-    void sort(std::vector<CKvLayerState*>& states) const;
-    void selectStates(const std::vector<CKvLayerState*>& states, const CKvLayerState* current);
     void initHeader();
 
-    CKvLayerStateManDlg* m_engine = nullptr;
-    KvLayerStateListModel* m_model = nullptr;
+    CKvLayerStateManDlg& m_engine;
+    KvLayerStateListModel* m_model;
     CStdStr<wchar_t> m_search;  ///< folded; empty: all
-    int m_sortColumn = kStatesName;
-    bool m_isDescending = false;
     CKvLayerState* m_edited = nullptr;
     bool m_isShowing = false;
 };

@@ -6,23 +6,46 @@
 #include <algorithm>
 
 KvLayerStateListModel::KvLayerStateListModel(CKvLayerStateManDlg& engine, QObject* parent)
-    : QAbstractTableModel(parent), m_engine(engine) {}
+    : KvSortedRows({resourceText(kStrStatesName), resourceText(kStrStatesMark), resourceText(kStrStatesSpace),
+                    resourceText(kStrStatesSame), resourceText(kStrStatesLayers),
+                    resourceText(kStrStatesDescription)},
+                   parent),
+      m_engine(engine) {}
 
 void KvLayerStateListModel::setStates(std::vector<CKvLayerState*> states) {
-    beginResetModel();
     m_states = std::move(states);
-    endResetModel();
+    reload();
 }
 
 CKvLayerState* KvLayerStateListModel::stateAt(int row) const {
-    CKvLayerState* const state =
-        row >= 0 && row < rowCount() ? m_states[static_cast<std::size_t>(row)] : nullptr;
+    const int place = placeAt(row);
+    CKvLayerState* const state = place < 0 ? nullptr : m_states[static_cast<std::size_t>(place)];
     return m_engine.states().contains(state) ? state : nullptr;
 }
 
 int KvLayerStateListModel::rowOf(const CKvLayerState* state) const {
     const auto found = std::find(m_states.begin(), m_states.end(), state);
-    return found == m_states.end() ? -1 : static_cast<int>(found - m_states.begin());
+    const std::vector<int> rows = rowsOf({static_cast<int>(found - m_states.begin())});
+    return rows.empty() ? -1 : rows.front();
+}
+
+std::wstring_view KvLayerStateListModel::nameAt(int place) const {
+    return m_states[static_cast<std::size_t>(place)]->GetLayerStateName();
+}
+
+/// States that nobody has looked at are looked into for two of the columns.
+std::vector<std::int64_t> KvLayerStateListModel::keysOf(int column) const {
+    std::vector<std::int64_t> keys;
+    std::vector<std::wstring> texts;
+    for (CKvLayerState* const state : m_states) {
+        switch (column) {
+        case kStatesMark: keys.push_back(isMarked(state) ? 0 : 1); break;
+        case kStatesSame: keys.push_back(isSameAsDrawing(state) ? 0 : 1); break;
+        case kStatesLayers: keys.push_back(layerCount(state)); break;
+        default: texts.push_back(textOf(state, column).toStdWString()); break;
+        }
+    }
+    return texts.empty() ? keys : naturalRanks({texts.begin(), texts.end()});
 }
 
 void KvLayerStateListModel::refresh(const CKvLayerState* state) {
@@ -70,14 +93,6 @@ QString KvLayerStateListModel::textOf(CKvLayerState* state, int column) const {
     }
 }
 
-int KvLayerStateListModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(m_states.size());
-}
-
-int KvLayerStateListModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : kStatesColumnCount;
-}
-
 QVariant KvLayerStateListModel::data(const QModelIndex& index, int role) const {
     CKvLayerState* const state = stateAt(index.row());
     if (!state) return {};
@@ -92,11 +107,11 @@ QVariant KvLayerStateListModel::data(const QModelIndex& index, int role) const {
     }
 }
 
+/// The mark's column is too narrow for a text.
 QVariant KvLayerStateListModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || section < 0 || section >= kStatesColumnCount) return {};
-    const QString text = resourceText(kStrStatesMark + section);
-    if (role == Qt::ToolTipRole || role == Qt::AccessibleTextRole) return text;
-    return role == Qt::DisplayRole && section != kStatesMark ? QVariant(text) : QVariant();
+    if (section == kStatesMark && role == Qt::DisplayRole) return {};
+    return KvSortedRows::headerData(section, orientation,
+                                    role == Qt::AccessibleTextRole ? Qt::ToolTipRole : role);
 }
 
 Qt::ItemFlags KvLayerStateListModel::flags(const QModelIndex& index) const {

@@ -3,13 +3,14 @@
 
 #include "layer_states/manager/layer_state_man_dlg.h"
 
-#include <QAbstractTableModel>
+#include "manager_ui/cells/sorted_rows.h"
+
 #include <QIcon>
 
-/// In the order in which they are shown.
+/// The mark is shown first.
 enum KvStatesColumn : int {
-    kStatesMark,  ///< of the state that was restored last
     kStatesName,
+    kStatesMark,  ///< of the state that was restored last
     kStatesSpace,
     kStatesSame,
     kStatesLayers,
@@ -19,7 +20,7 @@ enum KvStatesColumn : int {
 
 /// How many layers a state names and whether the drawing is as it says is found out for rows that somebody
 /// looks at, and kept.
-class KvLayerStateListModel : public QAbstractTableModel {
+class KvLayerStateListModel : public KvSortedRows {
     Q_OBJECT
     /// Rows that somebody has looked at.
     Q_PROPERTY(int seenStates READ seenStates)
@@ -29,7 +30,6 @@ public:
 
     void setMark(const QIcon& mark) { m_mark = mark; }
     void setStates(std::vector<CKvLayerState*> states);
-    const std::vector<CKvLayerState*>& states() const { return m_states; }
     /// Null when there is no such row, and for a state that is gone by now.
     CKvLayerState* stateAt(int row) const;
     /// -1 when it has no row.
@@ -39,20 +39,23 @@ public:
     /// What is known of all states is found out anew: states or layers have changed.
     void forgetSeen() { m_seen.clear(); }
 
-    int layerCount(const CKvLayerState* state) const;
-    bool isSameAsDrawing(CKvLayerState* state) const;
-    /// Model, Layout, or the reference that the state comes from.
-    QString spaceOf(const CKvLayerState* state) const;
     int seenStates() const { return static_cast<int>(m_seen.size()); }
 
-    int rowCount(const QModelIndex& parent = {}) const override;
-    int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
+protected:
+    int placeCount() const override { return static_cast<int>(m_states.size()); }
+    std::wstring_view nameAt(int place) const override;
+    std::vector<std::int64_t> keysOf(int column) const override;
+
 private:
     QString textOf(CKvLayerState* state, int column) const;
+    int layerCount(const CKvLayerState* state) const;
+    bool isSameAsDrawing(CKvLayerState* state) const;
+    /// Model, Layout, or the reference that the state comes from.
+    QString spaceOf(const CKvLayerState* state) const;
     bool isMarked(const CKvLayerState* state) const;
 
     struct Seen {

@@ -35,8 +35,6 @@ public:
     /// was restored. Records of states are not written.
     int DoModal(QWidget* parent = nullptr);
     static constexpr int kRestored = 3061;
-    /// Of a window that has written lists of layers.
-    static constexpr int kListsEdited = 3044;
 
     // ---- where the user is; told by the command
 

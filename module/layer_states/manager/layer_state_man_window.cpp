@@ -7,8 +7,11 @@
 
 #include <QCheckBox>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLayout>
+#include <QMenu>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QToolButton>
 
@@ -45,14 +48,14 @@ bool isContracted = false;
 }  // namespace
 
 void registerLayerStateWidgets() {
-    hxuiRegisterWidget("CKvLayerStateListCtrl",
-                       [](QWidget* parent) -> QWidget* { return new CKvLayerStateListCtrl(parent); });
     hxuiRegisterWidget("CSearchEdit", [](QWidget* parent) -> QWidget* { return new CSearchEdit(parent); });
 }
 
 KvLayerStateManWindow::KvLayerStateManWindow(CKvLayerStateManDlg& engine, QWidget* parent)
-    : HxUiBaseDialog("IDD_LAYERSTATEMAN_DLG", parent), m_engine(engine), m_questions(this) {
+    : HxUiBaseDialog("IDD_LAYERSTATEMAN_DLG", parent), m_engine(engine), m_questions(this),
+      m_list(new CKvLayerStateListCtrl(engine, this)) {
     m_engine.setQuestions(&m_questions);
+    putInPlace(GetDlgItem("IDC_LAYERMAN_LIST"), *m_list);
 }
 
 KvLayerStateManWindow::~KvLayerStateManWindow() { m_engine.setQuestions(nullptr); }
@@ -66,8 +69,10 @@ void KvLayerStateManWindow::DoDataExchange(CDataExchange* exchange) {
 }
 
 void KvLayerStateManWindow::findControls() {
-    m_list = GetDlgItem<CKvLayerStateListCtrl>("IDC_LAYERMAN_LIST");
     m_search = GetDlgItem<CSearchEdit>("IDC_LAYERMAN_SEARCH");
+    if (auto* const label = GetDlgItem<QLabel>("IDC_LAYERMAN_LISTLABEL")) label->setBuddy(m_list);
+    setTabOrder(m_search, m_list);
+    setTabOrder(m_list, GetDlgItem("IDC_LAYERMAN_NEW"));
     m_expand = GetDlgItem<QToolButton>("IDC_LAYERMAN_EXPAND");
     for (std::size_t i = 0; i < kBoxes; ++i) {
         m_boxes[i] = GetDlgItem<QCheckBox>(kRestoreBoxes[i].name);
@@ -78,21 +83,29 @@ bool KvLayerStateManWindow::OnInitDialog() {
     CKvLayerStateManDlg::readOptions();
     HxUiBaseDialog::OnInitDialog();
     findControls();
-    if (!m_list || !m_search || !m_expand ||
+    if (!m_search || !m_expand ||
         !std::all_of(m_boxes.begin(), m_boxes.end(), [](auto* box) { return box != nullptr; })) {
         return true;
     }
     const bool isLight = usesLightIcons(false);
-    m_list->setEngine(m_engine);
-    m_list->setMark(QIcon(isLight ? ":/KvLayerManager/image_layerstate_current"
-                                  : ":/KvLayerManager/image_layerstate_current_dark"));
+    m_list->rows().setMark(QIcon(isLight ? ":/KvLayerManager/image_layerstate_current"
+                                         : ":/KvLayerManager/image_layerstate_current_dark"));
     connectControls();
-    HideRestoreLayerPropArea(isContracted ? 1 : 0, 0);
+    const bool isTooTall = layout()->totalMinimumSize().height() > screen()->availableSize().height();
+    const int hide = isContracted || isTooTall ? 1 : 0;
+    HideRestoreLayerPropArea(hide, hide);
     showStates();
-    m_list->SetLastSelectItem(m_list->rows().stateAt(0));
+    selectFirst();
     onSlotListItemChanged();
     m_list->setFocus();
     return true;
+}
+
+/// The state that was restored last, when it is listed.
+void KvLayerStateManWindow::selectFirst() {
+    const CKvLayerState* const restored = m_engine.states().find(m_engine.restoredName());
+    const KvLayerStateListModel& rows = m_list->rows();
+    m_list->SetLastSelectItem(rows.rowOf(restored) >= 0 ? restored : rows.stateAt(0));
 }
 
 void KvLayerStateManWindow::connectControls() {
@@ -118,7 +131,9 @@ void KvLayerStateManWindow::connectControls() {
     connect(GetDlgItem(kTurnOffOthers), SIGNAL(clicked(bool)), SLOT(OnCheckTurnOff(bool)));
     connect(m_list, SIGNAL(selectionMade()), SLOT(onSlotListItemChanged()));
     connect(m_list, &CKvLayerStateListCtrl::nameTyped, this, &KvLayerStateManWindow::OnLvnEndlabeledit);
-    connect(m_list, &CKvLayerStateListCtrl::doubleClicked, this, &KvLayerStateManWindow::OnButtonRestore);
+    connect(m_list, &CKvLayerStateListCtrl::rowChosen, this, &KvLayerStateManWindow::OnButtonRestore);
+    m_list->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_list, SIGNAL(customContextMenuRequested(QPoint)), SLOT(showMenu(QPoint)));
     m_search->setPlaceholderText(resourceText(kStrStatesSearch));
     m_search->setToolTip(resourceText(kStrStatesSearchTip));
     connect(m_search, &CSearchEdit::searchTextChanged, m_list, &CKvLayerStateListCtrl::setSearch);
@@ -127,6 +142,23 @@ void KvLayerStateManWindow::connectControls() {
         m_search->setFocus(Qt::ShortcutFocusReason);
         m_search->selectAll();
     });
+}
+
+/// What the buttons offer, as far as they are enabled.
+void KvLayerStateManWindow::showMenu(const QPoint& at) {
+    QMenu menu(this);
+    for (const char* const name :
+         {"IDC_LAYERMAN_RESTORE", "IDC_LAYERMAN_SAVE", "IDC_LAYERMAN_EDIT", "IDC_LAYERMAN_RENAME",
+          "IDC_LAYERMAN_DEL", "IDC_LAYERMAN_NEW", "IDC_LAYERMAN_IMPORT", "IDC_LAYERMAN_EXPORT"}) {
+        auto* const button = GetDlgItem<QPushButton>(name);
+        if (!button) continue;
+        if (button->objectName() == "IDC_LAYERMAN_NEW") menu.addSeparator();
+        menu.addAction(button->text())->setData(button->objectName());
+        menu.actions().last()->setEnabled(button->isEnabled());
+    }
+    const QAction* const chosen = menu.exec(m_list->viewport()->mapToGlobal(at));
+    if (!chosen) return;
+    if (auto* const button = GetDlgItem<QPushButton>(chosen->data().toString().toLatin1())) button->click();
 }
 
 // ---- which are enabled ----
@@ -195,7 +227,7 @@ std::int32_t KvLayerStateManWindow::tickedMask() const {
 // ---- the restore area ----
 
 void KvLayerStateManWindow::OnButtonExpand() {
-    isContracted = !isContracted;
+    isContracted = GetDlgItem(kArea)->isVisible();
     HideRestoreLayerPropArea(isContracted ? 1 : 0, 1);
 }
 
@@ -204,6 +236,7 @@ void KvLayerStateManWindow::HideRestoreLayerPropArea(int hide, int resize) {
     QWidget* const area = GetDlgItem(kArea);
     if (!area) return;
     const int step = (area->isVisible() ? area->height() : area->sizeHint().height()) + layout()->spacing();
+    const int wanted = height() + (hide != 0 ? -step : step);
     area->setVisible(hide == 0);
     const QString icon = hide != 0 ? "IDB_LSTATE_EXPAND" : "IDB_LSTATE_CONTRACT";
     m_expand->setIcon(QIcon(":/KvLayerManager/" + icon + (usesLightIcons(false) ? "" : "_dark")));
@@ -212,7 +245,7 @@ void KvLayerStateManWindow::HideRestoreLayerPropArea(int hide, int resize) {
     m_expand->setAccessibleName(tip);
     if (resize == 0) return;
     layout()->activate();
-    this->resize(width(), height() + (hide != 0 ? -step : step));
+    this->resize(width(), wanted);
 }
 
 // ---- keys ----
@@ -229,7 +262,7 @@ bool KvLayerStateManWindow::PreTranslateMessage(QObject* receiver, QEvent* event
 }
 
 bool KvLayerStateManWindow::isListKey(int key, Qt::KeyboardModifiers modifiers) {
-    if (modifiers != Qt::NoModifier) return false;
+    if (modifiers != Qt::NoModifier || m_list->isEditing()) return false;
     switch (key) {
     case Qt::Key_Delete: OnButtonDel(); return true;
     case Qt::Key_F2: OnButtonRename(); return true;

@@ -40,6 +40,8 @@ public Q_SLOTS:
     void OnCheckTurnOff(bool isTicked);
     void onSlotListItemChanged();
     void OnLvnEndlabeledit(CKvLayerState* state, const QString& text);
+    /// `at` in the list.
+    void showMenu(const QPoint& at);
 
 protected:
     bool OnInitDialog() override;
@@ -52,6 +54,7 @@ private:
 
     void findControls();
     void connectControls();
+    void selectFirst();
     void EnableButton(int haveSelection, int multiSelection);
     void enableActions(const std::vector<CKvLayerState*>& selected);
     void LayerStateClearAll() { tickAll(false); }
@@ -69,11 +72,11 @@ private:
 
     CKvLayerStateManDlg& m_engine;
     KvLayerStateBoxes m_questions;
-    CKvLayerStateListCtrl* m_list = nullptr;
+    CKvLayerStateListCtrl* m_list;
     CSearchEdit* m_search = nullptr;
     QToolButton* m_expand = nullptr;
     std::array<QCheckBox*, kBoxes> m_boxes{};
 };
 
-/// Lets layouts have the list and the search box.
+/// Lets layouts have the search box.
 void registerLayerStateWidgets();

@@ -1,11 +1,11 @@
 // The layer states manager and the save dialog of the built module, by clicks and keys.
 #include "tests/module/manager_ui/palette_fixture.h"
 
+#include "frame/registry_settings.h"
 #include "layer_states/storage/layer_state_storage.h"
 #include "manager_ui/grid/layer_column.h"
 
 #include "sdk/hxdbdict.h"
-#include "sdk/hxregistry.h"
 
 #include <sstream>
 
@@ -152,6 +152,22 @@ TEST_F(StatesWindow, RestoresWhatIsTickedAndKeepsTheTicks) {
     EXPECT_EQ(failures, Lines());
 }
 
+TEST_F(StatesWindow, FoldsTheRestoreAreaAwayForTheNextOpening) {
+    const std::wstring picture = L"PICTURE " + path("window.png") + L"\n";
+    const auto size = [](const std::wstring& told) {
+        const std::size_t at = told.rfind(L".png\", ");
+        return at == std::wstring::npos ? L"" : told.substr(at + 7, told.find(L".\n", at + 7) - at - 7);
+    };
+    const std::wstring open = size(close(picture));
+    const std::wstring folded = close(L"CLICK IDC_LAYERMAN_EXPAND\n" + picture + L"LOOK\n");
+    EXPECT_NE(size(folded), open);
+    EXPECT_TRUE(contains(folded, L"IDC_LAYERMAN_EXPAND: \"Show what is restored\""));
+    EXPECT_FALSE(contains(folded, L"IDC_LAYERMAN_CHECK1:"));
+    EXPECT_FALSE(contains(close(L"LOOK\n"), L"IDC_LAYERMAN_CHECK1:"));
+    EXPECT_EQ(size(close(L"CLICK IDC_LAYERMAN_EXPAND\n" + picture)), open);
+    EXPECT_EQ(failures, Lines());
+}
+
 TEST_F(StatesWindow, TurnsOffOtherLayersAndRemembersTheBox) {
     save(L"Plan");
     run(L"-LAYER N LATER\n\n");
@@ -272,6 +288,54 @@ TEST_F(StatesWindow, HiddenStatesAreNeverListed) {
     EXPECT_EQ(failures, Lines());
 }
 
+TEST_F(StatesWindow, SeveralAreDeletedOneByOneOrAllAtOnce) {
+    for (const wchar_t* const name : {L"A1", L"A2", L"A3", L"A4"}) {
+        save(name);
+    }
+    const std::wstring all = L"PRESS IDC_LAYERMAN_LIST Ctrl+A\nPRESS IDC_LAYERMAN_LIST Del\n";
+    const std::wstring yes = L"CLICK IDC_DELLAYERSTATE_YES\n";
+    const std::wstring no = L"CLICK IDC_DELLAYERSTATE_NO\n";
+    const std::wstring told =
+        close(all + L"LOOK IDC_DELLAYERSTATE_STATIC\n" + no + yes + L"PRESS window Esc\n");
+    EXPECT_TRUE(contains(told, L"IDC_DELLAYERSTATE_STATIC: \"A1\""));
+    EXPECT_EQ(states(), (Texts{L"A1", L"A3", L"A4"})) << "Esc keeps those that are left";
+    close(all + no + L"CLICK IDC_DELLAYERSTATE_YESALL\n");
+    EXPECT_EQ(states(), (Texts{L"A1"}));
+    run(L"U\n");
+    EXPECT_EQ(states(), (Texts{L"A1", L"A3", L"A4"}));
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(StatesWindow, EditsTheSelectedState) {
+    save(L"Plan");
+    const std::wstring edit = L"CLICK IDC_LAYERMAN_EDIT\nCLICK IDC_LAYERSTATE_LIST \"WALLS,Lock\"\n";
+    close(edit + L"CLICK IDCANCEL\n");
+    const QByteArray before = withoutSeed();
+    EXPECT_TRUE(contains(close(edit + L"CLICK IDOK\nLOOK IDC_LAYERMAN_LIST\n"), L"Plan | Model | No | 14"));
+    EXPECT_FALSE(withoutSeed() == before);
+    manager(L"CLICK IDC_LAYERMAN_RESTORE\n");
+    const HxDbObjectPointer<HxDbLayerTableRecord> walls(layer(L"WALLS"), HxDb::kForRead);
+    EXPECT_TRUE(walls->isLocked());
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(StatesWindow, ImportsChosenStatesOfAnotherDrawing) {
+    giveReferenceStates();
+    close(L"CLICK IDC_LAYERMAN_IMPORT\nCHOOSE fileTypeCombo \"Drawings (*.dwg *.dxf)\"\n"
+          L"PRESS fileNameEdit Ctrl+A\nTYPE fileNameEdit " +
+          path("plan.dxf") +
+          L"\nPRESS focus Enter\nCLICK IDC_SELSTATE_NONE\n"
+          L"TICK IDC_SELSTATE_LIST Frames 1\nCLICK IDOK\n");
+    EXPECT_EQ(states(), (Texts{L"Frames"}));
+    CStdStr<wchar_t> filter;
+    const CStdStr<wchar_t> key =
+        CStdStr<wchar_t>(hxdbHostApplicationServices()->getRegistryProductRootKey()) +
+        L"\\Profiles\\Default\\UserInterfaceSettings\\KvLayerStateManDlg";
+    EXPECT_TRUE(ReadRegString(HKEY_CURRENT_USER, key, L"InitialFilterIndex", filter));
+    EXPECT_EQ(filter, L"2");
+    EXPECT_EQ(failures, Lines());
+}
+
 // ---- references ----
 
 TEST_F(StatesWindow, StatesOfReferencesStayAsTheyAre) {
@@ -370,6 +434,25 @@ TEST_F(StatesWindow, IsRefusedWhileACommandBlocks) {
     EXPECT_TRUE(
         contains(run(L"LAYERSTATE\nOK\nLAYERSTATESAVE\nOK\n"),
                  L"A command is running in this drawing. End or cancel it before you change layers here."));
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(StatesWindow, ThePaletteWaitsForTheRunningCommand) {
+    showPalette();
+    const std::wstring told = run(L"CIRCLE\n'CLICK IDC_BUTTON_LAYERSTATES\nOK\n0,0\n1\n");
+    EXPECT_TRUE(contains(told, L"A command is running in this drawing."));
+    EXPECT_FALSE(contains(told, L"LAYERSTATE\n"));
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(StatesWindow, TheMenuDoesWhatTheButtonsDo) {
+    save(L"Plan");
+    const std::wstring right = select(L"Plan", L"right");
+    const std::wstring told =
+        close(right + L"CHOOSE menu \"Rename\"\nTYPE focus Sheet\nPRESS focus Insert F2 Enter\n" +
+              select(L"Sheet", L"right") + L"CHOOSE menu \"Delete\"\nOK\n");
+    EXPECT_TRUE(contains(told, L"Delete layer state \"Sheet\"? [OK/Cancel]"));
+    EXPECT_EQ(states(), Texts());
     EXPECT_EQ(failures, Lines());
 }
 
