@@ -70,7 +70,6 @@ bool CKvSelectLayerStateDlg::OnInitDialog() {
     connect(m_model, SIGNAL(ticked()), SLOT(ticksChanged()));
     if (QWidget* const all = GetDlgItem("IDC_SELSTATE_ALL")) {
         connect(all, SIGNAL(clicked()), SLOT(OnButtonAll()));
-        setTabOrder(m_list, all);
     }
     if (QWidget* const none = GetDlgItem("IDC_SELSTATE_NONE")) {
         connect(none, SIGNAL(clicked()), SLOT(OnButtonNone()));
@@ -78,6 +77,7 @@ bool CKvSelectLayerStateDlg::OnInitDialog() {
     if (m_model->count() > 0) m_list->setCurrentIndex(m_model->index(0, kChooseColName));
     m_list->setFocus();
     ticksChanged();
+    widenFor(*m_list, *this);
     CenterWindow();
     return true;
 }

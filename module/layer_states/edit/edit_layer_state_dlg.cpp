@@ -13,18 +13,11 @@
 #include "hxdbentity.h"
 
 #include <QAbstractButton>
-#include <QHeaderView>
 #include <QLabel>
-#include <QLayout>
-#include <QScreen>
-#include <QStyle>
-
-#include <algorithm>
 
 namespace {
 
 constexpr QSize kIconSize(16, 16);
-constexpr int kScreenEdge = 24;  ///< for the window's frame
 
 QIcon themedIcon(const char* name) {
     const QString mark = usesLightIcons(true) ? "" : "DARK_";
@@ -71,25 +64,12 @@ bool CKvEditLayerStateDlg::OnInitDialog() {
     connect(m_list->selectionModel(), SIGNAL(selectionChanged(QItemSelection, QItemSelection)),
             SLOT(showCount()));
     showCount();
-    setTabOrder(m_add, m_remove);
-    setTabOrder(m_remove, m_list);
-    setTabOrder(m_list, GetDlgItem("IDOK"));
     m_list->selectionModel()->setCurrentIndex(m_list->rows().index(0, kStateColName),
                                               QItemSelectionModel::NoUpdate);  // Del does nothing yet
     m_list->setFocus();
-    widen();
+    widenFor(*m_list, *this);
     CenterWindow();
     return true;
-}
-
-/// For large fonts: all columns are seen where the screen is wide enough.
-void CKvEditLayerStateDlg::widen() {
-    const QMargins around = layout()->contentsMargins();
-    const int wanted = m_list->horizontalHeader()->length() + 2 * m_list->frameWidth() + around.left() +
-                       around.right() + style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, m_list);
-    const QScreen* const shownOn = parentWidget() ? parentWidget()->screen() : screen();
-    const int most = shownOn ? shownOn->availableGeometry().width() - kScreenEdge : wanted;
-    resize(std::max(width(), std::min(wanted, most)), height());
 }
 
 void CKvEditLayerStateDlg::showIcons() {

@@ -38,7 +38,6 @@ private:
     /// entries.
     std::vector<CKvLayerStateInfo*> GetLayerInfo() const;
     void showIcons();
-    void widen();
 
     HxDbDatabase* m_database;
     CStdStr<wchar_t> m_stateName;

@@ -99,9 +99,9 @@ bool CKvSelectAddLayerDlg::OnInitDialog() {
     HxUiBaseDialog::OnInitDialog();
     connect(m_list->selectionModel(), SIGNAL(selectionChanged(QItemSelection, QItemSelection)),
             SLOT(selectionChanged()));
-    setTabOrder(m_list, GetDlgItem("IDOK"));
     selectionChanged();
     m_list->setFocus();
+    widenFor(*m_list, *this);
     return true;
 }
 

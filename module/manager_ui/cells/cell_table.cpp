@@ -6,7 +6,9 @@
 #include <QKeyEvent>
 #include <QLayout>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QScrollBar>
+#include <QStyle>
 
 #include <algorithm>
 
@@ -28,9 +30,25 @@ void putInPlace(QWidget* other, QTableView& table) {
     if (!parent || !parent->layout()) return;
     const QString name = other->objectName();
     table.setAccessibleName(other->accessibleName());
+    QWidget* before = other->previousInFocusChain();
+    while (before != other && (before == &table || before->focusPolicy() == Qt::NoFocus)) {
+        before = before->previousInFocusChain();
+    }
+    if (before != other) QWidget::setTabOrder(before, &table);
     delete parent->layout()->replaceWidget(other, &table);
     delete other;
     table.setObjectName(name);
+}
+
+void widenFor(const QTableView& table, QDialog& dialog) {
+    constexpr int kScreenEdge = 24;  // for the window's frame
+    const QMargins around = dialog.layout() ? dialog.layout()->contentsMargins() : QMargins();
+    const int scrollBar = table.style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, &table);
+    const int wanted = table.horizontalHeader()->length() + 2 * table.frameWidth() + scrollBar +
+                       around.left() + around.right();
+    const QScreen* const screen = dialog.parentWidget() ? dialog.parentWidget()->screen() : dialog.screen();
+    const int most = screen ? screen->availableGeometry().width() - kScreenEdge : wanted;
+    dialog.resize(std::max(dialog.width(), std::min(wanted, most)), dialog.height());
 }
 
 KvCellTable::KvCellTable(int nameColumn, QWidget* parent) : QTableView(parent), m_nameColumn(nameColumn) {

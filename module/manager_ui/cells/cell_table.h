@@ -1,14 +1,18 @@
 // A table of rows that are edited by clicks on their cells.
 #pragma once
 
+#include <QDialog>
 #include <QPersistentModelIndex>
 #include <QTableView>
 
 #include <vector>
 
-/// Puts a table in the place of another widget of a dialog, whose layout manages it, under its name and with
-/// its accessible name; the other one is deleted. Nothing for null.
+/// Puts a table in the place of another widget of a dialog, whose layout manages it, under its name, with its
+/// accessible name and at its place in the tab order; the other one is deleted. Nothing for null.
 void putInPlace(QWidget* other, QTableView& table);
+
+/// Makes a dialog as wide as a table in it needs for all its columns, as far as the screen allows.
+void widenFor(const QTableView& table, QDialog& dialog);
 
 /// Selects whole rows. A plain click on a cell of some columns does something to all selected rows; a click
 /// with Shift or Ctrl selects. Typing goes to a row by its name.

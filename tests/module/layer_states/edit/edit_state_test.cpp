@@ -225,9 +225,16 @@ TEST_F(EditState, LineweightsAreShownInTheUsersUnits) {
 }
 
 TEST_F(EditState, TellsWhoseLayersTheyAreAndWhatTheButtonsDo) {
-    const std::wstring shown = edit(L"LOOK\n");
+    std::wstring shown = edit(L"LOOK\n");
     EXPECT_TRUE(contains(shown, L"Edit Layer State: Evening"))
         << QString::fromStdWString(shown).toStdString();
+    shown = edit(L"PRESS IDC_LAYERSTATE_LIST Tab\nLOOK focus\nPRESS focus Tab\nLOOK focus\nPRESS focus Tab\n"
+                 L"LOOK focus\nPRESS focus Tab\nLOOK focus\n");
+    EXPECT_LT(shown.find(L"\"Help\""), shown.find(L"\"OK\""));
+    EXPECT_LT(shown.find(L"\"OK\""), shown.find(L"\"Cancel\""));
+    EXPECT_LT(shown.find(L"\"Cancel\""), shown.find(L"Add layers of the drawing to the state (Ins)"));
+    EXPECT_TRUE(contains(shown, L"(Ins)"));
+    EXPECT_EQ(failures, Lines());
     EXPECT_EQ(CloneLayerStateInfoArray(nullptr), nullptr);
     CKvEditLayerStateDlg empty(nullptr, nullptr, nullptr, L"");
     EXPECT_EQ(empty.GetCloneLayerStateInfoArray(), nullptr);
