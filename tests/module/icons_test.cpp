@@ -106,7 +106,8 @@ TEST_F(Icons, AreChosenByTheThemeThatIsSet) {
 /// The dialog has the light icons in the dark theme, too.
 TEST_F(Icons, StandOutInBothThemes) {
     const QStringList files =
-        QDir(":/KvLayerManager").entryList({"image_*", "IDR_TOOLBAR_*", "IDR_TREE_*", "IDR_LSTATE_*", "IDB_*"}, QDir::Files);
+        QDir(":/KvLayerManager")
+            .entryList({"image_*", "IDR_TOOLBAR_*", "IDR_TREE_*", "IDR_LSTATE_*", "IDB_*"}, QDir::Files);
     ASSERT_GE(files.size(), 60);
     for (const bool isDark : {false, true}) {
         for (const QColor& ground : {themeColors(isDark).window, themeColors(isDark).base}) {

@@ -69,8 +69,8 @@ TEST_F(ChooseStates, TellsWhatEachStateIsAndWhatTheDrawingLacks) {
          {L"1: [ ] day | 1 | Replaces the one here | With the sun", L"2: [ ] Night 9 | 2 | New",
           L"3: [ ] night 10 | 3 | New", L"4: [ ] REF_night | 0 | Hides one of a reference",
           L"\"OK\", disabled", L"0 of 4 layer states chosen", L"1 of 4 layer states chosen.",
-          L"Not in the drawing: 1 layer(s), 1 linetype(s), 0 plot style(s)", L"Not in the drawing: 2 layer(s), 1 linetype(s)",
-          L"2 of 4 layer states chosen."}) {
+          L"Not in the drawing: 1 layer(s), 1 linetype(s), 0 plot style(s)",
+          L"Not in the drawing: 2 layer(s), 1 linetype(s)", L"2 of 4 layer states chosen."}) {
         EXPECT_TRUE(contains(shown, text)) << QString::fromWCharArray(text).toStdString();
     }
     EXPECT_FALSE(contains(shown, L"secret"));
@@ -89,6 +89,29 @@ TEST_F(ChooseStates, AllNoneAndKeys) {
     EXPECT_EQ(result, IDOK);
     run(L"IMPORT\nPRESS IDC_SELSTATE_LIST Enter\nPRESS window Esc\n");
     EXPECT_EQ(result, IDCANCEL) << "Enter does nothing without a tick";
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(ChooseStates, ManyStatesAreCountedWhileTheDialogGoesOn) {
+    std::vector<std::wstring> names;
+    for (int i = 0; i < 300; ++i) {
+        names.push_back(L"L" + std::to_wstring(i));
+    }
+    std::vector<const wchar_t*> layers;
+    for (const std::wstring& name : names) {
+        layers.push_back(name.c_str());
+    }
+    theirs.clear();
+    for (int i = 0; i < 400; ++i) {
+        addTo(theirs, (L"State " + std::to_wstring(i)).c_str(), layers);
+    }
+    const std::wstring shown =
+        run(L"IMPORT\nCLICK IDC_SELSTATE_ALL\nTICK IDC_SELSTATE_LIST \"State 0\" 0\nDELAY 300\n"
+            L"LOOK IDC_SELSTATE_SUMMARY\nCLICK IDC_SELSTATE_NONE\nDELAY 50\nLOOK IDC_SELSTATE_SUMMARY\n"
+            L"PRESS window Esc\n");
+    EXPECT_TRUE(contains(shown, L"399 of 400 layer states chosen.\nNot in the drawing: 300 layer(s)"))
+        << QString::fromStdWString(shown).toStdString();
+    EXPECT_TRUE(contains(shown, L"0 of 400 layer states chosen.\nNot in the drawing: 0 layer(s)"));
     EXPECT_EQ(failures, Lines());
 }
 
