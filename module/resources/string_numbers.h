@@ -293,6 +293,7 @@ enum KvString : std::uint32_t {
     kStrStatesExport = 10508,
     kStrStatesRestore = 10509,
     kStrStatesClose = 10510,
+    kStrTipStatesNew = 10511,  ///< what buttons of the manager do
     kStrStatesNoXrefs = 10512,
     kStrStatesTurnOff = 10513,
     kStrStatesAsOverrides = 10514,
@@ -328,6 +329,7 @@ enum KvString : std::uint32_t {
     kStrStatesHeadProperties = 10544,
     kStrStateEmpty = 10545,  ///< refusal of a restore; %ls the state
     kStrStatesHelpText = 10546,
+    kStrTipStatesRename = 10547,
     kStrSaveStateTitle = 10548,  ///< the dialog that saves a layer state, 10548 to 10552
     kStrSaveStateName = 10549,
     kStrSaveStateDescription = 10550,
@@ -338,4 +340,6 @@ enum KvString : std::uint32_t {
     kStrStatesNotWritten = 10555,  ///< %1 their names
     kStrMenuSaveState = 10556,     ///< of the grid's context menu, 10556 and 10557
     kStrMenuStatesManager = 10557,
+    kStrTipStatesDelete = 10558,  ///< tool tips, with 10511 and 10547
+    kStrTipStatesRestore = 10559,
 };

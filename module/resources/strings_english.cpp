@@ -334,6 +334,7 @@ constexpr HxResourceString kStrings[] = {
     {kStrStatesExport, L"Ex&port..."},
     {kStrStatesRestore, L"&Restore"},
     {kStrStatesClose, L"Close"},
+    {kStrTipStatesNew, L"Save all layers as they are now under a name (Ins)"},
     {kStrStatesNoXrefs, L"Do not list layer states of external re&ferences"},
     {kStrStatesTurnOff, L"&Turn off layers that the state does not name"},
     {kStrStatesAsOverrides, L"Apply properties as &viewport overrides"},
@@ -375,6 +376,7 @@ constexpr HxResourceString kStrings[] = {
      L"as they are now under a name, Save does so in the selected state. Restore gives the layers what the "
      L"selected state says, as far as the boxes below are ticked. States come from and go to other drawings "
      L"by Import and Export. What is done here is one undo step."},
+    {kStrTipStatesRename, L"Change the name (F2)"},
     {kStrSaveStateTitle, L"New Layer State to Save"},
     {kStrSaveStateName, L"&Name:"},
     {kStrSaveStateDescription, L"&Description:"},
@@ -392,6 +394,8 @@ constexpr HxResourceString kStrings[] = {
                            L"program part is working on them. Try again."},
     {kStrMenuSaveState, L"Sav&e Layer State..."},
     {kStrMenuStatesManager, L"La&yer States Manager..."},
+    {kStrTipStatesDelete, L"Delete the selected layer states (Del)"},
+    {kStrTipStatesRestore, L"Give the layers what the selected layer state says (Enter, double click)"},
 };
 
 }  // namespace

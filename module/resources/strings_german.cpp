@@ -345,6 +345,7 @@ constexpr HxResourceString kStrings[] = {
     {kStrStatesExport, L"E&xportieren..."},
     {kStrStatesRestore, L"&Wiederherstellen"},
     {kStrStatesClose, L"Schließen"},
+    {kStrTipStatesNew, L"Alle Layer, wie sie jetzt sind, unter einem Namen speichern (Einfg)"},
     {kStrStatesNoXrefs, L"Layerstatus externer Re&ferenzen nicht auflisten"},
     {kStrStatesTurnOff, L"Layer ausschal&ten, die der Status nicht nennt"},
     {kStrStatesAsOverrides, L"Eigenschaften als &Ansichtsfenster-Überschreibungen anwenden"},
@@ -388,6 +389,7 @@ constexpr HxResourceString kStrings[] = {
      L"den Layern, was der gewählte Status sagt, soweit die Kästchen darunter angekreuzt sind. Mit "
      L"Importieren und Exportieren tauschen Zeichnungen Layerstatus aus. Was hier geschieht, ist ein "
      L"einziger Schritt zum Rückgängigmachen."},
+    {kStrTipStatesRename, L"Den Namen ändern (F2)"},
     {kStrSaveStateTitle, L"Neuen Layerstatus speichern"},
     {kStrSaveStateName, L"&Name:"},
     {kStrSaveStateDescription, L"&Beschreibung:"},
@@ -407,6 +409,8 @@ constexpr HxResourceString kStrings[] = {
                            L"anderer Programmteil arbeitet an ihnen. Versuchen Sie es erneut."},
     {kStrMenuSaveState, L"Layerstatus s&peichern..."},
     {kStrMenuStatesManager, L"La&yerstatus-Manager..."},
+    {kStrTipStatesDelete, L"Die gewählten Layerstatus löschen (Entf)"},
+    {kStrTipStatesRestore, L"Den Layern geben, was der gewählte Layerstatus sagt (Eingabe, Doppelklick)"},
 };
 
 }  // namespace

@@ -196,17 +196,18 @@ void KvLayerStateManWindow::enableActions(const std::vector<CKvLayerState*>& sel
                                            [](const CKvLayerState* state) { return state->isOfReference(); });
     const bool hasOwn = std::any_of(selected.begin(), selected.end(),
                                     [](const CKvLayerState* state) { return !state->isOfReference(); });
-    const QString why = isOfReference ? resourceText(kStrStatesOfReference) : QString();
-    const auto enable = [&](const char* name, bool isEnabled) {
+    const auto enable = [&](const char* name, bool isEnabled, int tip) {
         QWidget* const button = GetDlgItem(name);
         if (!button) return;
         button->setEnabled(isEnabled);
-        button->setToolTip(isEnabled ? QString() : why);
+        const int text = !isEnabled && isOfReference ? static_cast<int>(kStrStatesOfReference) : tip;
+        button->setToolTip(text == 0 ? QString() : resourceText(text));
     };
-    for (const char* const name : {"IDC_LAYERMAN_SAVE", "IDC_LAYERMAN_EDIT", "IDC_LAYERMAN_RENAME"}) {
-        enable(name, isSingle && !isOfReference);
-    }
-    enable("IDC_LAYERMAN_DEL", hasOwn);
+    const bool canChange = isSingle && !isOfReference;
+    enable("IDC_LAYERMAN_SAVE", canChange, 0);
+    enable("IDC_LAYERMAN_EDIT", canChange, 0);
+    enable("IDC_LAYERMAN_RENAME", canChange, kStrTipStatesRename);
+    enable("IDC_LAYERMAN_DEL", hasOwn, kStrTipStatesDelete);
     if (QWidget* const button = GetDlgItem("IDC_LAYERMAN_EXPORT")) button->setEnabled(isSingle);
 }
 

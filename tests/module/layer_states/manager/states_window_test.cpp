@@ -1,8 +1,7 @@
 // The layer states manager and the save dialog of the built module, by clicks and keys.
-#include "tests/module/manager_ui/palette_fixture.h"
+#include "tests/module/layer_states/manager/states_window_fixture.h"
 
 #include "frame/registry_settings.h"
-#include "layer_states/storage/layer_state_storage.h"
 #include "manager_ui/grid/layer_column.h"
 
 #include "sdk/hxdbdict.h"
@@ -12,7 +11,7 @@
 namespace korvex::test {
 namespace {
 
-class StatesWindow : public PaletteTest {
+class StatesWindow : public StatesWindowTest {
 protected:
     std::wstring manager(const std::wstring& actions) { return run(L"LAYERSTATE\n" + actions); }
     std::wstring close(const std::wstring& actions) {
@@ -29,24 +28,6 @@ protected:
     static std::wstring rename(const std::wstring& state, const std::wstring& name, const wchar_t* key) {
         return select(state) + L"PRESS IDC_LAYERMAN_LIST F2\nPRESS focus Ctrl+A\nPRESS focus Del\n" +
                (name.empty() ? L"" : L"TYPE focus " + name + L"\n") + L"PRESS focus " + key + L"\n";
-    }
-    /// The next handle stays used up.
-    QByteArray withoutSeed() {
-        QByteArray text = bytes();
-        const int at = text.indexOf("$HANDSEED");
-        text.remove(at, text.indexOf("\n9\n", at) - at);
-        return text;
-    }
-    /// By name.
-    std::vector<std::wstring> states() {
-        KvLayerStateMap map;
-        loadLayerStates(&database(), map);
-        std::vector<std::wstring> names;
-        for (std::size_t i = 0; i < map.size(); ++i) {
-            names.push_back(map.at(i)->GetLayerStateName());
-        }
-        std::sort(names.begin(), names.end());
-        return names;
     }
     int maskOf(const wchar_t* state) {
         KvLayerStateMap map;
@@ -96,7 +77,7 @@ TEST_F(StatesWindow, OneSessionIsOneUndoStep) {
             L"PRESS IDC_LAYERMAN_LIST Insert\nTYPE IDC_LAYERSTATESAVE_COMBO Day\nPRESS focus Enter\n" +
             rename(L"Night", L"Late", L"Enter") + select(L"Old") + L"PRESS IDC_LAYERMAN_LIST Del\nOK\n" +
             select(L"Day") + L"PRESS IDC_LAYERMAN_LIST Enter\n");
-    EXPECT_EQ(states(), (Texts{L"Day", L"Late"}));
+    EXPECT_EQ(states(), (Names{L"Day", L"Late"}));
     EXPECT_EQ(failures, Lines());
     EXPECT_TRUE(contains(run(L"U\n"), L"LAYERSTATE"));
     EXPECT_TRUE(withoutSeed() == before);
@@ -116,7 +97,7 @@ TEST_F(StatesWindow, SaveDialogRefusesAsksAndTrims) {
                                L"< , > / ? ' \" \\ | ; : = *\n\nType a name without them. [OK]"));
     EXPECT_TRUE(contains(told, L"There is a layer state \"plan a\" already. Overwrite it? [OK/Cancel]"));
     EXPECT_TRUE(contains(told, L"IDC_LAYERSTATESAVE_EDIT: \"first\""));
-    EXPECT_EQ(states(), (Texts{L"plan a"}));
+    EXPECT_EQ(states(), (Names{L"plan a"}));
     EXPECT_EQ(failures, Lines());
 }
 
@@ -212,12 +193,12 @@ TEST_F(StatesWindow, RenameRefusesWhatIsNoName) {
         EXPECT_TRUE(contains(close(rename(L"Plan", refusal.typed, L"Enter") + L"OK\n"), refusal.told))
             << refusal.typed;
     }
-    EXPECT_EQ(states(), (Texts{L"Other", L"Plan"}));
+    EXPECT_EQ(states(), (Names{L"Other", L"Plan"}));
     close(rename(L"Plan", L"Given up", L"Esc"));
     close(rename(L"Plan", L"PLAN", L"Enter"));
-    EXPECT_EQ(states(), (Texts{L"Other", L"PLAN"}));
+    EXPECT_EQ(states(), (Names{L"Other", L"PLAN"}));
     close(rename(L"PLAN", L" Gr\\U+00FCn ", L"Tab"));
-    EXPECT_EQ(states(), (Texts{L"Grün", L"Other"}));
+    EXPECT_EQ(states(), (Names{L"Grün", L"Other"}));
     EXPECT_EQ(failures, Lines());
 }
 
@@ -230,7 +211,7 @@ TEST_F(StatesWindow, DeletesAfterAQuestionAndEnablesWhatGoes) {
         close(L"PRESS IDC_LAYERMAN_LIST Del\nCancel\nCLICK IDC_LAYERMAN_DEL\nOK\nLOOK\n");
     EXPECT_TRUE(contains(told, L"Delete layer state \"A1\"? [OK/Cancel]"));
     EXPECT_TRUE(contains(told, L"1:  | A2 | Model | Yes | 14 |   (selected)")) << "what stood behind it";
-    EXPECT_EQ(states(), (Texts{L"A2"}));
+    EXPECT_EQ(states(), (Names{L"A2"}));
     const std::wstring empty = close(L"CLICK IDC_LAYERMAN_DEL\nOK\nLOOK\n");
     for (const wchar_t* const grey : {L"SAVE: \"Save\"", L"EDIT: \"Edit...\"", L"RENAME: \"Rename\"",
                                       L"DEL: \"Delete\"", L"EXPORT: \"Export...\"", L"RESTORE: \"Restore\"",
@@ -298,11 +279,11 @@ TEST_F(StatesWindow, SeveralAreDeletedOneByOneOrAllAtOnce) {
     const std::wstring told =
         close(all + L"LOOK IDC_DELLAYERSTATE_STATIC\n" + no + yes + L"PRESS window Esc\n");
     EXPECT_TRUE(contains(told, L"IDC_DELLAYERSTATE_STATIC: \"A1\""));
-    EXPECT_EQ(states(), (Texts{L"A1", L"A3", L"A4"})) << "Esc keeps those that are left";
+    EXPECT_EQ(states(), (Names{L"A1", L"A3", L"A4"})) << "Esc keeps those that are left";
     close(all + no + L"CLICK IDC_DELLAYERSTATE_YESALL\n");
-    EXPECT_EQ(states(), (Texts{L"A1"}));
+    EXPECT_EQ(states(), (Names{L"A1"}));
     run(L"U\n");
-    EXPECT_EQ(states(), (Texts{L"A1", L"A3", L"A4"}));
+    EXPECT_EQ(states(), (Names{L"A1", L"A3", L"A4"}));
     EXPECT_EQ(failures, Lines());
 }
 
@@ -326,7 +307,7 @@ TEST_F(StatesWindow, ImportsChosenStatesOfAnotherDrawing) {
           path("plan.dxf") +
           L"\nPRESS focus Enter\nCLICK IDC_SELSTATE_NONE\n"
           L"TICK IDC_SELSTATE_LIST Frames 1\nCLICK IDOK\n");
-    EXPECT_EQ(states(), (Texts{L"Frames"}));
+    EXPECT_EQ(states(), (Names{L"Frames"}));
     CStdStr<wchar_t> filter;
     const CStdStr<wchar_t> key =
         CStdStr<wchar_t>(hxdbHostApplicationServices()->getRegistryProductRootKey()) +
@@ -404,7 +385,7 @@ TEST_F(StatesWindow, CancelOfTheLayerDialogTakesItBack) {
     EXPECT_EQ(failures, Lines());
     EXPECT_TRUE(withoutSeed() == before);
     run(work + L"CLICK IDOK\n");
-    EXPECT_EQ(states(), (Texts{L"Later", L"Plan"}));
+    EXPECT_EQ(states(), (Names{L"Later", L"Plan"}));
     EXPECT_EQ(frozen(), Names());
     EXPECT_TRUE(contains(run(L"U\n"), L"CLASSICLAYER"));
     EXPECT_TRUE(withoutSeed() == before);
@@ -452,7 +433,7 @@ TEST_F(StatesWindow, TheMenuDoesWhatTheButtonsDo) {
         close(right + L"CHOOSE menu \"Rename\"\nTYPE focus Sheet\nPRESS focus Insert F2 Enter\n" +
               select(L"Sheet", L"right") + L"CHOOSE menu \"Delete\"\nOK\n");
     EXPECT_TRUE(contains(told, L"Delete layer state \"Sheet\"? [OK/Cancel]"));
-    EXPECT_EQ(states(), Texts());
+    EXPECT_EQ(states(), Names());
     EXPECT_EQ(failures, Lines());
 }
 

@@ -1,27 +1,16 @@
 // Seeded walks through the layer states manager, its buttons and undo.
-#include "tests/module/manager_ui/palette_fixture.h"
-
-#include "layer_states/storage/layer_state_storage.h"
+#include "tests/module/layer_states/manager/states_window_fixture.h"
 
 #include <random>
 
 namespace korvex::test {
 namespace {
 
-class StatesWindowWalk : public PaletteTest {
+class StatesWindowWalk : public StatesWindowTest {
 protected:
     int below(int limit) { return std::uniform_int_distribution<int>(0, limit - 1)(m_random); }
     std::wstring anyName() { return L"Plan " + std::to_wstring(below(6)); }
 
-    Names states() {
-        KvLayerStateMap map;
-        loadLayerStates(&database(), map);
-        Names names;
-        for (std::size_t i = 0; i < map.size(); ++i) {
-            names.insert(map.at(i)->GetLayerStateName());
-        }
-        return names;
-    }
     /// Names that the list shows.
     static Names listed(const std::wstring& shown) {
         Names names;
@@ -52,14 +41,6 @@ protected:
         default: return L"TYPE IDC_LAYERMAN_SEARCH *\nPRESS IDC_LAYERMAN_SEARCH Esc\n";
         }
     }
-    /// The drawing without the next handle, which stays used up.
-    QByteArray withoutSeed() {
-        QByteArray text = bytes();
-        const int at = text.indexOf("$HANDSEED");
-        text.remove(at, text.indexOf("\n9\n", at) - at);
-        return text;
-    }
-
     std::mt19937 m_random{20};
     int m_step = 0;
 };
