@@ -162,6 +162,15 @@ TEST_F(StatesWindow, TurnsOffOtherLayersAndRemembersTheBox) {
     EXPECT_EQ(failures, Lines());
 }
 
+TEST_F(StatesWindow, TellsWhichLayersCouldNotBeChanged) {
+    save(L"Plan");
+    run(L"-LAYER\nF\nWALLS,NOTES\n\n");
+    const HxDbObjectPointer<HxDbLayerTableRecord> held(layer(L"WALLS"), HxDb::kForRead);
+    EXPECT_TRUE(contains(manager(L"CLICK IDC_LAYERMAN_RESTORE\n"),
+                         L"1 of 14 layers could not be changed: \"WALLS\""));
+    EXPECT_EQ(failures.size(), 1U) << "the host tells that the layer is open";
+}
+
 TEST_F(StatesWindow, InALayoutFreezesInTheViewport) {
     run(L"LAYOUT S Layout1\nMSPACE\nVPLAYER F WALLS\n\n\n");
     ASSERT_EQ(frozenHere(), Names{L"WALLS"});
