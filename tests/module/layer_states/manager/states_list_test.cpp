@@ -29,6 +29,7 @@ TEST_F(StatesList, OnlyRowsThatAreSeenAreLookedInto) {
     list.resize(500, 200);
     list.show();
     list.showStates();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&list));
     QCoreApplication::processEvents();
     EXPECT_EQ(list.rows().rowCount(), kStates);
     EXPECT_GT(list.rows().seenStates(), 0);

@@ -134,18 +134,19 @@ TEST_F(StatesWindow, RestoresWhatIsTickedAndKeepsTheTicks) {
 }
 
 TEST_F(StatesWindow, FoldsTheRestoreAreaAwayForTheNextOpening) {
-    const std::wstring picture = L"PICTURE " + path("window.png") + L"\n";
+    const std::wstring wait = L"DELAY 200\n";  // window managers take their time
+    const std::wstring picture = wait + L"PICTURE " + path("window.png") + L"\n";
     const auto size = [](const std::wstring& told) {
         const std::size_t at = told.rfind(L".png\", ");
         return at == std::wstring::npos ? L"" : told.substr(at + 7, told.find(L".\n", at + 7) - at - 7);
     };
     const std::wstring open = size(close(picture));
-    const std::wstring folded = close(L"CLICK IDC_LAYERMAN_EXPAND\n" + picture + L"LOOK\n");
+    const std::wstring folded = close(wait + L"CLICK IDC_LAYERMAN_EXPAND\n" + picture + L"LOOK\n");
     EXPECT_NE(size(folded), open);
     EXPECT_TRUE(contains(folded, L"IDC_LAYERMAN_EXPAND: \"Show what is restored\""));
     EXPECT_FALSE(contains(folded, L"IDC_LAYERMAN_CHECK1:"));
     EXPECT_FALSE(contains(close(L"LOOK\n"), L"IDC_LAYERMAN_CHECK1:"));
-    EXPECT_EQ(size(close(L"CLICK IDC_LAYERMAN_EXPAND\n" + picture)), open);
+    EXPECT_EQ(size(close(wait + L"CLICK IDC_LAYERMAN_EXPAND\n" + picture)), open);
     EXPECT_EQ(failures, Lines());
 }
 
@@ -181,6 +182,18 @@ TEST_F(StatesWindow, InALayoutFreezesInTheViewport) {
     EXPECT_TRUE(contains(shown, L"Sheet | Layout | No"));
     EXPECT_TRUE(contains(shown, L"IDC_LAYERMAN_CHECK3: \"Frozen in current viewport\" ticked\n"));
     EXPECT_EQ(frozenHere(), Names{L"WALLS"});
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(StatesWindow, GivesPropertiesToTheViewportAlone) {
+    save(L"Plan");
+    run(L"-LAYER\nC\n3\nWALLS\n\nLAYOUT S Layout1\nMSPACE\n");
+    manager(L"TICK IDC_LAYERMAN_CHECK13 1\nCLICK IDC_LAYERMAN_RESTORE\n");
+    EXPECT_EQ(colorOf(L"WALLS"), 3);
+    bool isOverride = false;
+    const HxDbObjectPointer<HxDbLayerTableRecord> walls(layer(L"WALLS"), HxDb::kForRead);
+    EXPECT_EQ(walls->color(hxedGetCurViewportObjectId(), isOverride).colorIndex(), 7);
+    EXPECT_TRUE(isOverride);
     EXPECT_EQ(failures, Lines());
 }
 
