@@ -342,4 +342,7 @@ enum KvString : std::uint32_t {
     kStrMenuStatesManager = 10557,
     kStrTipStatesDelete = 10558,  ///< tool tips, with 10511 and 10547
     kStrTipStatesRestore = 10559,
+    kStrMenuDuplicateState = 10560,  ///< of the menu of states, 10560 and 10561
+    kStrMenuAddMissing = 10561,
+    kStrLayersAdded = 10562,  ///< %1 how many layers, %2 to how many states
 };

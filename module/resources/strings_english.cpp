@@ -396,6 +396,9 @@ constexpr HxResourceString kStrings[] = {
     {kStrMenuStatesManager, L"La&yer States Manager..."},
     {kStrTipStatesDelete, L"Delete the selected layer states (Del)"},
     {kStrTipStatesRestore, L"Give the layers what the selected layer state says (Enter, double click)"},
+    {kStrMenuDuplicateState, L"&Duplicate"},
+    {kStrMenuAddMissing, L"Add Missin&g Layers"},
+    {kStrLayersAdded, L"Layers added: %1, to %2 layer state(s). They are as in the drawing now."},
 };
 
 }  // namespace

@@ -411,6 +411,9 @@ constexpr HxResourceString kStrings[] = {
     {kStrMenuStatesManager, L"La&yerstatus-Manager..."},
     {kStrTipStatesDelete, L"Die gewählten Layerstatus löschen (Entf)"},
     {kStrTipStatesRestore, L"Den Layern geben, was der gewählte Layerstatus sagt (Eingabe, Doppelklick)"},
+    {kStrMenuDuplicateState, L"&Duplizieren"},
+    {kStrMenuAddMissing, L"Fehlende Layer er&gänzen"},
+    {kStrLayersAdded, L"Ergänzte Layer: %1, in %2 Layerstatus. Sie sind wie jetzt in der Zeichnung."},
 };
 
 }  // namespace

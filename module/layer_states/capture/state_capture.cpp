@@ -5,6 +5,8 @@
 #include "hxtext.h"
 #include "layer_states/capture/drawing_layers.h"
 
+#include <unordered_set>
+
 namespace {
 
 /// One entry for each layer; the values are moved out of `layers`.
@@ -65,4 +67,40 @@ bool overwriteLayerState(HxDbDatabase* database, KvLayerStateMap& states, CKvLay
     keepPlotStyles(*entries, *states.entries(state));
     states.replaceEntries(state, entries);
     return true;
+}
+
+CKvLayerState* duplicateLayerState(KvLayerStateMap& states, const CKvLayerState* state) {
+    if (!states.contains(state)) return nullptr;
+    auto* const copy = new CKvLayerState(*state);
+    CStdStr<wchar_t> name;
+    int number = 2;
+    do {
+        name.Format(L"%ls (%d)", state->GetLayerStateName().c_str(), number++);
+    } while (states.find(name));
+    copy->SetLayerStateName(name);
+    if (copy->isOfReference()) copy->SetSpace(HxLyState::kLayout);
+    auto* const entries = new KvLayerStateInfoArray;
+    for (const CKvLayerStateInfo* const entry : *states.entries(state)) {
+        entries->Add(new CKvLayerStateInfo(*entry));
+    }
+    states.add(copy, entries);
+    return copy;
+}
+
+int addMissingLayers(HxDbDatabase* database, KvLayerStateMap& states, const CKvLayerState* state) {
+    KvLayerStateInfoArray* const entries = database ? states.entries(state) : nullptr;
+    if (!entries) return 0;
+    std::unordered_set<std::wstring> named;
+    for (const CKvLayerStateInfo* const entry : *entries) {
+        named.insert(hxutFoldName(entry->GetLayerName().c_str()));
+    }
+    const int before = entries->GetSize();
+    KvDrawingLayers layers(database);
+    for (std::size_t i = 0; i < layers.size(); ++i) {
+        HxLyStateEntry& layer = layers.at(i).own;
+        if (named.count(hxutFoldName(layer.layer.c_str())) != 0) continue;
+        const bool isCurrent = hxutEqualNames(layer.layer.c_str(), state->GetCurrentLayerName().c_str());
+        entries->Add(new CKvLayerStateInfo(std::move(layer), entries->GetSize(), isCurrent));
+    }
+    return entries->GetSize() - before;
 }

@@ -22,3 +22,11 @@ CKvLayerState* createLayerState(HxDbDatabase* database, KvLayerStateMap& states,
 /// drawing, and for a state that is not in `states`.
 bool overwriteLayerState(HxDbDatabase* database, KvLayerStateMap& states, CKvLayerState* state,
                          const KvStateToSave& saved, bool headerOnly);
+
+/// A copy of a state with a name of its own: "name (2)", or the first number that is free. One of a
+/// reference's state belongs to the drawing. Null for a state that is not in `states`.
+CKvLayerState* duplicateLayerState(KvLayerStateMap& states, const CKvLayerState* state);
+
+/// Adds the drawing's layers that a state does not name, as they are now, behind the others. Returns how
+/// many.
+int addMissingLayers(HxDbDatabase* database, KvLayerStateMap& states, const CKvLayerState* state);

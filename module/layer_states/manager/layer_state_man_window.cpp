@@ -15,6 +15,7 @@
 #include <QShortcut>
 #include <QToolButton>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -156,9 +157,16 @@ void KvLayerStateManWindow::showMenu(const QPoint& at) {
         menu.addAction(button->text())->setData(button->objectName());
         menu.actions().last()->setEnabled(button->isEnabled());
     }
+    menu.addSeparator();
+    const std::vector<CKvLayerState*> selected = m_list->selectedStates();
+    QAction* const copies = menu.addAction(resourceText(kStrMenuDuplicateState), this, SLOT(duplicate()));
+    copies->setEnabled(selected.size() == 1);
+    QAction* const adds = menu.addAction(resourceText(kStrMenuAddMissing), this, SLOT(addMissing()));
+    adds->setEnabled(std::any_of(selected.begin(), selected.end(),
+                                 [](const CKvLayerState* state) { return !state->isOfReference(); }));
     const QAction* const chosen = menu.exec(m_list->viewport()->mapToGlobal(at));
-    if (!chosen) return;
-    if (auto* const button = GetDlgItem<QPushButton>(chosen->data().toString().toLatin1())) button->click();
+    const QByteArray name = chosen ? chosen->data().toString().toLatin1() : QByteArray();
+    if (auto* const button = GetDlgItem<QPushButton>(name)) button->click();
 }
 
 // ---- which are enabled ----

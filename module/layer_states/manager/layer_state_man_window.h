@@ -28,6 +28,10 @@ public Q_SLOTS:
     void OnButtonRename();
     /// The selected states, but for those of references.
     void OnButtonDel();
+    /// A copy of the selected state, which is selected then.
+    void duplicate();
+    /// Layers of the drawing that the selected states lack, but for states of references.
+    void addMissing();
     void OnButtonImport();
     void OnButtonExport();
     /// What the ticked boxes allow of the selected state.

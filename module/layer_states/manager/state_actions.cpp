@@ -2,9 +2,11 @@
 #include "layer_states/manager/layer_state_man_window.h"
 #include "layer_states/manager/state_dialogs.h"
 
+#include "frame/format_message.h"
 #include "frame/resource_text.h"
 #include "hxstddlg.h"
 #include "hxtext.h"
+#include "layer_states/capture/state_capture.h"
 #include "layer_states/file/layer_state_files.h"
 
 #include <QCheckBox>
@@ -124,6 +126,29 @@ void KvLayerStateManWindow::deleteStates(const std::vector<CKvLayerState*>& stat
     }
     showStates(next);
     m_list->setFocus();
+}
+
+// ---- duplicate, add layers ----
+
+void KvLayerStateManWindow::duplicate() {
+    if (const CKvLayerState* const copy = duplicateLayerState(m_engine.states(), m_list->selectedState())) {
+        showStates(copy);
+    }
+}
+
+void KvLayerStateManWindow::addMissing() {
+    const ModuleResources resources;
+    int layers = 0;
+    int states = 0;
+    for (const CKvLayerState* const state : m_list->selectedStates()) {
+        if (state->isOfReference()) continue;
+        layers += addMissingLayers(m_engine.database(), m_engine.states(), state);
+        ++states;
+    }
+    if (layers > 0) showStates();
+    const QString text =
+        formatMessage(resourceText(kStrLayersAdded), {QString::number(layers), QString::number(states)});
+    MessageBox(text.toStdWString().c_str(), nullptr, MB_OK | MB_ICONINFORMATION);
 }
 
 // ---- import, export ----

@@ -459,6 +459,28 @@ TEST_F(StatesWindow, TheMenuDoesWhatTheButtonsDo) {
     EXPECT_EQ(failures, Lines());
 }
 
+TEST_F(StatesWindow, StatesAreDuplicatedAndGetLayersThatTheyLack) {
+    save(L"Plan", L"of old");
+    run(L"-LAYER\nNew\nlater\n\n");
+    const std::wstring right = select(L"Plan", L"right");
+    std::wstring told = close(right + L"CHOOSE menu \"Duplicate\"\n" + right +
+                              L"CHOOSE menu \"Duplicate\"\n" + L"LOOK IDC_LAYERMAN_LIST\n");
+    EXPECT_EQ(listed(told), (std::vector<std::wstring>{L"Plan", L"Plan (2)", L"Plan (3)"}));
+    told = close(select(L"Plan (2)") + select(L"Plan (3)", L"Ctrl") + select(L"Plan (3)", L"right") +
+                 L"CHOOSE menu \"Add Missing Layers\"\nOK\n" + select(L"Plan (3)") +
+                 select(L"Plan (3)", L"right") + L"CHOOSE menu \"Add Missing Layers\"\nOK\n");
+    EXPECT_TRUE(contains(told, L"Layers added: 2, to 2 layer state(s)."));
+    EXPECT_TRUE(contains(told, L"Layers added: 0, to 1 layer state(s)."));
+    KvLayerStateMap map;
+    loadLayerStates(&database(), map);
+    ASSERT_EQ(map.size(), 3U);
+    const int layers = map.entries(map.find(L"Plan"))->GetSize();
+    EXPECT_EQ(map.entries(map.find(L"Plan (2)"))->GetSize(), layers + 1);
+    EXPECT_EQ(map.find(L"Plan (3)")->GetDescription(), L"of old");
+    EXPECT_EQ(map.entries(map.find(L"Plan (3)"))->GetAt(layers)->GetLayerName(), L"later");
+    EXPECT_EQ(failures, Lines());
+}
+
 TEST_F(StatesWindow, SpeaksGerman) {
     linker().unloadModule(kModule);
     qputenv("LC_ALL", "de_DE.UTF-8");
