@@ -45,7 +45,7 @@ protected:
             HxLyStateEntry entry;
             entry.layer = layer;
             entry.linetype = layer == layers.front() ? L"Wavy" : L"Continuous";
-            entry.plotStyle = L"Color_7";
+            if (layer == layers.front()) entry.plotStyle = L"Color_7";
             entries->Add(new CKvLayerStateInfo(entry, entries->GetSize(), false));
         }
         states.add(state, entries);
@@ -87,6 +87,8 @@ TEST_F(ChooseStates, AllNoneAndKeys) {
         L"PRESS IDC_SELSTATE_LIST Home Space Enter\n");
     EXPECT_EQ(chosen, L"night 10 day Night 9 ") << "the one without layers comes first";
     EXPECT_EQ(result, IDOK);
+    run(L"IMPORT\nPRESS focus Space\nCLICK IDOK\n");
+    EXPECT_EQ(chosen, L"day ") << "the list has the keyboard, its first row the focus";
     run(L"IMPORT\nPRESS IDC_SELSTATE_LIST Enter\nPRESS window Esc\n");
     EXPECT_EQ(result, IDCANCEL) << "Enter does nothing without a tick";
     EXPECT_EQ(failures, Lines());

@@ -9,6 +9,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QTableView>
+#include <QTimer>
 
 namespace korvex::test {
 
@@ -34,6 +35,7 @@ protected:
             CKvEditLayerStateDlg dialog(nullptr, state.get(), &database(), L"Evening");
             new QAbstractItemModelTester(dialog.findChild<QTableView*>("IDC_LAYERSTATE_LIST")->model(),
                                          QAbstractItemModelTester::FailureReportingMode::Fatal, &dialog);
+            if (whileOpen) QTimer::singleShot(0, &dialog, [&] { whileOpen(dialog); });
             result = dialog.DoModal();
             current = dialog.currentLayerName();
             edited.reset(dialog.GetCloneLayerStateInfoArray());
@@ -64,6 +66,7 @@ protected:
     KvLayerStateEntries state, edited;
     int result = 0;
     CStdStr<wchar_t> current;
+    std::function<void(CKvEditLayerStateDlg&)> whileOpen;  ///< called when it is shown; a script waits for it
 };
 
 }  // namespace korvex::test

@@ -1,6 +1,11 @@
 // Editing the layers of a state, with mouse, keys and answers of a script.
 #include "tests/module/layer_states/edit/edit_state_fixture.h"
 
+#include "layer_states/edit/edit_layer_state_model.h"
+#include "manager_ui/cells/cell_roles.h"
+
+#include <QAbstractButton>
+
 namespace korvex::test {
 namespace {
 
@@ -92,10 +97,12 @@ TEST_F(EditState, PickersGiveTheirChoiceToAllSelectedRows) {
         click(L"NOTES,Lineweight") + L"CHOOSE IDC_LW_LIST \"0.70 mm\"\nCLICK IDOK\n" +
         click(L"WALLS,Transparency") +
         L"LOOK IDC_TRANS_VALUE\nPRESS IDC_TRANS_VALUE Ctrl+A\nTYPE IDC_TRANS_VALUE 30\nCLICK IDOK\n" +
-        click(L"WALLS,Linetype") + L"CLICK IDC_LINETYPE_LOAD\nCLICK IDC_LINETYPE_AVAILABLE 2\nCLICK IDOK\n" +
+        click(L"WALLS,Linetype") +
+        L"LOOK IDC_LINETYPE_LIST\nCLICK IDC_LINETYPE_LOAD\nCLICK IDC_LINETYPE_AVAILABLE 2\nCLICK IDOK\n" +
         L"CLICK IDC_LINETYPE_LIST 2\nCLICK IDOK\n");
     EXPECT_EQ(failures, Lines());
     EXPECT_TRUE(contains(shown, L"\"50 %\"")) << "alpha 127";
+    EXPECT_LT(shown.find(L"(selected)", shown.find(L"Continuous")), shown.find(L"IDC_LINETYPE_LOAD"));
     for (const wchar_t* const name : {L"NOTES", L"WALLS"}) {
         EXPECT_EQ(entry(name).GetRGBColor(), 10 | 20 << 8 | 30 << 16);
         EXPECT_EQ(entry(name).GetLineWeight(), 70);
@@ -192,6 +199,75 @@ TEST_F(EditState, HeadersSortByNaturalOrderAndKeepTheSelection) {
     EXPECT_NE(at(L"1: GLASS", at(L"1: SPARE")), std::wstring::npos) << "the heaviest first";
     EXPECT_TRUE(has(L"l9", HxLyState::kLayerOff));
     EXPECT_FALSE(has(L"GLASS", HxLyState::kLayerOff));
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(EditState, EachColumnSortsByWhatItShows) {
+    original(L"WALLS").SetLineType(L"Dashed");
+    original(L"NOTES").SetLineType(L"DASHED");
+    original(L"GLASS").SetLineType(L"Wavy");
+    original(L"SPARE").SetLayerFlag(HxLyState::kLayerOff);
+    original(L"NOTES").SetLayerFlag(HxLyState::kLayerLocked);
+    original(L"WALLS").SetTransparency(100);
+    original(L"NOTES").SetRGBColor(0);
+    const auto sorted = [this](const std::wstring& header) {
+        const std::wstring shown =
+            edit(L"CLICK IDC_LAYERSTATE_LIST/header \"" + header + L"\"\nLOOK IDC_LAYERSTATE_LIST\n");
+        std::wstring order;
+        for (int row = 1; row <= 5; ++row) {
+            order += shown[shown.find(L"  " + std::to_wstring(row) + L": ") + 5];
+        }
+        return order;
+    };
+    EXPECT_EQ(sorted(L"Linetype"), L"PSNWG") << "the same name is the same in any case";
+    EXPECT_EQ(sorted(L"On"), L"SGNPW") << "what is off first, as in the layer manager";
+    EXPECT_EQ(sorted(L"Lock"), L"GPSWN");
+    EXPECT_EQ(sorted(L"Transparency"), L"GNPSW");
+    EXPECT_EQ(sorted(L"Color"), L"NGPSW") << "true colours first";
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(EditState, TheFocusGoesOnAfterAddingAndRemoving) {
+    edit(click(L"NOTES,Name") + press(L"Right Right Del Shift+Space") + press(L"Space"));
+    EXPECT_TRUE(has(L"PLAN|DOORS", HxLyState::kLayerFrozen))
+        << "the row that took the place, in the same column";
+    edit(click(L"WALLS,Lock") + press(L"Del Space"));
+    EXPECT_TRUE(has(L"SPARE", HxLyState::kLayerLocked)) << "the last one that is left";
+    const std::wstring shown =
+        edit(press(L"Insert") + L"LOOK IDOK\nLOOK IDC_SELLAYER_LIST\nPRESS IDC_SELLAYER_LIST Ctrl+A\n"
+                                L"CLICK IDOK\nPRESS focus Up\nPRESS focus Right Space\n");
+    EXPECT_TRUE(contains(shown, L"\"OK\", disabled")) << "nothing is chosen yet";
+    EXPECT_TRUE(contains(shown, L"  1: 0 | "));
+    EXPECT_TRUE(has(L"0", HxLyState::kLayerOff)) << "the list has the keyboard, the row added last the focus";
+    EXPECT_FALSE(has(L"VIEWS", HxLyState::kLayerOff));
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(EditState, CellsShowMarksIconsAndSwatches) {
+    original(L"NOTES").SetRGBColor(255);
+    whileOpen = [](CKvEditLayerStateDlg& dialog) {
+        const auto* const view = dialog.findChild<QTableView*>("IDC_LAYERSTATE_LIST");
+        const auto at = [view](int row, int column) { return view->model()->index(row, column); };
+        const auto isMarked = [&](int row) {
+            return !at(row, kStateColName).data(kRolePayload).value<KvMarkItemData>().mark.isNull();
+        };
+        EXPECT_EQ(at(3, kStateColName).data(), "SPARE");
+        EXPECT_TRUE(isMarked(3));
+        EXPECT_FALSE(isMarked(0));
+        EXPECT_EQ(at(3, kStateColName).data(Qt::AccessibleTextRole), "SPARE, current layer");
+        EXPECT_EQ(at(1, kStateColColor).data(kRolePayload).value<LayerListColorItemData>().color.red(), 255);
+        EXPECT_FALSE(at(0, kStateColFreeze).data(Qt::DecorationRole).value<QIcon>().isNull());
+        for (const char* const id : {"IDC_LAYERSTATE_ADD", "IDC_LAYERSTATE_DEL"}) {
+            const auto* const button = dialog.findChild<QAbstractButton*>(id);
+            EXPECT_FALSE(button->icon().isNull()) << id;
+            EXPECT_TRUE(button->text().isEmpty()) << id;
+        }
+        for (int column = kStateColOn; column < kStateColumnCount; ++column) {
+            EXPECT_EQ(at(0, column).data(kRoleGreyed).toBool(), column == kStateColPlotStyle);
+            EXPECT_FALSE(at(0, column).data(kRoleOverridden).toBool());
+        }
+    };
+    edit(L"DELAY 50\n");
     EXPECT_EQ(failures, Lines());
 }
 
