@@ -89,6 +89,8 @@ TEST_F(ChooseStates, AllNoneAndKeys) {
     EXPECT_EQ(result, IDOK);
     run(L"IMPORT\nPRESS focus Space\nCLICK IDOK\n");
     EXPECT_EQ(chosen, L"day ") << "the list has the keyboard, its first row the focus";
+    run(L"IMPORT\nCLICK IDC_SELSTATE_LIST double \"day,Import\"\nCLICK IDOK\n");
+    EXPECT_EQ(chosen, L"day ");
     run(L"IMPORT\nPRESS IDC_SELSTATE_LIST Enter\nPRESS window Esc\n");
     EXPECT_EQ(result, IDCANCEL) << "Enter does nothing without a tick";
     EXPECT_EQ(failures, Lines());

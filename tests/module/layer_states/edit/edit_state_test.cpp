@@ -116,6 +116,10 @@ TEST_F(EditState, PickersGiveTheirChoiceToAllSelectedRows) {
          L"TYPE IDC_COLOR_TEXT red\nCLICK IDOK\n");
     EXPECT_EQ(entry(L"WALLS").GetColorIndex(), 1);
     EXPECT_EQ(entry(L"WALLS").GetRGBColor(), -1) << "an index takes the true colour away";
+    edit(click(L"WALLS,Color") +
+         L"CLICK IDC_COLOR_TABS Color Books\nCLICK IDC_COLOR_BOOK_COLORS 3\nCLICK IDOK\n");
+    EXPECT_NE(entry(L"WALLS").GetColorBook().find(L'$'), std::wstring::npos);
+    EXPECT_GE(entry(L"WALLS").GetRGBColor(), 0);
     edit(click(L"WALLS,Color") + L"CLICK IDCANCEL\n" + click(L"WALLS,Lineweight") + L"CLICK IDCANCEL\n");
     EXPECT_EQ(entry(L"WALLS").GetRGBColor(), 10 | 20 << 8 | 30 << 16);
 }
@@ -163,7 +167,7 @@ TEST_F(EditState, AddTellsWhenTheStateHoldsAll) {
                                     L"CLICK IDC_LAYERSTATE_ADD\nOK\n");
     EXPECT_TRUE(contains(shown, L"KORVEX: The state holds all layers of the drawing already. [OK] <OK>"));
     EXPECT_EQ(edited->GetSize(), 7) << "0 and VIEWS came";
-    edit(L"CLICK IDC_LAYERSTATE_ADD\nPRESS IDC_SELLAYER_LIST Ctrl+A\nCLICK IDCANCEL\n");
+    edit(L"CLICK IDC_LAYERSTATE_ADD\nPRESS focus Ctrl+A\nCLICK IDCANCEL\n");
     EXPECT_EQ(edited->GetSize(), 5);
     EXPECT_EQ(failures, Lines());
 }
@@ -191,7 +195,7 @@ TEST_F(EditState, HeadersSortByNaturalOrderAndKeepTheSelection) {
              L"LOOK IDC_LAYERSTATE_LIST\nCLICK IDC_LAYERSTATE_LIST/header Name\n"
              L"LOOK IDC_LAYERSTATE_LIST\nCLICK IDC_LAYERSTATE_LIST/header Lineweight\n"
              L"CLICK IDC_LAYERSTATE_LIST/header Lineweight\nLOOK IDC_LAYERSTATE_LIST\n" +
-             click(L"l9,On"));
+             press(L"Right Space"));
     const auto at = [&](const wchar_t* row, std::size_t from = 0) { return shown.find(row, from); };
     EXPECT_LT(at(L"1: GLASS"), at(L"2: l9"));
     EXPECT_LT(at(L"2: l9"), at(L"3: L10"));
