@@ -72,8 +72,6 @@ void KvLayerStateManWindow::DoDataExchange(CDataExchange* exchange) {
 void KvLayerStateManWindow::findControls() {
     m_search = GetDlgItem<CSearchEdit>("IDC_LAYERMAN_SEARCH");
     if (auto* const label = GetDlgItem<QLabel>("IDC_LAYERMAN_LISTLABEL")) label->setBuddy(m_list);
-    setTabOrder(m_search, m_list);
-    setTabOrder(m_list, GetDlgItem("IDC_LAYERMAN_NEW"));
     m_expand = GetDlgItem<QToolButton>("IDC_LAYERMAN_EXPAND");
     for (std::size_t i = 0; i < kBoxes; ++i) {
         m_boxes[i] = GetDlgItem<QCheckBox>(kRestoreBoxes[i].name);

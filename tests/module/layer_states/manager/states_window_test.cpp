@@ -459,6 +459,14 @@ TEST_F(StatesWindow, TheMenuDoesWhatTheButtonsDo) {
     EXPECT_EQ(failures, Lines());
 }
 
+TEST_F(StatesWindow, TabGoesFromTheSearchThroughTheListToTheButtons) {
+    save(L"Plan");
+    const std::wstring told =
+        close(L"CLICK IDC_LAYERMAN_SEARCH\nPRESS focus Esc Tab\nLOOK focus\nPRESS focus Tab\nLOOK focus\n"
+              L"PRESS focus Shift+Tab F2\nTYPE focus Sheet\nPRESS focus Enter\n");
+    EXPECT_TRUE(contains(told, L"IDC_LAYERMAN_LIST: Restored last"));
+    EXPECT_TRUE(contains(told, L"IDC_LAYERMAN_NEW: \"New...\""));
+    EXPECT_EQ(states(), Names{L"Sheet"});
 TEST_F(StatesWindow, StatesAreDuplicatedAndGetLayersThatTheyLack) {
     save(L"Plan", L"of old");
     run(L"-LAYER\nNew\nlater\n\n");
