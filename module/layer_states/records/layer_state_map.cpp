@@ -9,9 +9,16 @@ namespace {
 
 constexpr wchar_t kReferenceMark = L'|';
 
-/// Puts the reference's name before the layer's.
-void addPrefix(HxLyStateEntry& entry, const CStdStr<wchar_t>& prefix) {
+/// A layer that references do not bring: theirs is the drawing's own.
+constexpr wchar_t kSharedLayer[] = L"0";
+
+/// The next entry, with the reference's name before the layer's; false at the end.
+bool readNext(HxLyStateReader& reader, HxLyStateEntry& entry, const CStdStr<wchar_t>& prefix) {
+    do {
+        if (!reader.next(entry)) return false;
+    } while (!prefix.empty() && entry.layer == kSharedLayer);
     if (!prefix.empty()) entry.layer.insert(0, prefix);
+    return true;
 }
 
 }  // namespace
@@ -75,8 +82,7 @@ void KvLayerStateMap::readEntries(Node& node) const {
     const CStdStr<wchar_t> current = hxutFoldName(node.state->GetCurrentLayerName().c_str());
     HxLyStateReader reader(node.record);
     HxLyStateEntry entry;
-    while (reader.next(entry)) {
-        addPrefix(entry, node.prefix);
+    while (readNext(reader, entry, node.prefix)) {
         const bool isCurrent =
             entry.layer.size() == current.size() && hxutFoldName(entry.layer.c_str()) == current;
         node.entries->Add(new CKvLayerStateInfo(entry, node.entries->GetSize(), isCurrent));
@@ -166,8 +172,7 @@ void KvLayerStateMap::visitEntries(const CKvLayerState* state, const Visitor& vi
     }
     HxLyStateReader reader(node->record);
     HxLyStateEntry entry;
-    while (reader.next(entry)) {
-        addPrefix(entry, node->prefix);
+    while (readNext(reader, entry, node->prefix)) {
         if (!visit(entry)) return;
     }
 }

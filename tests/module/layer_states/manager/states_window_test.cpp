@@ -347,7 +347,7 @@ TEST_F(StatesWindow, StatesOfReferencesStayAsTheyAre) {
     const QByteArray before = withoutSeed();
     const std::wstring shown =
         close(select(L"PLAN_Doors") + L"LOOK\nPRESS IDC_LAYERMAN_LIST F2\nOK\nPRESS IDC_LAYERMAN_LIST Del\n");
-    EXPECT_TRUE(contains(shown, L"PLAN_Doors | PLAN | No | 4 |"));
+    EXPECT_TRUE(contains(shown, L"PLAN_Doors | PLAN | Yes | 3 |"));
     EXPECT_TRUE(contains(shown, L"IDC_LAYERMAN_SAVE: \"Save\", disabled"));
     EXPECT_TRUE(contains(shown, L"IDC_LAYERMAN_EDIT: \"Edit...\", disabled"));
     EXPECT_TRUE(contains(shown, L"IDC_LAYERMAN_DEL: \"Delete\", disabled"));
@@ -364,6 +364,19 @@ TEST_F(StatesWindow, StatesOfReferencesStayAsTheyAre) {
     EXPECT_EQ(listed(close(L"TICK IDC_LAYERMAN_CHECK11 1\nLOOK IDC_LAYERMAN_LIST\n")), (Texts{L"Own"}));
     EXPECT_EQ(listed(close(L"LOOK IDC_LAYERMAN_LIST\n")), (Texts{L"Own"})) << "remembered";
     EXPECT_EQ(listed(close(L"TICK IDC_LAYERMAN_CHECK11 0\nLOOK IDC_LAYERMAN_LIST\n")).size(), 3U);
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(StatesWindow, RestoresStatesOfReferences) {
+    giveReferenceStates();
+    run(L"-LAYER\nLO\nPLAN|DOORS\n\n");
+    const std::wstring told =
+        manager(select(L"PLAN_Doors") + L"LOOK IDC_LAYERMAN_LIST\nCLICK IDC_LAYERMAN_RESTORE\n");
+    EXPECT_TRUE(contains(told, L"PLAN_Doors | PLAN | No | 3 |"));
+    EXPECT_FALSE(contains(told, L"could not be changed")) << "layer 0 is the drawing's own";
+    EXPECT_TRUE(
+        contains(close(L"LOOK IDC_LAYERMAN_LIST\n"), L"Restored last | PLAN_Doors | PLAN | Yes | 3 |"));
+    EXPECT_EQ(states(), Names());
     EXPECT_EQ(failures, Lines());
 }
 
