@@ -480,6 +480,9 @@ TEST_F(StatesWindow, TabGoesFromTheSearchThroughTheListToTheButtons) {
     EXPECT_TRUE(contains(told, L"IDC_LAYERMAN_LIST: Restored last"));
     EXPECT_TRUE(contains(told, L"IDC_LAYERMAN_NEW: \"New...\""));
     EXPECT_EQ(states(), Names{L"Sheet"});
+    EXPECT_EQ(failures, Lines());
+}
+
 TEST_F(StatesWindow, StatesAreDuplicatedAndGetLayersThatTheyLack) {
     save(L"Plan", L"of old");
     run(L"-LAYER\nNew\nlater\n\n");
