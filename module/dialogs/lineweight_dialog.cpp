@@ -1,9 +1,9 @@
 // Choosing a lineweight.
 #include "lineweight_dialog.h"
 
+#include "frame/format_message.h"
 #include "frame/resource_text.h"
 #include "manager_ui/grid/lineweight_text.h"
-#include "frame/format_message.h"
 
 #include "hxdbsymtb.h"
 

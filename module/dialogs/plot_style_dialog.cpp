@@ -3,9 +3,9 @@
 
 #include "list_dialog.h"
 
+#include "frame/format_message.h"
 #include "frame/resource_text.h"
 #include "frame/text_utilities.h"
-#include "frame/format_message.h"
 
 #include "hxdbdatabase.h"
 #include "hxdbdict.h"
