@@ -8,7 +8,6 @@
 #include "frame/system_variable.h"
 #include "layer_states/restore/restore_summary.h"
 #include "model/palette_doc_reactor.h"
-#include "model/visit_records.h"
 
 #include "hxdbentity.h"
 #include "hxed.h"
@@ -82,11 +81,6 @@ void CVrexLayerP::InitLayerStateInfo() {
     m_layerStates.ClearLayerResbufMap();
     m_layerStates.RemoveAllVplayerInofMap();
     m_layerStates.FillLayerResbuf();
-    if (m_layerStates.GetViewPortId().isNull()) return;
-    visitRecords(m_layerStates.database()->layerTableId(), [this](HxDbObjectId id) {
-        const OpenedOrHeld<HxDbLayerTableRecord> layer(id, HxDb::kForRead);
-        m_layerStates.AddVpLayerInfo(layer.object());
-    });
 }
 
 // ---- layer states ----

@@ -6,6 +6,12 @@
 
 void KvLayerLists::fill() {
     clear();
+    m_isToBeNamed = true;
+}
+
+void KvLayerLists::nameLayers() {
+    if (!m_isToBeNamed) return;
+    m_isToBeNamed = false;
     const HxDbDatabase* const database = hxdbWorkingDatabase();
     if (!database) return;
     visitRecords(database->layerTableId(), [this](HxDbObjectId id) {
@@ -15,12 +21,14 @@ void KvLayerLists::fill() {
 }
 
 void KvLayerLists::add(const CStdStr<wchar_t>& name, resbuf* list) {
+    nameLayers();
     List& entry = m_lists[name];
     hxutRelRb(entry.list);
     entry.list = list;
 }
 
 resbuf* KvLayerLists::find(const CStdStr<wchar_t>& name) {
+    nameLayers();
     const auto found = m_lists.find(name);
     if (found == m_lists.end()) return nullptr;
     List& entry = found->second;
@@ -42,4 +50,5 @@ void KvLayerLists::clear() {
         hxutRelRb(entry.list);
     }
     m_lists.clear();
+    m_isToBeNamed = false;
 }

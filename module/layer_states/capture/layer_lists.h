@@ -13,7 +13,8 @@ public:
     KvLayerLists(const KvLayerLists&) = delete;
     KvLayerLists& operator=(const KvLayerLists&) = delete;
 
-    /// Names all layers of the working database anew; lists that were read are released.
+    /// Begins anew with all layers of the working database, which are looked up when they are first asked
+    /// for; lists that were read are released.
     void fill();
     /// Takes a list over.
     void add(const CStdStr<wchar_t>& name, resbuf* list);
@@ -22,7 +23,10 @@ public:
     /// Layers were changed: lists are to be read again. Those that were given stay.
     void setAllStale();
     void clear();
-    std::size_t size() const { return m_lists.size(); }
+    std::size_t size() {
+        nameLayers();
+        return m_lists.size();
+    }
     /// Calls `visit` with the name and list of each layer whose list was read or given.
     template <class Visitor>
     void visitRead(Visitor&& visit) const {
@@ -32,7 +36,8 @@ public:
     }
     /// Calls `visit` with the name of each layer.
     template <class Visitor>
-    void visitNames(Visitor&& visit) const {
+    void visitNames(Visitor&& visit) {
+        nameLayers();
         for (const auto& [name, list] : m_lists) {
             visit(name);
         }
@@ -43,5 +48,8 @@ private:
         HxDbObjectId layer;  ///< null for a list that was given
         resbuf* list = nullptr;
     };
+    void nameLayers();
+
     std::map<CStdStr<wchar_t>, List> m_lists;
+    bool m_isToBeNamed = false;  ///< filled, but nobody has asked yet
 };

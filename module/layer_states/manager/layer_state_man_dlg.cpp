@@ -161,7 +161,14 @@ void CKvLayerStateManDlg::ClearAllLayerStateMap() {
     layersChanged();
 }
 
-const CKvVpLayerInfo* CKvLayerStateManDlg::FindVpLayerInfo(const CStdStr<wchar_t>& name) const {
+const CKvVpLayerInfo* CKvLayerStateManDlg::FindVpLayerInfo(const CStdStr<wchar_t>& name) {
+    if (m_vpLayers.count(name) == 0 && !GetViewPortId().isNull()) {
+        const OpenedOrHeld<HxDbLayerTable> table(m_database->layerTableId(), HxDb::kForRead);
+        HxDbObjectId id;
+        if (table) table->getAt(name.c_str(), id);
+        const OpenedOrHeld<HxDbLayerTableRecord> layer(id, HxDb::kForRead);
+        AddVpLayerInfo(layer.object());
+    }
     const auto found = m_vpLayers.find(name);
     return found == m_vpLayers.end() ? nullptr : &found->second;
 }

@@ -128,8 +128,9 @@ public:
     KvLayerLists& GetLayerResbufMap() { return m_layerLists; }
     void ClearLayerResbufMap() { m_layerLists.clear(); }
     void ClearAllLayerStateMap();
-    /// What overrides a layer in the current viewport; null for a layer that was not added.
-    const CKvVpLayerInfo* FindVpLayerInfo(const CStdStr<wchar_t>& name) const;
+    /// A layer's values in the current viewport, read when they are first asked for; null outside of
+    /// viewports, and for a layer that there is not.
+    const CKvVpLayerInfo* FindVpLayerInfo(const CStdStr<wchar_t>& name);
     void AddVpLayerInfo(HxDbLayerTableRecord* layer);
     void RemoveAllVplayerInofMap() { m_vpLayers.clear(); }
     /// 1 for a layer that the current viewport of a layout freezes.
