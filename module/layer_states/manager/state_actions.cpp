@@ -144,8 +144,8 @@ void KvLayerStateManWindow::addMissing() {
         if (state->isOfReference()) continue;
         layers += addMissingLayers(m_engine.database(), m_engine.states(), state);
         ++states;
+        m_list->rows().refresh(state);
     }
-    if (layers > 0) showStates();
     const QString text =
         formatMessage(resourceText(kStrLayersAdded), {QString::number(layers), QString::number(states)});
     MessageBox(text.toStdWString().c_str(), nullptr, MB_OK | MB_ICONINFORMATION);

@@ -490,10 +490,17 @@ TEST_F(StatesWindow, StatesAreDuplicatedAndGetLayersThatTheyLack) {
     std::wstring told = close(right + L"CHOOSE menu \"Duplicate\"\n" + right +
                               L"CHOOSE menu \"Duplicate\"\n" + L"LOOK IDC_LAYERMAN_LIST\n");
     EXPECT_EQ(listed(told), (std::vector<std::wstring>{L"Plan", L"Plan (2)", L"Plan (3)"}));
-    told = close(select(L"Plan (2)") + select(L"Plan (3)", L"Ctrl") + select(L"Plan (3)", L"right") +
-                 L"CHOOSE menu \"Add Missing Layers\"\nOK\n" + select(L"Plan (3)") +
-                 select(L"Plan (3)", L"right") + L"CHOOSE menu \"Add Missing Layers\"\nOK\n");
+    told = close(L"LOOK IDC_LAYERMAN_LIST\n" + select(L"Plan (2)") + select(L"Plan (3)", L"Ctrl") +
+                 select(L"Plan (3)", L"right") + L"CHOOSE menu \"Add Missing Layers\"\nOK\n" +
+                 select(L"Plan (3)") + select(L"Plan (3)", L"right") +
+                 L"CHOOSE menu \"Add Missing Layers\"\nOK\n" + L"LOOK IDC_LAYERMAN_LIST\n");
     EXPECT_TRUE(contains(told, L"Layers added: 2, to 2 layer state(s)."));
+    const auto rowWith = [](int layers) { return L"Plan (3) | Model | Yes | " + std::to_wstring(layers); };
+    KvLayerStateMap before;
+    loadLayerStates(&database(), before);
+    const int known = before.entries(before.find(L"Plan"))->GetSize();
+    EXPECT_TRUE(contains(told, rowWith(known)));
+    EXPECT_TRUE(contains(told, rowWith(known + 1))) << "the list tells it at once";
     EXPECT_TRUE(contains(told, L"Layers added: 0, to 1 layer state(s)."));
     KvLayerStateMap map;
     loadLayerStates(&database(), map);
