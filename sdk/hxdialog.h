@@ -153,7 +153,7 @@ protected Q_SLOTS:
     virtual void OnOK();
     /// Esc and the close button of the title bar come here, too.
     virtual void OnCancel();
-    /// F1 comes here, too. Shows the dialog's "What's This" text.
+    /// Also by F1. Opens the guide's page of property "helpPage" ("x.md"); without one, "What's This".
     virtual void OnHelp();
 
 private Q_SLOTS:

@@ -3,6 +3,7 @@
 #include "host/base/log.h"
 #include "host/ui/dialogs/code_in_use.h"
 #include "host/ui/dialogs/dialog_parent.h"
+#include "host/ui/dialogs/guide.h"
 #include "host/ui/dialogs/layout.h"
 #include "host/ui/script/script_driver.h"
 #include "host/ui/workbench/main_window.h"
@@ -201,6 +202,9 @@ void HxUiBaseDialog::OnOK() {
 void HxUiBaseDialog::OnCancel() { EndDialog(IDCANCEL); }
 
 void HxUiBaseDialog::OnHelp() {
+    if (korvex::showGuidePage(*this, property("helpPage").toString())) {
+        return;
+    }
     const QString text =
         whatsThis().isEmpty() ? QString("There is no help for \"%1\".").arg(windowTitle()) : whatsThis();
     MessageBox(korvex::toWide(text).c_str(), nullptr, MB_OK | MB_ICONINFORMATION);
