@@ -1,12 +1,13 @@
 // The layer palette as the module's frame sees it.
 #pragma once
 
+#include "model/layer_shower.h"
 #include "model/palette_marks.h"
 
 class QWidget;
 
 /// A widget in a dock panel of the host's main window. Dock positions are the host's numbers.
-class KvPalettePanel : public KvLayerPaletteMarks {
+class KvPalettePanel : public KvLayerPaletteMarks, public KvLayerShower {
 public:
     /// Never null; its geometry is the palette's, in pixels.
     virtual QWidget* widget() = 0;

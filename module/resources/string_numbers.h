@@ -345,4 +345,16 @@ enum KvString : std::uint32_t {
     kStrMenuDuplicateState = 10560,  ///< of the menu of states, 10560 and 10561
     kStrMenuAddMissing = 10561,
     kStrLayersAdded = 10562,  ///< %1 how many layers, %2 to how many states
+    kStrDiffersNone = 10563,  ///< how many layers differ from a state (%1), 10563 to 10565
+    kStrDiffersOne = 10564,
+    kStrDiffersMany = 10565,
+    kStrDiffersTip = 10566,
+    kStrDiffersNoState = 10567,
+    kStrDifferencesName = 10568,
+    kStrDifferenceLayer = 10569,  ///< column headers, 10569 and 10580 to 10582
+    kStrDifferenceProperty = 10580,
+    kStrDifferenceInState = 10581,
+    kStrDifferenceInDrawing = 10582,
+    kStrLayerIsThere = 10583,  ///< of a layer that a state has and the drawing lacks, 10583 and 10584
+    kStrLayerIsMissing = 10584,
 };

@@ -399,6 +399,19 @@ constexpr HxResourceString kStrings[] = {
     {kStrMenuDuplicateState, L"&Duplicate"},
     {kStrMenuAddMissing, L"Add Missin&g Layers"},
     {kStrLayersAdded, L"Layers added: %1, to %2 layer state(s). They are as in the drawing now."},
+    {kStrDiffersNone, L"The drawing is as the state has it, in what is ticked"},
+    {kStrDiffersOne, L"Differs from the drawing in 1 layer"},
+    {kStrDiffersMany, L"Differs from the drawing in %1 layers"},
+    {kStrDiffersTip, L"What a restore would change: layers and properties, as far as they are ticked. A row "
+                     L"leads to its layer in the layer palette."},
+    {kStrDiffersNoState, L"Select one state to see what differs from the drawing"},
+    {kStrDifferencesName, L"Differences from the drawing"},
+    {kStrDifferenceLayer, L"Layer"},
+    {kStrDifferenceProperty, L"Property"},
+    {kStrDifferenceInState, L"In the State"},
+    {kStrDifferenceInDrawing, L"In the Drawing"},
+    {kStrLayerIsThere, L"There"},
+    {kStrLayerIsMissing, L"Missing"},
 };
 
 }  // namespace

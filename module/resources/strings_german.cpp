@@ -414,6 +414,19 @@ constexpr HxResourceString kStrings[] = {
     {kStrMenuDuplicateState, L"&Duplizieren"},
     {kStrMenuAddMissing, L"Fehlende Layer er&gänzen"},
     {kStrLayersAdded, L"Ergänzte Layer: %1, in %2 Layerstatus. Sie sind wie jetzt in der Zeichnung."},
+    {kStrDiffersNone, L"Die Zeichnung ist wie im Status, soweit angekreuzt"},
+    {kStrDiffersOne, L"Weicht von der Zeichnung in 1 Layer ab"},
+    {kStrDiffersMany, L"Weicht von der Zeichnung in %1 Layern ab"},
+    {kStrDiffersTip, L"Was das Wiederherstellen ändern würde: Layer und Eigenschaften, soweit sie angekreuzt "
+                     L"sind. Eine Zeile führt zu ihrem Layer in der Layerpalette."},
+    {kStrDiffersNoState, L"Einen Status wählen, um zu sehen, was von der Zeichnung abweicht"},
+    {kStrDifferencesName, L"Abweichungen von der Zeichnung"},
+    {kStrDifferenceLayer, L"Layer"},
+    {kStrDifferenceProperty, L"Eigenschaft"},
+    {kStrDifferenceInState, L"Im Status"},
+    {kStrDifferenceInDrawing, L"In der Zeichnung"},
+    {kStrLayerIsThere, L"Vorhanden"},
+    {kStrLayerIsMissing, L"Fehlt"},
 };
 
 }  // namespace

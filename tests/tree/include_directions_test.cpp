@@ -83,7 +83,8 @@ TEST(IncludeDirections, FloorsSeeThoseBelow) {
 /// The rooms of the layer states, the lowest first; those beside each other know nothing of each other.
 const std::vector<QStringList> kStateRooms = {{"records"},         {"storage", "capture"},
                                               {"file", "restore"}, {"edit", "choose", "save"},
-                                              {"manager"},         {"commands"}};
+                                              {"compare"},         {"manager"},
+                                              {"commands"}};
 
 TEST(IncludeDirections, RoomsOfTheLayerStatesLookDown) {
     const QString house = "layer_states/";

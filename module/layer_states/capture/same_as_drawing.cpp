@@ -1,7 +1,6 @@
 #include "layer_states/capture/same_as_drawing.h"
 
 #include "hxdbdatabase.h"
-#include "layer_states/capture/drawing_layers.h"
 
 namespace {
 
@@ -24,17 +23,19 @@ std::int32_t wantedChanges(const HxLyStateEntry& entry, const HxLyStateEntry& la
     return hxlyDifferences(entry, layer, mask & HxLyState::kAllProperties & ~without);
 }
 
+std::int32_t wantedChanges(const HxLyStateEntry& entry, const KvDrawingLayers::Layer& layer,
+                           std::int32_t mask, const KvRestorePlace& place) {
+    const std::int32_t changes = wantedChanges(entry, layer.own, mask, place);
+    if (changes == 0 || !layer.inViewport) return changes;
+    return wantedChanges(entry, *layer.inViewport, changes, place);
+}
+
 bool isSameAsDrawing(const KvLayerStateMap& states, const CKvLayerState& state, KvDrawingLayers& layers,
                      const KvRestorePlace& place) {
     bool isSame = true;
     states.visitEntries(&state, [&](const HxLyStateEntry& entry) {
         const KvDrawingLayers::Layer* const layer = layers.find(entry.layer);
-        std::int32_t changes = layer ? wantedChanges(entry, layer->own, state.GetLayerStateMake(), place)
-                                     : HxLyState::kAllProperties;
-        if (changes != 0 && layer && layer->inViewport) {
-            changes = wantedChanges(entry, *layer->inViewport, changes, place);
-        }
-        isSame = changes == 0;
+        isSame = layer && wantedChanges(entry, *layer, state.GetLayerStateMake(), place) == 0;
         return isSame;
     });
     return isSame;

@@ -1,10 +1,8 @@
 // Whether the drawing is as a state has it.
 #pragma once
 
+#include "layer_states/capture/drawing_layers.h"
 #include "layer_states/records/layer_state_map.h"
-
-class HxDbDatabase;
-class KvDrawingLayers;
 
 /// Where a restore happens.
 struct KvRestorePlace {
@@ -21,6 +19,10 @@ struct KvRestorePlace {
 /// names.
 std::int32_t wantedChanges(const HxLyStateEntry& entry, const HxLyStateEntry& layer, std::int32_t mask,
                            const KvRestorePlace& place);
+
+/// The same for a layer with values in effect in a viewport: what these and its own both have otherwise.
+std::int32_t wantedChanges(const HxLyStateEntry& entry, const KvDrawingLayers::Layer& layer,
+                           std::int32_t mask, const KvRestorePlace& place);
 
 /// Whether every layer that the state names is in the drawing as the state has it, in the properties of the
 /// state's mask; as its own value or as the one in effect in the current viewport. Stops at the first that is

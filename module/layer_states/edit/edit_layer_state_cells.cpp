@@ -6,9 +6,10 @@
 #include "dialogs/transparency_dialog.h"
 #include "frame/format_message.h"
 #include "frame/resource_text.h"
+#include "layer_states/edit/entry_cells.h"
 #include "layer_states/edit/layer_state_infos.h"
 #include "manager_ui/grid/layer_cells.h"
-#include "model/opened_or_held.h"
+#include "model/record_of_name.h"
 
 #include "hxdbdatabase.h"
 #include "hxdbsymtb.h"
@@ -17,12 +18,6 @@
 #include <memory>
 
 namespace {
-
-HxDbObjectId linetypeOf(const HxDbDatabase& database, const CStdStr<wchar_t>& name) {
-    const OpenedOrHeld<HxDbLinetypeTable> table(database.linetypeTableId(), HxDb::kForRead);
-    HxDbObjectId id;
-    return table && table->getAt(name.c_str(), id) == Hx::eOk ? id : HxDbObjectId();
-}
 
 CStdStr<wchar_t> linetypeName(HxDbObjectId id) {
     const OpenedOrHeld<HxDbLinetypeTableRecord> linetype(id, HxDb::kForRead);
@@ -103,7 +98,7 @@ void CKvEditLayerStateListCtrl::pickColor(const CKvLayerStateInfo& clicked) {
 /// One that the drawing lacks is marked by none.
 void CKvEditLayerStateListCtrl::pickLinetype(const CKvLayerStateInfo& clicked) {
     if (!m_database) return;
-    HxDbObjectId linetype = linetypeOf(*m_database, clicked.GetLineType());
+    HxDbObjectId linetype = linetypeOfName(*m_database, clicked.GetLineType());
     if (!hxuiSelectLinetype(m_database, linetype, false, this)) return;
     const CStdStr<wchar_t> name = linetypeName(linetype);
     if (name.empty()) return;

@@ -3,38 +3,29 @@
 
 #include "frame/format_message.h"
 #include "frame/resource_text.h"
+#include "layer_states/edit/entry_cells.h"
 #include "layer_states/edit/layer_state_infos.h"
 #include "manager_ui/cells/cell_roles.h"
-#include "manager_ui/grid/layer_cells.h"
 #include "manager_ui/grid/layer_sort.h"
-#include "manager_ui/grid/lineweight_text.h"
 
 namespace {
 
-struct FlagColumn {
-    int flag;
-    int iconWith, iconWithout;
-};
+constexpr std::int32_t kColumnProperties[kStateColumnCount] = {0,
+                                                               HxLyState::kOn,
+                                                               HxLyState::kFrozen,
+                                                               HxLyState::kLocked,
+                                                               HxLyState::kColor,
+                                                               HxLyState::kLinetype,
+                                                               HxLyState::kLineweight,
+                                                               HxLyState::kTransparency,
+                                                               HxLyState::kPlotStyle,
+                                                               HxLyState::kPlot,
+                                                               HxLyState::kNewViewportFrozen};
 
-/// Null for columns without icons.
-const FlagColumn* flagColumn(int column) {
-    static constexpr FlagColumn kOn = {HxLyState::kLayerOff, kIconOff, kIconOn};
-    static constexpr FlagColumn kFreeze = {HxLyState::kLayerFrozen, kIconFrozen, kIconThawed};
-    static constexpr FlagColumn kLock = {HxLyState::kLayerLocked, kIconLocked, kIconUnlocked};
-    static constexpr FlagColumn kPlot = {HxLyState::kLayerPlots, kIconPlot, kIconNoPlot};
-    static constexpr FlagColumn kNewVp = {HxLyState::kLayerNewViewportFrozen, kIconVpFrozen, kIconVpThawed};
-    switch (column) {
-    case kStateColOn: return &kOn;
-    case kStateColFreeze: return &kFreeze;
-    case kStateColLock: return &kLock;
-    case kStateColPlot: return &kPlot;
-    case kStateColNewVpFreeze: return &kNewVp;
-    default: return nullptr;
-    }
-}
-
-int iconOf(const CKvLayerStateInfo& entry, const FlagColumn& column) {
-    return (entry.GetLayerFlag() & column.flag) != 0 ? column.iconWith : column.iconWithout;
+/// 0 for the name.
+std::int32_t propertyOf(int column) {
+    const bool isColumn = column >= 0 && column < kStateColumnCount;
+    return isColumn ? kColumnProperties[column] : 0;
 }
 
 std::vector<QString> headers() {
@@ -51,15 +42,7 @@ std::vector<QString> headers() {
 
 }  // namespace
 
-int flagOfColumn(int column) {
-    const FlagColumn* const flag = flagColumn(column);
-    return flag ? flag->flag : 0;
-}
-
-int percentOf(const CKvLayerStateInfo& entry) {
-    return static_cast<int>(
-        transparencyPercent(HxCmTransparency(static_cast<std::uint8_t>(entry.GetTransparency()))));
-}
+int flagOfColumn(int column) { return flagOfProperty(propertyOf(column)); }
 
 KvEditLayerStateModel::KvEditLayerStateModel(QObject* parent) : KvSortedRows(headers(), parent) {}
 
@@ -114,17 +97,8 @@ CKvLayerStateInfo* KvEditLayerStateModel::entryAt(int row) const {
 // ---- cells ----
 
 QString KvEditLayerStateModel::textOf(const CKvLayerStateInfo& entry, int column) const {
-    switch (column) {
-    case kStateColName: return QString::fromStdWString(entry.GetLayerName());
-    case kStateColColor:
-        return QString::fromStdWString(GetKvColorFromLayerState(entry).colorNameForDisplay());
-    case kStateColLinetype: return QString::fromStdWString(entry.GetLineType());
-    case kStateColLineweight:
-        return QString::fromStdWString(PrintDisplayLWeightString(entry.GetLineWeight(), m_inInches));
-    case kStateColTransparency: return QString::number(percentOf(entry));
-    case kStateColPlotStyle: return QString::fromStdWString(entry.GetPlotStyle());
-    default: return {};
-    }
+    if (column == kStateColName) return QString::fromStdWString(entry.GetLayerName());
+    return entryText(entry, propertyOf(column), m_inInches);
 }
 
 QVariant KvEditLayerStateModel::payloadOf(const CKvLayerStateInfo& entry, int column) const {
@@ -141,13 +115,12 @@ QVariant KvEditLayerStateModel::payloadOf(const CKvLayerStateInfo& entry, int co
 QVariant KvEditLayerStateModel::data(const QModelIndex& index, int role) const {
     const CKvLayerStateInfo* const entry = entryAt(index.row());
     if (!entry || index.column() < 0 || index.column() >= kStateColumnCount) return {};
-    const FlagColumn* const flag = flagColumn(index.column());
+    const int icon = entryIcon(*entry, propertyOf(index.column()));
     switch (role) {
-    case Qt::DisplayRole: return flag ? QVariant() : QVariant(textOf(*entry, index.column()));
+    case Qt::DisplayRole: return icon >= 0 ? QVariant() : QVariant(textOf(*entry, index.column()));
     case Qt::DecorationRole:
-        return flag ? QVariant(m_icons[static_cast<std::size_t>(iconOf(*entry, *flag))]) : QVariant();
+        return icon >= 0 ? QVariant(m_icons[static_cast<std::size_t>(icon)]) : QVariant();
     case Qt::AccessibleTextRole: {
-        if (flag) return iconText(iconOf(*entry, *flag));
         const QString text = textOf(*entry, index.column());
         const bool isMarked = index.column() == kStateColName && entry->GetCurrentLayer() != 0;
         return isMarked ? formatMessage(resourceText(kStrCurrentInState), {text}) : text;

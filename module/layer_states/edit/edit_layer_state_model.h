@@ -58,5 +58,3 @@ private:
 
 /// The flag that a column's icon shows; 0 for columns without icons.
 int flagOfColumn(int column);
-/// The percentage that a transparency shows.
-int percentOf(const CKvLayerStateInfo& entry);

@@ -9,7 +9,7 @@
 #include "layer_states/save/save_layer_state_dlg.h"
 #include "layer_states/storage/layer_state_storage.h"
 #include "model/edit_guard.h"
-#include "model/opened_or_held.h"
+#include "model/record_of_name.h"
 
 namespace {
 
@@ -163,10 +163,7 @@ void CKvLayerStateManDlg::ClearAllLayerStateMap() {
 
 const CKvVpLayerInfo* CKvLayerStateManDlg::FindVpLayerInfo(const CStdStr<wchar_t>& name) {
     if (m_vpLayers.count(name) == 0 && !GetViewPortId().isNull()) {
-        const OpenedOrHeld<HxDbLayerTable> table(m_database->layerTableId(), HxDb::kForRead);
-        HxDbObjectId id;
-        if (table) table->getAt(name.c_str(), id);
-        const OpenedOrHeld<HxDbLayerTableRecord> layer(id, HxDb::kForRead);
+        const OpenedOrHeld<HxDbLayerTableRecord> layer(layerOfName(*m_database, name), HxDb::kForRead);
         AddVpLayerInfo(layer.object());
     }
     const auto found = m_vpLayers.find(name);
@@ -183,9 +180,8 @@ HxDbObjectId CKvLayerStateManDlg::GetViewPortId() const {
 
 int CKvLayerStateManDlg::IsLayerNameVpLayerFrozen(HxDbDatabase* database, const CStdStr<wchar_t>& layerName) {
     if (!database || database->tilemode()) return 0;
-    HxDbObjectId layer;
-    const OpenedOrHeld<HxDbLayerTable> table(database->layerTableId(), HxDb::kForRead);
-    if (!table || table->getAt(layerName.c_str(), layer) != Hx::eOk) return 0;
+    const HxDbObjectId layer = layerOfName(*database, layerName);
+    if (layer.isNull()) return 0;
     const OpenedOrHeld<HxDbViewport> viewport(hxdbGetCurVportId(database), HxDb::kForRead);
     return viewport && viewport->isLayerFrozenInViewport(layer) ? 1 : 0;
 }

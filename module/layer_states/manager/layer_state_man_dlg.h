@@ -3,6 +3,7 @@
 
 #include "layer_states/capture/drawing_layers.h"
 #include "layer_states/capture/layer_lists.h"
+#include "layer_states/compare/state_differences.h"
 #include "layer_states/file/layer_state_questions.h"
 #include "layer_states/records/layer_state_map.h"
 #include "layer_states/records/vp_layer_info.h"
@@ -115,6 +116,8 @@ public:
 
     /// Whether the drawing is as the state has it: 1 or 0, which the state keeps.
     int IsSameAsDWG(CKvLayerState* state);
+    /// What a restore with a mask would change.
+    KvStateDifferences differencesOf(const CKvLayerState& state, std::int32_t mask);
     int FindLayerStateSameAsDwg(const CStdStr<wchar_t>& name);
     /// Layers were changed by somebody else.
     void layersChanged();
@@ -147,6 +150,7 @@ public:
 
 private:
     LayerStateQuestions& questions();
+    KvDrawingLayers& layersNow();
     int space() const { return m_isModelSpace != 0 ? HxLyState::kModel : HxLyState::kLayout; }
     void makeCurrent(const CStdStr<wchar_t>& layer);
 

@@ -1,9 +1,12 @@
 // The controls of the layer states manager and when they are enabled.
 #include "layer_states/manager/layer_state_man_window.h"
 
+#include "frame/module_state.h"
 #include "frame/resource_text.h"
+#include "layer_states/compare/differences_pane.h"
 #include "manager_ui/window/manager_controls.h"
 #include "manager_ui/window/search_edit.h"
+#include "model/record_of_name.h"
 
 #include <QCheckBox>
 #include <QKeyEvent>
@@ -50,6 +53,8 @@ bool isContracted = false;
 
 void registerLayerStateWidgets() {
     hxuiRegisterWidget("CSearchEdit", [](QWidget* parent) -> QWidget* { return new CSearchEdit(parent); });
+    hxuiRegisterWidget("KvDifferencesPane",
+                       [](QWidget* parent) -> QWidget* { return new KvDifferencesPane(parent); });
 }
 
 KvLayerStateManWindow::KvLayerStateManWindow(CKvLayerStateManDlg& engine, QWidget* parent)
@@ -73,6 +78,7 @@ void KvLayerStateManWindow::findControls() {
     m_search = GetDlgItem<CSearchEdit>("IDC_LAYERMAN_SEARCH");
     if (auto* const label = GetDlgItem<QLabel>("IDC_LAYERMAN_LISTLABEL")) label->setBuddy(m_list);
     m_expand = GetDlgItem<QToolButton>("IDC_LAYERMAN_EXPAND");
+    m_differences = GetDlgItem<KvDifferencesPane>("IDC_LAYERMAN_COMPARE");
     for (std::size_t i = 0; i < kBoxes; ++i) {
         m_boxes[i] = GetDlgItem<QCheckBox>(kRestoreBoxes[i].name);
     }
@@ -82,7 +88,7 @@ bool KvLayerStateManWindow::OnInitDialog() {
     CKvLayerStateManDlg::readOptions();
     HxUiBaseDialog::OnInitDialog();
     findControls();
-    if (!m_search || !m_expand ||
+    if (!m_search || !m_expand || !m_differences ||
         !std::all_of(m_boxes.begin(), m_boxes.end(), [](auto* box) { return box != nullptr; })) {
         return true;
     }
@@ -136,11 +142,48 @@ void KvLayerStateManWindow::connectControls() {
     m_search->setPlaceholderText(resourceText(kStrStatesSearch));
     m_search->setToolTip(resourceText(kStrStatesSearchTip));
     connect(m_search, &CSearchEdit::searchTextChanged, m_list, &CKvLayerStateListCtrl::setSearch);
+    connectDifferences();
     auto* const find = new QShortcut(QKeySequence::Find, this);
     connect(find, &QShortcut::activated, m_search, [this] {
         m_search->setFocus(Qt::ShortcutFocusReason);
         m_search->selectAll();
     });
+}
+
+// ---- what differs ----
+
+void KvLayerStateManWindow::connectDifferences() {
+    m_compareLater.setSingleShot(true);
+    connect(&m_compareLater, &QTimer::timeout, this, &KvLayerStateManWindow::showDifferences);
+    const auto later = [this] { m_compareLater.start(0); };
+    for (QCheckBox* const box : m_boxes) {
+        connect(box, &QCheckBox::toggled, this, later);
+    }
+    connect(m_list, &CKvLayerStateListCtrl::selectionMade, this, later);
+    connect(&m_list->rows(), &QAbstractItemModel::dataChanged, this, later);
+    connect(m_differences, &KvDifferencesPane::layerChosen, this, &KvLayerStateManWindow::goToLayer);
+    connect(m_differences, &KvDifferencesPane::heightChanged, this, [this](int by) {
+        layout()->activate();
+        resize(width(), std::min(height() + by, screen()->availableSize().height()));
+    });
+}
+
+void KvLayerStateManWindow::showDifferences() {
+    const CKvLayerState* const state = m_list->selectedState();
+    if (state) {
+        m_differences->showDifferences(m_engine.differencesOf(*state, tickedMask()));
+    } else {
+        m_differences->showNothing();
+    }
+}
+
+/// In the layer dialog that the manager was opened from, else in the palette when it can be seen.
+void KvLayerStateManWindow::goToLayer(const CStdStr<wchar_t>& name) {
+    const HxDbObjectId layer = layerOfName(*m_engine.database(), name);
+    if (layer.isNull()) return;
+    auto* shower = dynamic_cast<KvLayerShower*>(parentWidget());
+    if (!shower && layerPalette() && layerPalette()->isPaletteVisible()) shower = layerPalette();
+    if (shower) shower->showLayer(layer);
 }
 
 /// What the buttons offer, as far as they are enabled.

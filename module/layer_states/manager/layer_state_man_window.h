@@ -6,11 +6,14 @@
 
 #include "hxdialog.h"
 
+#include <QTimer>
+
 #include <array>
 
 class CSearchEdit;
 class QCheckBox;
 class QToolButton;
+class KvDifferencesPane;
 
 /// Lists the states of an engine and does with them what the user wants. Ends with
 /// CKvLayerStateManDlg::kRestored after a restore, otherwise with IDCANCEL: what was done stays.
@@ -57,6 +60,9 @@ private:
     static constexpr int kBoxes = 11;
 
     void findControls();
+    void connectDifferences();
+    void showDifferences();
+    void goToLayer(const CStdStr<wchar_t>& name);
     void connectControls();
     void selectFirst();
     void EnableButton(int haveSelection, int multiSelection);
@@ -80,6 +86,8 @@ private:
     CSearchEdit* m_search = nullptr;
     QToolButton* m_expand = nullptr;
     std::array<QCheckBox*, kBoxes> m_boxes{};
+    KvDifferencesPane* m_differences = nullptr;
+    QTimer m_compareLater;
 };
 
 /// Lets layouts have the search box.

@@ -2,7 +2,7 @@
 #include "frame/resource_text.h"
 #include "layer_states/manager/layer_state_man_dlg.h"
 #include "model/edit_guard.h"
-#include "model/opened_or_held.h"
+#include "model/record_of_name.h"
 
 #include "hxdbentity.h"
 
@@ -45,23 +45,30 @@ bool CKvLayerStateManDlg::restoreLayerState(CKvLayerState& state, std::int32_t m
 
 void CKvLayerStateManDlg::makeCurrent(const CStdStr<wchar_t>& layer) {
     if (layer.empty() || layer.find(kReferenceMark) != CStdStr<wchar_t>::npos) return;
-    HxDbObjectId id;
-    {
-        const OpenedOrHeld<HxDbLayerTable> table(m_database->layerTableId(), HxDb::kForRead);
-        if (!table || table->getAt(layer.c_str(), id) != Hx::eOk || id == m_database->clayer()) return;
-    }
+    const HxDbObjectId id = layerOfName(*m_database, layer);
+    if (id.isNull() || id == m_database->clayer()) return;
     if (m_database->setClayer(id) == Hx::eOk) m_currentLayerName = layer;
+}
+
+/// Needs a drawing.
+KvDrawingLayers& CKvLayerStateManDlg::layersNow() {
+    if (!m_layersNow) {
+        m_layersNow = std::make_unique<KvDrawingLayers>(
+            m_database, m_database->tilemode() ? HxDbObjectId() : hxdbGetCurVportId(m_database));
+    }
+    return *m_layersNow;
 }
 
 int CKvLayerStateManDlg::IsSameAsDWG(CKvLayerState* state) {
     if (!m_database || !state || !m_states.contains(state)) return 0;
-    const KvRestorePlace place = KvRestorePlace::of(*m_database);
-    if (!m_layersNow) {
-        m_layersNow = std::make_unique<KvDrawingLayers>(
-            m_database, place.isModelSpace ? HxDbObjectId() : hxdbGetCurVportId(m_database));
-    }
-    state->SetSameAsDWG(isSameAsDrawing(m_states, *state, *m_layersNow, place) ? 1 : 0);
+    const bool isSame = isSameAsDrawing(m_states, *state, layersNow(), KvRestorePlace::of(*m_database));
+    state->SetSameAsDWG(isSame ? 1 : 0);
     return state->GetSameAsDWG();
+}
+
+KvStateDifferences CKvLayerStateManDlg::differencesOf(const CKvLayerState& state, std::int32_t mask) {
+    if (!m_database) return {};
+    return {m_states, state, mask, layersNow(), KvRestorePlace::of(*m_database)};
 }
 
 int CKvLayerStateManDlg::FindLayerStateSameAsDwg(const CStdStr<wchar_t>& name) {

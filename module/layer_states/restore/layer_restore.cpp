@@ -4,6 +4,7 @@
 #include "hxdbentity.h"
 #include "hxtext.h"
 #include "layer_states/capture/drawing_layers.h"
+#include "model/record_of_name.h"
 #include "model/visit_records.h"
 
 namespace {
@@ -60,16 +61,10 @@ KvLayerRestore::KvLayerRestore(HxDbDatabase& database, const KvRestoreOptions& o
     m_frozenInViewport.insert(frozen.begin(), frozen.end());
 }
 
-HxDbObjectId KvLayerRestore::findLayer(const CStdStr<wchar_t>& name) const {
-    const OpenedOrHeld<HxDbLayerTable> table(m_database.layerTableId(), HxDb::kForRead);
-    HxDbObjectId id;
-    return table && table->getAt(name.c_str(), id) == Hx::eOk ? id : HxDbObjectId();
-}
-
 void KvLayerRestore::RestoreLayerFromLayerState(const HxLyStateEntry& entry) {
     ++m_result.layers;
     if (m_options.turnOffOthers) m_named.insert(hxutFoldName(entry.layer.c_str()));
-    HxDbObjectId id = findLayer(entry.layer);
+    HxDbObjectId id = layerOfName(m_database, entry.layer);
     const bool isNew = id.isNull();
     if (isNew) id = RestoreNewLayer(entry);
     if (id.isNull()) {

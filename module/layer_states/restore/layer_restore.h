@@ -41,7 +41,6 @@ public:
     const KvRestoreResult& result() const { return m_result; }
 
 private:
-    HxDbObjectId findLayer(const CStdStr<wchar_t>& name) const;
     std::int32_t changesWanted(HxDbObjectId id, const HxLyStateEntry& entry, bool isNew);
     /// A layer that the drawing lacks, to be given its values; null id when the drawing does not take it, and
     /// for one of an external reference.

@@ -4,7 +4,7 @@
 #include "hxdbdict.h"
 #include "hxdbsymtb.h"
 #include "hxtext.h"
-#include "model/opened_or_held.h"
+#include "model/record_of_name.h"
 
 #include <cstdlib>
 #include <memory>
@@ -35,12 +35,6 @@ HxCmColor colorOf(const HxLyStateEntry& entry) {
     return color;
 }
 
-HxDbObjectId KvLayerStateValues::findLinetype(const CStdStr<wchar_t>& name) const {
-    const OpenedOrHeld<HxDbLinetypeTable> table(m_database.linetypeTableId(), HxDb::kForRead);
-    HxDbObjectId id;
-    return table && table->getAt(name.c_str(), id) == Hx::eOk ? id : HxDbObjectId();
-}
-
 HxDbObjectId KvLayerStateValues::CreateNewLineType(const CStdStr<wchar_t>& name) const {
     const HxDbWorkingDatabaseScope scope(&m_database);
     const ListPtr list(hxutBuildList(RTDXF0, L"LTYPE", 100, L"AcDbSymbolTableRecord", 100,
@@ -58,8 +52,8 @@ HxDbObjectId KvLayerStateValues::linetypeFor(const HxLyStateEntry& entry) {
                                            ? CStdStr<wchar_t>()
                                            : CStdStr<wchar_t>(entry.layer.substr(0, mark + 1));
     HxDbObjectId& id = m_linetypes[reference + entry.linetype];
-    if (id.isNull()) id = findLinetype(entry.linetype);
-    if (id.isNull() && !reference.empty()) id = findLinetype(reference + entry.linetype);
+    if (id.isNull()) id = linetypeOfName(m_database, entry.linetype);
+    if (id.isNull() && !reference.empty()) id = linetypeOfName(m_database, reference + entry.linetype);
     if (id.isNull()) id = CreateNewLineType(entry.linetype);
     if (id.isNull()) id = m_database.continuousLinetype();
     return id;

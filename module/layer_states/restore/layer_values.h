@@ -34,7 +34,6 @@ private:
     bool SetCurrentVpLayerTransparency(HxDbLayerTableRecord& layer, const HxCmTransparency& transparency);
     bool SetCurrentVpLayerPlotstyle(HxDbLayerTableRecord& layer, HxDbObjectId style);
     bool applyFlags(HxDbLayerTableRecord& layer, const HxLyStateEntry& entry, std::int32_t wanted);
-    HxDbObjectId findLinetype(const CStdStr<wchar_t>& name) const;
     HxDbObjectId CreateNewLineType(const CStdStr<wchar_t>& name) const;
 
     HxDbDatabase& m_database;

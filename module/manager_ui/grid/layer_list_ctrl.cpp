@@ -289,8 +289,12 @@ KvLayerData* KvLayerListCtrl::getCurrentCLayerData(int& row) const {
 }
 
 void KvLayerListCtrl::SetCurLayerSelected() {
-    int row = -1;
-    if (!getCurrentCLayerData(row)) return;
+    if (GetDatabase()) SelectLayer(GetDatabase()->clayer());
+}
+
+void KvLayerListCtrl::SelectLayer(HxDbObjectId layer) {
+    const int row = m_model->rowOf(layer);
+    if (row < 0) return;
     makeCurrent(m_model->index(row, kColName),
                 QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }

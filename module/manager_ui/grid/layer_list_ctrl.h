@@ -79,6 +79,8 @@ public:
     void updateCLayerItemData();
     /// Selects the current layer's row alone and scrolls to it.
     void SetCurLayerSelected();
+    /// Makes the layer's row the only selected one, in sight and with the focus; nothing when it has none.
+    void SelectLayer(HxDbObjectId layer);
     /// Null, and row -1, when the current layer has no row.
     KvLayerData* getCurrentCLayerData(int& row) const;
 

@@ -85,6 +85,8 @@ void KvLayerManagerWnd::updateCurLayer() {
     if (m_isEnabled) m_content->updateCurLayer();
 }
 
+void KvLayerManagerWnd::showLayer(HxDbObjectId layer) { m_content->showLayer(layer); }
+
 void KvLayerManagerWnd::updateTileMode() { m_content->updateTileMode(); }
 
 void KvLayerManagerWnd::updateDlgLayerList() {

@@ -39,6 +39,7 @@ public:
     void setDockPosition(int position) override { setCurrentDockPosition(position); }
     void floatAt(int left, int top) override { HxUiDockPanel::floatAt(left, top); }
     void showPanel(bool visible) override;
+    void showLayer(HxDbObjectId layer) override;
 
     // KvLayerPaletteMarks
     bool isPaletteVisible() const override { return isVisible(); }

@@ -5,6 +5,7 @@
 
 #include "frame/column_settings.h"
 #include "manager_ui/grid/layer_column.h"
+#include "model/layer_shower.h"
 
 #include "hxdbid.h"
 #include "hxdbsymtb.h"
@@ -28,7 +29,7 @@ class KvLayerPropManager;
 /// The Layer Properties Manager. One class for two uses, chosen by setIsPalette before OnInitDialog: the
 /// content of the palette, which changes the drawing at once, and a dialog of its own, whose changes OK keeps
 /// and Cancel takes back.
-class KvLayerPropManagerDlg : public HxUiBaseDialog {
+class KvLayerPropManagerDlg : public HxUiBaseDialog, public KvLayerShower {
     Q_OBJECT
 public:
     KvLayerPropManagerDlg(HxDbDatabase* database, QWidget* parent);
@@ -47,6 +48,8 @@ public:
     /// These layers have changed: their rows are filled anew where they are; those of new layers come, those
     /// of erased ones go.
     void UpdateLayerList(const HxArray<HxDbObjectId>& layers);
+    /// Search, inversion and the current filter give way when they leave the layer out.
+    void showLayer(HxDbObjectId layer) override;
     /// Everything from the drawing; `changed`: it is another drawing than before. Null empties the manager.
     void refreshDlgLayers(HxDbDatabase* database, bool changed);
     /// The columns of the space that is current now.

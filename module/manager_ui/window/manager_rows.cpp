@@ -161,6 +161,17 @@ void KvLayerPropManagerDlg::showEntries(const std::vector<KvLayerData*>& gone,
     }
 }
 
+void KvLayerPropManagerDlg::showLayer(HxDbObjectId layer) {
+    const KvLayerData* const data = m_manager->FindLayer(layer);
+    if (!data || !data->isValid() || layer.isErased()) return;
+    const auto isListed = [&] { return m_list->FindLayerData(data) >= 0; };
+    if (!isListed()) m_controls.search->clear();
+    if (!isListed()) m_controls.invert->setChecked(false);
+    HxLyLayerFilter* const root = m_manager->GetRootFilter();
+    if (!isListed() && root) showFilter(*root);
+    m_list->SelectLayer(layer);
+}
+
 // ---- information lines ----
 
 void KvLayerPropManagerDlg::UpdateTotalLayersInfoField(const CStdStr<wchar_t>& filterName) {

@@ -16,6 +16,7 @@ public:
     using Told = std::vector<std::string>;
     Told told() { return std::exchange(m_told, {}); }
 
+    void showLayer(HxDbObjectId) override {}
     bool isPaletteVisible() const override { return visible; }
     bool isWndEnabled() const override { return enabled; }
     void setWndEnabled(bool on) override {

@@ -1,0 +1,202 @@
+// What differs between a state and the drawing: as found, and as the manager shows it.
+#include "tests/module/layer_states/layer_states_fixture.h"
+#include "tests/module/layer_states/manager/states_window_fixture.h"
+
+#include <QDesktopServices>
+#include <QTextBrowser>
+
+#include <random>
+
+namespace korvex::test {
+namespace {
+
+constexpr int kAll = HxLyState::kAllProperties;
+
+class DifferencesTest : public LayerStatesTest {
+protected:
+    void scatter(std::mt19937& random, const wchar_t* name) {
+        const auto coin = [&random] { return (random() & 1U) != 0; };
+        change(name, [&](HxDbLayerTableRecord& record) {
+            record.setIsOff(coin());
+            if (record.objectId() != database().clayer()) record.setIsFrozen(coin());
+            record.setIsLocked(coin());
+            record.setVPDFLT(coin());
+            record.setIsPlottable(coin());
+            record.setColor(HxCmColor::byIndex(coin() ? 1 : 2));
+            record.setLineWeight(static_cast<HxDb::LineWeight>(coin() ? 30 : 50));
+            record.setTransparency(HxCmTransparency(static_cast<std::uint8_t>(coin() ? 40 : 90)));
+        });
+    }
+    KvStateDifferences found(const wchar_t* name, std::int32_t mask) {
+        m_engine = engine();
+        const CKvLayerState* const state = m_engine->states().find(name);
+        return state ? m_engine->differencesOf(*state, mask) : KvStateDifferences();
+    }
+
+    std::unique_ptr<CKvLayerStateManDlg> m_engine;
+};
+
+TEST_F(DifferencesTest, AreWhatARestoreWithThatMaskChanges) {
+    std::mt19937 random(7);
+    for (const bool inLayout : {false, true}) {
+        openDrawing(drawing());
+        if (inLayout) goToLayout();
+        int seen = 0;
+        for (int round = 0; round < 40; ++round) {
+            for (const wchar_t* const name : {L"WALLS", L"NOTES", L"VIEWS"}) {
+                scatter(random, name);
+            }
+            if (round % 4 == 0) saveState(L"then");
+            const auto mask = static_cast<std::int32_t>(random()) & kAll;
+            const std::size_t differing = found(L"then", mask).layers().size();
+            CKvLayerState& state = *m_engine->states().find(L"then");
+            ASSERT_TRUE(m_engine->restoreLayerState(state, mask, {}));
+            EXPECT_EQ(m_engine->restored().changed, static_cast<int>(differing)) << round << " " << mask;
+            EXPECT_TRUE(m_engine->differencesOf(state, mask).layers().empty()) << round << " " << mask;
+            seen += static_cast<int>(differing);
+        }
+        EXPECT_GT(seen, 20);
+    }
+}
+
+TEST_F(DifferencesTest, NameLayerPropertiesAndBothValues) {
+    openDrawing(drawing());
+    saveState(L"then");
+    change(L"NOTES", [](auto& record) {
+        record.setIsOff(true);
+        record.setColor(HxCmColor::byRgb(1, 2, 3));
+    });
+    const KvStateDifferences differences = found(L"then", kAll);
+    ASSERT_EQ(differences.layers().size(), 1U);
+    const KvStateDifferences::Layer& notes = differences.layers().front();
+    EXPECT_EQ(notes.inState.GetLayerName(), L"NOTES");
+    EXPECT_EQ(notes.properties, HxLyState::kOn | HxLyState::kColor);
+    EXPECT_EQ(notes.inState.GetLayerFlag() & HxLyState::kLayerOff, 0);
+    EXPECT_EQ(notes.inDrawing.GetLayerFlag() & HxLyState::kLayerOff, HxLyState::kLayerOff);
+    EXPECT_EQ(notes.inDrawing.GetRGBColor(), 0x030201);
+    EXPECT_EQ(found(L"then", HxLyState::kColor).layers().front().properties, HxLyState::kColor);
+    EXPECT_TRUE(found(L"then", HxLyState::kLocked).layers().empty());
+}
+
+TEST_F(DifferencesTest, CountLayersThatTheDrawingLacksWhateverTheMask) {
+    openDrawing(drawing());
+    saveState(L"then");
+    run(L"-LAYER\nN\nEXTRA\n\n");
+    saveState(L"with");
+    change(L"EXTRA", [](auto& record) { EXPECT_EQ(record.erase(), Hx::eOk); });
+    EXPECT_TRUE(found(L"then", kAll).layers().empty());
+    for (const std::int32_t mask : {0, kAll}) {
+        const KvStateDifferences differences = found(L"with", mask);
+        ASSERT_EQ(differences.layers().size(), 1U) << mask;
+        EXPECT_EQ(differences.layers().front().inState.GetLayerName(), L"EXTRA");
+        EXPECT_TRUE(differences.layers().front().inDrawing.GetLayerName().empty());
+        EXPECT_EQ(differences.layers().front().properties, 0);
+    }
+}
+
+TEST_F(DifferencesTest, TellWhatTheViewportOfALayoutFreezes) {
+    openDrawing(drawing());
+    goToLayout();
+    saveState(L"then");
+    inViewport(L"Freeze", L"NOTES");
+    const KvStateDifferences differences = found(L"then", kAll);
+    ASSERT_EQ(differences.layers().size(), 1U);
+    EXPECT_EQ(differences.layers().front().properties, HxLyState::kCurrentViewportFrozen);
+    run(L"LAYOUT\nSet\nModel\n");
+    EXPECT_TRUE(found(L"then", kAll).layers().empty()) << "nothing is frozen in a viewport there";
+}
+
+class DifferencesPaneTest : public StatesWindowTest {
+protected:
+    void SetUp() override {
+        StatesWindowTest::SetUp();
+        run(L"LAYERSTATESAVE\nTYPE IDC_LAYERSTATESAVE_COMBO Plan\nCLICK IDOK\n"
+            L"LAYERSTATESAVE\nTYPE IDC_LAYERSTATESAVE_COMBO Copy\nCLICK IDOK\n"
+            L"-LAYER\nOFF\nNOTES\nC\n3\nWALLS\nLW\n0.3\nWALLS\n\n");
+    }
+    std::wstring manager(const std::wstring& actions) {
+        return run(L"LAYERSTATE\n" + actions + L"CLICK IDC_LAYERMAN_CLOSE\n");
+    }
+    static constexpr wchar_t kLook[] = L"LOOK IDC_LAYERMAN_DIFFERS\nLOOK IDC_LAYERMAN_DIFFERENCES\n";
+    static constexpr wchar_t kFold[] = L"CLICK IDC_LAYERMAN_DIFFERS\n";
+    static constexpr wchar_t kPlan[] = L"CLICK IDC_LAYERMAN_LIST \"Plan,Name\"\n";
+};
+
+TEST_F(DifferencesPaneTest, FollowsSelectionAndTicks) {
+    const std::wstring shown = manager(std::wstring(kPlan) + kFold + kLook + kFold);
+    EXPECT_TRUE(contains(shown, L"IDC_LAYERMAN_DIFFERS: \"Differs from the drawing in 2 layers\" ticked"));
+    EXPECT_TRUE(contains(shown, L"Layer | Property | In the State | In the Drawing\n"
+                                L"  1: NOTES | On/Off | On | Off\n"
+                                L"  2: WALLS | Color | White | Green\n"
+                                L"  3: WALLS | Lineweight | Default | 0.30 mm\n"));
+    EXPECT_TRUE(
+        contains(manager(std::wstring(kPlan) + L"CLICK IDC_LAYERMAN_CHECK1\nLOOK IDC_LAYERMAN_DIFFERS\n"),
+                 L"Differs from the drawing in 1 layer\""));
+    const std::wstring none =
+        manager(std::wstring(kPlan) + L"CLICK IDC_LAYERMAN_CLEARALL\nLOOK IDC_LAYERMAN_DIFFERS\n");
+    EXPECT_TRUE(contains(none, L"The drawing is as the state has it, in what is ticked"));
+    EXPECT_TRUE(contains(
+        manager(std::wstring(kPlan) + L"PRESS IDC_LAYERMAN_LIST Ctrl+A\nLOOK IDC_LAYERMAN_DIFFERS\n"),
+        L"Select one state to see what differs from the drawing"));
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(DifferencesPaneTest, SortsByEachColumn) {
+    const auto sorted = [this](const wchar_t* column) {
+        const std::wstring shown = manager(std::wstring(kPlan) + L"CLICK IDC_LAYERMAN_DIFFERENCES/header \"" +
+                                           column + L"\"\n" + L"LOOK IDC_LAYERMAN_DIFFERENCES\n");
+        std::wstring order;
+        for (const wchar_t* const row : {L"1: ", L"2: ", L"3: "}) {
+            const std::size_t at = shown.rfind(row) + 3;
+            order += shown.substr(at, shown.find(L'\n', at) - at) + L"; ";
+        }
+        return order;
+    };
+    manager(kFold);
+    EXPECT_EQ(sorted(L"In the State"), L"WALLS | Lineweight | Default | 0.30 mm; NOTES | On/Off | On | Off; "
+                                       L"WALLS | Color | White | Green; ");
+    EXPECT_EQ(sorted(L"Property"), L"NOTES | On/Off | On | Off; WALLS | Color | White | Green; "
+                                   L"WALLS | Lineweight | Default | 0.30 mm; ");
+    manager(kFold);
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(DifferencesPaneTest, LeadsToTheLayerInThePaletteAlsoWhenItIsFilteredOut) {
+    showPalette();
+    run(L"CLICK IDC_EDIT_SEARCHLAYER\nTYPE IDC_EDIT_SEARCHLAYER note*\n");
+    ASSERT_EQ(names().indexOf("WALLS"), -1);
+    manager(std::wstring(kPlan) + kFold + L"CLICK IDC_LAYERMAN_DIFFERENCES \"WALLS,Layer\"\n" + kFold);
+    EXPECT_NE(names().indexOf("WALLS"), -1);
+    EXPECT_EQ(grid()->currentIndex().row(), names().indexOf("WALLS"));
+    EXPECT_EQ(grid()->selectionModel()->selectedRows().size(), 1);
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(DifferencesPaneTest, LeadsToTheLayerInTheDialogBelow) {
+    const std::wstring shown = run(std::wstring(L"CLASSICLAYER\nCLICK IDC_BUTTON_LAYERSTATES\n") + kPlan +
+                                   kFold + L"CLICK IDC_LAYERMAN_DIFFERENCES \"NOTES,Layer\"\n" + kFold +
+                                   L"CLICK IDC_LAYERMAN_CLOSE\nLOOK IDC_LIST_LAYERS_LIST\nCLICK IDCANCEL\n");
+    const std::size_t selected = shown.find(L"(selected)");
+    ASSERT_NE(selected, std::wstring::npos);
+    EXPECT_TRUE(contains(shown.substr(shown.rfind(L'\n', selected), selected), L"NOTES"));
+    EXPECT_EQ(shown.find(L"(selected)", selected + 1), std::wstring::npos);
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(DifferencesPaneTest, HelpOpensTheGuide) {
+    EXPECT_TRUE(contains(manager(L"CLICK IDC_LAYERMAN_HELP\nOK\n"),
+                         L"No program was found that shows the guide. The page is\n\n"));
+    QTextBrowser viewer;
+    QDesktopServices::setUrlHandler("file", &viewer, "setSource");
+    for (const wchar_t* const help : {L"CLICK IDC_LAYERMAN_HELP\n", L"PRESS IDC_LAYERMAN_LIST F1\n"}) {
+        viewer.setSource(QUrl());
+        manager(help);
+        EXPECT_TRUE(viewer.source().toLocalFile().endsWith("docs/layer-states.md"));
+        EXPECT_TRUE(viewer.toPlainText().startsWith("Layer states"));
+    }
+    QDesktopServices::unsetUrlHandler("file");
+    EXPECT_EQ(failures, Lines());
+}
+
+}  // namespace
+}  // namespace korvex::test
