@@ -64,10 +64,8 @@ void markLayerOf(HxDbStub* entity) {
     }
 }
 
-/// Values that the drawing's version has no groups for are refused.
-Hx::ErrorStatus needs(const LayerImp& layer, bool VersionTraits::*trait) {
-    return !layer.stub || layer.stub->database->imp()->traits().*trait ? Hx::eOk : Hx::eNotApplicable;
-}
+/// Null for a layer that is in no drawing yet.
+const HxDbDatabase* drawingOf(const LayerImp& layer) { return layer.stub ? layer.stub->database : nullptr; }
 
 }  // namespace
 
@@ -138,17 +136,15 @@ Hx::ErrorStatus HxDbLayerTableRecord::setIsPlottable(bool plottable) {
     if (plottable && equalNames(imp.name, L"DEFPOINTS")) {
         return Hx::eRefused;
     }
-    const Hx::ErrorStatus status = needs(imp, &VersionTraits::hasLineWeights);
-    return status == Hx::eOk ? setField(this, imp.plottable, plottable) : status;
+    const HxDbDatabase* drawing = drawingOf(imp);
+    const bool hasPlace = !drawing || drawing->imp()->traits().hasLineWeights;
+    return hasPlace ? setField(this, imp.plottable, plottable) : Hx::eNotApplicable;
 }
 
 HxCmColor HxDbLayerTableRecord::color() const { return layerFields(this).color; }
 Hx::ErrorStatus HxDbLayerTableRecord::setColor(const HxCmColor& color) {
-    if (color.isByLayer() || color.isByBlock()) {
-        return Hx::eInvalidInput;
-    }
     LayerImp& imp = layerFields(this);
-    const Hx::ErrorStatus status = color.isByColor() ? needs(imp, &VersionTraits::hasTrueColors) : Hx::eOk;
+    const Hx::ErrorStatus status = colorStatus(drawingOf(imp), color);
     return status == Hx::eOk ? setField(this, imp.color, color) : status;
 }
 
@@ -174,11 +170,8 @@ HxDb::LineWeight HxDbLayerTableRecord::lineWeight() const {
     return static_cast<HxDb::LineWeight>(layerFields(this).lineWeight);
 }
 Hx::ErrorStatus HxDbLayerTableRecord::setLineWeight(HxDb::LineWeight weight) {
-    if (!isLayerLineWeight(weight)) {
-        return Hx::eInvalidInput;
-    }
     LayerImp& imp = layerFields(this);
-    const Hx::ErrorStatus status = needs(imp, &VersionTraits::hasLineWeights);
+    const Hx::ErrorStatus status = lineWeightStatus(drawingOf(imp), weight);
     return status == Hx::eOk ? setField(this, imp.lineWeight, static_cast<std::int16_t>(weight)) : status;
 }
 

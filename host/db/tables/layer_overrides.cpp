@@ -251,8 +251,8 @@ Hx::ErrorStatus HxDbLayerTableRecord::setColor(const HxCmColor& color, HxDbObjec
     if (viewport.isNull()) {
         return setColor(color);
     }
-    if (color.isByLayer() || color.isByBlock()) {
-        return Hx::eInvalidInput;
+    if (const Hx::ErrorStatus status = colorStatus(nullptr, color)) {
+        return status;
     }
     OverrideValue value;
     const std::uint32_t method = static_cast<std::uint32_t>(color.colorMethod()) << 24U;

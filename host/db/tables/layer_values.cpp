@@ -42,6 +42,21 @@ bool isLayerLineWeight(int weight) {
     return weight == kDefaultWeight || std::binary_search(std::begin(kWeights), std::end(kWeights), weight);
 }
 
+Hx::ErrorStatus colorStatus(const HxDbDatabase* database, const HxCmColor& color) {
+    if (color.isByLayer() || color.isByBlock()) {
+        return Hx::eInvalidInput;
+    }
+    const bool hasPlace = !color.isByColor() || !database || database->imp()->traits().hasTrueColors;
+    return hasPlace ? Hx::eOk : Hx::eNotApplicable;
+}
+
+Hx::ErrorStatus lineWeightStatus(const HxDbDatabase* database, int weight) {
+    if (!isLayerLineWeight(weight)) {
+        return Hx::eInvalidInput;
+    }
+    return !database || database->imp()->traits().hasLineWeights ? Hx::eOk : Hx::eNotApplicable;
+}
+
 std::wstring lineWeightInMillimetres(int weight) {
     if (weight < 0) {
         return weight == HxDb::kLnWtByLayer   ? L"ByLayer"

@@ -16,6 +16,12 @@ std::wstring plotStyleNameOf(const HxDbDatabase& database, HxDbStub* style);
 /// One of the fixed lineweights (0 to 211 hundredths of a millimetre), or the default.
 bool isLayerLineWeight(int weight);
 
+/// Whether a layer can have a value: eInvalidInput for one that no layer has, eNotApplicable when the
+/// drawing's version has no place for it. A null drawing has place for everything, and so have viewport
+/// overrides.
+Hx::ErrorStatus colorStatus(const HxDbDatabase* database, const HxCmColor& color);
+Hx::ErrorStatus lineWeightStatus(const HxDbDatabase* database, int weight);
+
 /// "0.25 mm"; "Default", "ByLayer" or "ByBlock" for the special values.
 std::wstring lineWeightInMillimetres(int weight);
 

@@ -5,7 +5,8 @@
 
 namespace korvex {
 
-LayerRules::LayerRules(HxDbStub* viewport) {
+LayerRules::LayerRules(HxDbStub* viewport, const AssumedLayers& assumed)
+    : m_viewport(viewport), m_assumed(assumed) {
     if (viewport) {
         m_frozen = layersFrozenIn(*viewport);
     }
@@ -33,14 +34,22 @@ HxDbStub* LayerRules::layerFor(HxDbStub* named, const Nesting& within) {
     return layer;
 }
 
+bool LayerRules::isFrozenInViewport(HxDbStub* layer) const {
+    const bool now = std::binary_search(m_frozen.begin(), m_frozen.end(), layer);
+    constexpr HxLyState::Property kProperty = HxLyState::kCurrentViewportFrozen;
+    return m_assumed.in(m_viewport, layer, kProperty, &HxUiLayerAs::isFrozen, now, true);
+}
+
 const LayerRules::Look& LayerRules::look(HxDbStub* layer) {
     const auto [found, isNew] = m_looks.try_emplace(layer);
     if (isNew && layer) {
         const LayerVisibility visibility = layerVisibility(*layer);
         Look& look = found->second;
         look.isZero = recordName(*layer) == L"0";
-        look.frozen = visibility.frozen || std::binary_search(m_frozen.begin(), m_frozen.end(), layer);
-        look.hidden = visibility.off || look.frozen;
+        look.frozen = m_assumed.own(layer, HxLyState::kFrozen, &HxUiLayerAs::isFrozen, visibility.frozen) ||
+                      isFrozenInViewport(layer);
+        look.hidden =
+            m_assumed.own(layer, HxLyState::kOn, &HxUiLayerAs::isOff, visibility.off) || look.frozen;
     }
     return found->second;
 }

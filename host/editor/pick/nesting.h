@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/db/kernel/entity_access.h"
+#include "host/editor/pick/assumed_layers.h"
 #include "sdk/hxge.h"
 
 #include <unordered_map>
@@ -34,8 +35,8 @@ struct Nesting {
 /// The rules by which layers show and hide what is on them, for one viewport or none.
 class LayerRules {
 public:
-    /// A null viewport freezes nothing.
-    explicit LayerRules(HxDbStub* viewport = nullptr);
+    /// A null viewport freezes nothing. `assumed` outlives the rules.
+    explicit LayerRules(HxDbStub* viewport = nullptr, const AssumedLayers& assumed = AssumedLayers::none());
 
     /// The layer that decides about an entity, in the drawing of the space: on layer "0" within a block that
     /// of the reference, from an external reference the one that stands for it. A layer that the drawing does
@@ -56,6 +57,10 @@ private:
     };
     const Look& look(HxDbStub* layer);
 
+    bool isFrozenInViewport(HxDbStub* layer) const;
+
+    HxDbStub* m_viewport;
+    const AssumedLayers& m_assumed;
     std::vector<HxDbStub*> m_frozen;
     std::unordered_map<HxDbStub*, Look> m_looks;
 };

@@ -94,7 +94,7 @@ double SceneWalk::patternScale(const Place& place, const ResolvedLook& look) con
 
 void SceneWalk::stroke(const Place& place, const Polyline2& points, const ResolvedLook& look) {
     m_budget.left -= static_cast<long long>(points.size()) / kPointsOfWork;
-    if (look.pattern && points.size() > 1 && !m_settings.forced) {
+    if (look.pattern && points.size() > 1 && !m_settings.forced && !m_settings.isCoarse) {
         const double scale = patternScale(place, look);
         if (!DashWalker::isTooFine(*look.pattern, scale)) {
             CanvasPen pen = m_canvas.pen();
@@ -133,13 +133,14 @@ void SceneWalk::fillRuns(const std::vector<Polyline2>& given, const DisplayItem&
     }
     constexpr double kTiny = 2;
     CanvasPen pen = m_canvas.pen();
-    if (covered > kTiny) {
+    const bool isFilled = covered > kTiny && !m_settings.isCoarse;
+    if (isFilled) {
         if (item.kind == DisplayKind::mask) {
             m_canvas.setPen({m_settings.ground, 255, 1, false});
         }
         m_canvas.fill(runs, item.kind != DisplayKind::band);
     }
-    if (pen.alpha == 255 || covered <= kTiny || item.kind == DisplayKind::mask) {
+    if (pen.alpha == 255 || !isFilled || item.kind == DisplayKind::mask) {
         pen.width = m_settings.hairline;
         m_canvas.setPen(pen);
         for (Polyline2& run : runs) {

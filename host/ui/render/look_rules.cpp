@@ -27,8 +27,10 @@ HxCmColor colorOf(std::uint32_t word) {
 
 }  // namespace
 
-LookRules::LookRules(const SceneStyle& style, bool onPaper, HxDbObjectId viewport)
-    : m_style(style), m_onPaper(onPaper), m_viewport(viewport), m_rules(viewport.stub()) {
+LookRules::LookRules(const SceneStyle& style, bool onPaper, HxDbObjectId viewport,
+                     const AssumedLayers& assumed)
+    : m_style(style), m_onPaper(onPaper), m_viewport(viewport), m_assumed(assumed),
+      m_rules(viewport.stub(), assumed) {
     m_root.color = (m_onPaper ? m_style.paperInk : m_style.ink).rgb();
     m_root.lineweight = kDefaultWeight;
 }
@@ -62,12 +64,21 @@ const LookRules::LayerLook& LookRules::layerLook(HxDbStub* layer) {
     const auto* record = layer ? HxDbLayerTableRecord::cast(materialise(*layer)) : nullptr;
     if (record) {
         bool isOverride = false;
-        look.color = rgb(record->color(m_viewport, isOverride));
-        look.linetype = record->linetypeObjectId(m_viewport, isOverride).stub();
+        const HxCmColor color = record->color(m_viewport, isOverride);
+        look.color = rgb(shown(layer, HxLyState::kColor, &HxUiLayerAs::color, color, isOverride));
+        const HxDbObjectId linetype = record->linetypeObjectId(m_viewport, isOverride);
+        look.linetype =
+            shown(layer, HxLyState::kLinetype, &HxUiLayerAs::linetype, linetype, isOverride).stub();
+        const int weight = record->lineWeight(m_viewport, isOverride);
         look.lineweight =
-            weightOr(record->lineWeight(m_viewport, isOverride), kDefaultWeight, kDefaultWeight);
-        look.alpha = record->transparency(m_viewport, isOverride).alpha();
-        look.isLocked = record->isLocked();
+            weightOr(static_cast<std::int16_t>(
+                         shown(layer, HxLyState::kLineweight, &HxUiLayerAs::lineweight, weight, isOverride)),
+                     kDefaultWeight, kDefaultWeight);
+        const HxCmTransparency transparency = record->transparency(m_viewport, isOverride);
+        look.alpha =
+            shown(layer, HxLyState::kTransparency, &HxUiLayerAs::transparency, transparency, isOverride)
+                .alpha();
+        look.isLocked = m_assumed.own(layer, HxLyState::kLocked, &HxUiLayerAs::isLocked, record->isLocked());
         look.isDefpoints = equalNames(record->name(), L"DEFPOINTS");
     }
     return look;

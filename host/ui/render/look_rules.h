@@ -53,8 +53,9 @@ struct LookContext {
 /// The looks in one space, seen through one viewport or none, in one paint. Every layer is looked up once.
 class LookRules {
 public:
-    /// `onPaper`: colours are those of paper.
-    LookRules(const SceneStyle& style, bool onPaper, HxDbObjectId viewport);
+    /// `onPaper`: colours are those of paper. `assumed` outlives the rules.
+    LookRules(const SceneStyle& style, bool onPaper, HxDbObjectId viewport,
+              const AssumedLayers& assumed = AssumedLayers::none());
 
     LookContext& root() { return m_root; }
     /// Inside of a reference of this look. `external`: the block record of an external reference, or null.
@@ -80,6 +81,12 @@ private:
     };
     using ContextKey = std::tuple<const Nesting*, HxDbStub*, QRgb, HxDbStub*, std::int16_t, std::uint8_t>;
 
+    /// A layer's value as it counts in the viewport.
+    template <class T>
+    T shown(HxDbStub* layer, HxLyState::Property property, T HxUiLayerAs::*value, const T& now,
+            bool isOverride) const {
+        return m_assumed.in(m_viewport.stub(), layer, property, value, now, isOverride);
+    }
     void resolve(LookContext& context, LookTable& table, const DisplayBlock& block, std::uint32_t place);
     const LayerLook& layerLook(HxDbStub* layer);
     const DashPattern* pattern(HxDbStub* linetype);
@@ -90,6 +97,7 @@ private:
     const SceneStyle& m_style;
     bool m_onPaper;
     HxDbObjectId m_viewport;
+    const AssumedLayers& m_assumed;
     LayerRules m_rules;
     LookContext m_root;
     std::unordered_map<HxDbStub*, LayerLook> m_layers;

@@ -77,37 +77,41 @@ namespace {
 class ScenePicture {
 public:
     ScenePicture(Canvas& canvas, Canvas& clipped, DisplayCache& cache, const SceneView& view,
-                 const SceneStyle& style, const HxGeMatrix3d& toDevice, double scale)
+                 const SceneStyle& style, const HxGeMatrix3d& toDevice, double scale,
+                 const SceneEffort& effort = SceneEffort())
         : m_canvas(canvas), m_clipped(clipped), m_cache(cache), m_view(view), m_style(style),
-          m_database(*view.database), m_space(*view.space.stub()), m_toDevice(toDevice),
-          m_isPaper(isPaper(m_database, m_space)) {
+          m_assumed(view.assumed ? *view.assumed : AssumedLayers::none()), m_database(*view.database),
+          m_space(*view.space.stub()), m_toDevice(toDevice), m_isPaper(isPaper(m_database, m_space)) {
+        m_budget.until = effort.until;
+        m_settings.isCoarse = effort.isCoarse;
         m_settings.hairline = std::max(1.0, std::floor(scale + 0.25));
         m_settings.linetypeScale = headerReal(m_database, L"$LTSCALE", 1);
-        m_settings.pixelsPerMillimetre = style.lineweights ? style.pixelsPerMillimetre * scale : 0;
+        const bool weighs = style.lineweights && !effort.isCoarse;
+        m_settings.pixelsPerMillimetre = weighs ? style.pixelsPerMillimetre * scale : 0;
         m_settings.ground = (m_isPaper ? style.paper : style.background).rgb();
         readPointStyle(scale);
         if (m_isPaper) {
             m_sheet = sheetOf(m_database, m_space);
             const double stretch = std::hypot(toDevice.entry[0][0], toDevice.entry[1][0]);
-            m_settings.pixelsPerMillimetre = style.lineweights ? stretch / m_sheet.millimetres : 0;
+            m_settings.pixelsPerMillimetre = weighs ? stretch / m_sheet.millimetres : 0;
         }
     }
 
-    bool isComplete() const { return !m_budget.isSpent(); }
+    bool isComplete() { return !m_budget.isSpent(); }
 
     void draw() {
         if (!m_isPaper) {
-            LookRules rules(m_style, false, m_view.viewport);
+            LookRules rules(m_style, false, m_view.viewport, m_assumed);
             SceneWalk(m_canvas, m_cache, rules, m_settings, m_budget).drawSpace(m_space, m_toDevice);
             return;
         }
         drawSheet();
         forEachWindow([this](Canvas& canvas, const FloatingWindow& at, const HxGeMatrix3d& toDevice) {
-            LookRules rules(m_style, true, HxDbObjectId(at.viewport));
+            LookRules rules(m_style, true, HxDbObjectId(at.viewport), m_assumed);
             SceneWalk(canvas, m_cache, rules, settingsIn(*at.window), m_budget)
                 .drawSpace(*modelSpace(m_database), toDevice);
         });
-        LookRules rules(m_style, true, HxDbObjectId());
+        LookRules rules(m_style, true, HxDbObjectId(), m_assumed);
         WalkSettings settings = m_settings;
         settings.drawsFrames = true;
         SceneWalk(m_canvas, m_cache, rules, settings, m_budget).drawSpace(m_space, m_toDevice);
@@ -124,13 +128,13 @@ public:
         const HxDbStub* outermost = path.back();
         if (outermost->owner != &m_space && m_isPaper && model && outermost->owner == model) {
             forEachWindow([&](Canvas& canvas, const FloatingWindow& at, const HxGeMatrix3d& toDevice) {
-                LookRules rules(m_style, true, HxDbObjectId(at.viewport));
+                LookRules rules(m_style, true, HxDbObjectId(at.viewport), m_assumed);
                 SceneWalk(canvas, m_cache, rules, settingsIn(*at.window), m_budget)
                     .drawPath(*model, path, toDevice);
             });
             return;
         }
-        LookRules rules(m_style, m_isPaper, m_isPaper ? HxDbObjectId() : m_view.viewport);
+        LookRules rules(m_style, m_isPaper, m_isPaper ? HxDbObjectId() : m_view.viewport, m_assumed);
         SceneWalk(m_canvas, m_cache, rules, m_settings, m_budget).drawPath(m_space, path, m_toDevice);
     }
 
@@ -250,6 +254,7 @@ private:
     DisplayCache& m_cache;
     const SceneView& m_view;
     const SceneStyle& m_style;
+    const AssumedLayers& m_assumed;
     const HxDbDatabase& m_database;
     HxDbStub& m_space;
     HxGeMatrix3d m_toDevice;
@@ -311,7 +316,7 @@ ScenePainter::ScenePainter() : m_imp(std::make_unique<Imp>()) {}
 ScenePainter::~ScenePainter() = default;
 
 void ScenePainter::paint(QPainter& painter, const QRectF& window, const SceneView& view,
-                         const SceneStyle& style) {
+                         const SceneStyle& style, const SceneEffort& effort) {
     const DeviceWindow device(painter, window);
     if (device.rect.isEmpty()) {
         return;
@@ -323,7 +328,7 @@ void ScenePainter::paint(QPainter& painter, const QRectF& window, const SceneVie
         geometryCache().refresh();
         m_imp->cache.refresh();
         ScenePicture picture(m_imp->canvas, m_imp->clipped, m_imp->cache, view, style, device.matrix(view),
-                             device.scale);
+                             device.scale, effort);
         picture.draw();
         m_imp->isComplete = picture.isComplete();
         m_imp->cache.tidy();

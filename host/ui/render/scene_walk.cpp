@@ -80,7 +80,8 @@ void SceneWalk::drawContents(HxDbStub& contents, const HxGeMatrix3d& toDevice, L
                       stretchOf(toDevice)};
     const std::size_t count = std::min(geometry.boxes.size(), members(contents).size());
     constexpr std::size_t kFew = 64;
-    if (count < kFew || isMost(part, whole)) {
+    const bool isAll = count < kFew || isMost(part, whole);
+    if (isAll && (count < kFew || !m_settings.isCoarse)) {
         for (std::size_t i = 0; i < count && !m_budget.isSpent(); ++i) {
             if (geometry.boxes[i].intersects(part)) {
                 visit(place, i, geometry.boxes[i]);
@@ -88,17 +89,46 @@ void SceneWalk::drawContents(HxDbStub& contents, const HxGeMatrix3d& toDevice, L
         }
         return;
     }
-    std::vector<SpatialIndex::Key> found;
-    geometry.index.query(part, [&found](SpatialIndex::Key key) {
-        found.push_back(key);
-        return true;
-    });
-    std::sort(found.begin(), found.end());
-    for (const SpatialIndex::Key key : found) {
-        if (key < count && !m_budget.isSpent()) {
-            visit(place, key, geometry.boxes[key]);
+    std::vector<std::size_t> found;
+    if (isAll) {
+        for (std::size_t i = 0; i < count; ++i) {
+            if (geometry.boxes[i].intersects(part)) {
+                found.push_back(i);
+            }
         }
+    } else {
+        geometry.index.query(part, [&](SpatialIndex::Key key) {
+            if (key < count) {
+                found.push_back(key);
+            }
+            return true;
+        });
+        std::sort(found.begin(), found.end());
     }
+    visitAll(place, geometry, std::move(found));
+}
+
+/// In their order; a coarse walk takes small ones last, and every so-many-th each time.
+void SceneWalk::visitAll(const Place& place, const BlockGeometry& geometry, std::vector<std::size_t> places) {
+    constexpr double kSmall = 2 * kPixel;
+    constexpr std::size_t kStrides = 16;
+    auto large = places.end();
+    if (m_settings.isCoarse) {
+        large = std::stable_partition(places.begin(), places.end(), [&](std::size_t at) {
+            return sizeOf(seen(geometry.boxes[at], place.toDevice)) >= kSmall;
+        });
+    }
+    const std::size_t strides = m_settings.isCoarse ? kStrides : 1;
+    const auto visitRange = [&](std::size_t from, std::size_t to) {
+        for (std::size_t start = 0; start < strides; ++start) {
+            for (std::size_t i = from + start; i < to && !m_budget.isSpent(); i += strides) {
+                visit(place, places[i], geometry.boxes[places[i]]);
+            }
+        }
+    };
+    const auto middle = static_cast<std::size_t>(large - places.begin());
+    visitRange(0, middle);
+    visitRange(middle, places.size());
 }
 
 void SceneWalk::visit(const Place& place, std::size_t at, const Box3d& box) {

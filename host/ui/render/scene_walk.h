@@ -5,13 +5,38 @@
 #include "host/ui/render/display_cache.h"
 #include "host/ui/render/look_rules.h"
 
+#include <chrono>
+#include <limits>
+
 namespace korvex {
 
 /// What one paint may do before it stops, in units of about a line: blocks that hold each other many times
 /// over would take for ever otherwise.
 struct WorkBudget {
+    using Clock = std::chrono::steady_clock;
+
     long long left = 4000000;
-    bool isSpent() const { return left < 0; }
+    Clock::time_point until = Clock::time_point::max();  ///< it is spent then, whatever is left
+
+    bool isSpent() {
+        if (left <= nextLook) {
+            lookAtClock();
+        }
+        return left < 0;
+    }
+
+private:
+    void lookAtClock() {
+        constexpr long long kStep = 64;  // some microseconds
+        if (until == Clock::time_point::max()) {
+            nextLook = std::numeric_limits<long long>::min();
+        } else if (Clock::now() < until) {
+            nextLook = left - kStep;
+        } else {
+            left = -1;
+        }
+    }
+    long long nextLook = std::numeric_limits<long long>::max();  ///< at the clock, when no more is left
 };
 
 /// How a space is drawn, besides its looks.
@@ -26,6 +51,7 @@ struct WalkSettings {
     bool drawsFrames = false;              ///< of viewports: on paper
     const ResolvedLook* forced = nullptr;  ///< all is drawn with this look
     double extraWidth = 0;                 ///< device pixels added to every line
+    bool isCoarse = false;                 ///< see SceneEffort; there are no lineweights then
 };
 
 /// The way down to the contents of a block.
@@ -43,6 +69,8 @@ struct WalkLevel {
         return false;
     }
 };
+
+struct BlockGeometry;
 
 class SceneWalk {
 public:
@@ -69,6 +97,7 @@ private:
 
     void drawContents(HxDbStub& contents, const HxGeMatrix3d& toDevice, LookContext& context,
                       const WalkLevel& level);
+    void visitAll(const Place& place, const BlockGeometry& geometry, std::vector<std::size_t> places);
     void visit(const Place& place, std::size_t at, const Box3d& box);
     void drawItem(const Place& place, HxDbStub& entity, const DisplayItem& item, double size);
     /// What a reference draws, and what that inherits.

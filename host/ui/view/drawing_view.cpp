@@ -32,7 +32,7 @@ void DrawingView::setDocument(Document* document) {
 
 Document* DrawingView::document() const { return m_input->document(); }
 
-void DrawingView::setDark(bool dark) { setSceneStyle(dark ? SceneStyle::dark() : SceneStyle::light()); }
+void DrawingView::setDark(bool dark) { setSceneStyle(SceneStyle::ofTheme(dark)); }
 
 void DrawingView::setSceneStyle(const SceneStyle& style) { m_input->contents().setStyle(style); }
 

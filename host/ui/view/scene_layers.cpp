@@ -1,6 +1,7 @@
 // Which layer is out of date when.
 #include "host/ui/view/scene_layers.h"
 
+#include "host/db/kernel/header.h"
 #include "sdk/hxdbentity.h"
 
 #include <QPainter>
@@ -12,6 +13,8 @@ namespace {
 // Milliseconds: what takes longer is not painted anew at every turn of the wheel.
 constexpr qint64 kHasty = 40;
 
+}  // namespace
+
 SceneView sceneView(HxDbDatabase& database, const Frame& frame) {
     SceneView view;
     view.database = &database;
@@ -21,7 +24,7 @@ SceneView sceneView(HxDbDatabase& database, const Frame& frame) {
     return view;
 }
 
-}  // namespace
+bool showsLineweights(const HxDbDatabase& database) { return headerInteger(database, L"$LWDISPLAY", 0) != 0; }
 
 SceneLayers::SceneLayers()
     : m_style(SceneStyle::dark()), m_scene(QImage::Format_RGB32),

@@ -11,6 +11,11 @@ namespace korvex {
 /// An object with the references that hold it, innermost first.
 using ObjectPath = std::vector<HxDbObjectId>;
 
+/// What a window shows in a frame: the current space, and the floating viewport that is worked in.
+SceneView sceneView(HxDbDatabase& database, const Frame& frame);
+/// The user wants to see lineweights in the drawing.
+bool showsLineweights(const HxDbDatabase& database);
+
 /// Paints one drawing and keeps what was painted.
 class SceneLayers {
 public:

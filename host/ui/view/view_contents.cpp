@@ -1,7 +1,6 @@
 // Changes only mark; painting brings everything up to date.
 #include "host/ui/view/view_contents.h"
 
-#include "host/db/kernel/header.h"
 #include "host/editor/documents.h"
 #include "host/editor/selection.h"
 #include "host/editor/view.h"
@@ -100,7 +99,7 @@ void ViewContents::paint(QPainter& painter, const MovingMarks& marks) {
         m_layers.setSelection(selectionOf(database).objects());
         m_grips.invalidate();
     }
-    m_layers.setLineweights(headerInteger(database, L"$LWDISPLAY", 0) != 0);
+    m_layers.setLineweights(showsLineweights(database));
     const Frame now = frame();
     m_layers.draw(painter, database, now, m_hasty);
     const SpaceMap space(now.map, floating().window);
