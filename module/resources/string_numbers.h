@@ -352,6 +352,14 @@ enum KvString : std::uint32_t {
     kStrDiffersNoState = 10567,
     kStrDifferencesName = 10568,
     kStrDifferenceLayer = 10569,  ///< column headers, 10569 and 10580 to 10582
+    kStrPreviewTitle = 10570,     ///< the picture before restoring, 10570 to 10577
+    kStrPreviewTip = 10571,
+    kStrPreviewShow = 10572,
+    kStrPreviewHide = 10573,
+    kStrPreviewNone = 10574,  ///< why there is no picture, 10574 to 10576
+    kStrPreviewSeveral = 10575,
+    kStrPreviewNoView = 10576,
+    kStrPreviewCoarse = 10577,
     kStrDifferenceProperty = 10580,
     kStrDifferenceInState = 10581,
     kStrDifferenceInDrawing = 10582,

@@ -407,6 +407,17 @@ constexpr HxResourceString kStrings[] = {
     {kStrDiffersNoState, L"Select one state to see what differs from the drawing"},
     {kStrDifferencesName, L"Differences from the drawing"},
     {kStrDifferenceLayer, L"Layer"},
+    {kStrPreviewTitle, L"Preview"},
+    {kStrPreviewTip,
+     L"The drawing as it would look after a restore of the selected layer state, as far as the "
+     L"boxes are ticked. The drawing itself stays as it is."},
+    {kStrPreviewShow, L"Show the preview"},
+    {kStrPreviewHide, L"Hide the preview"},
+    {kStrPreviewNone, L"Select a layer state to see the drawing as it would look after its restore."},
+    {kStrPreviewSeveral, L"Several layer states are selected. Select one to see the drawing as it would look "
+                         L"after its restore."},
+    {kStrPreviewNoView, L"There is no picture: no window shows the drawing, or memory is short."},
+    {kStrPreviewCoarse, L"Drawn coarsely: there is much to be seen"},
     {kStrDifferenceProperty, L"Property"},
     {kStrDifferenceInState, L"In the State"},
     {kStrDifferenceInDrawing, L"In the Drawing"},

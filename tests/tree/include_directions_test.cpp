@@ -82,7 +82,7 @@ TEST(IncludeDirections, FloorsSeeThoseBelow) {
 
 /// The rooms of the layer states, the lowest first; those beside each other know nothing of each other.
 const std::vector<QStringList> kStateRooms = {{"records"},         {"storage", "capture"},
-                                              {"file", "restore"}, {"edit", "choose", "save"},
+                                              {"file", "restore"}, {"edit", "choose", "save", "preview"},
                                               {"compare"},         {"manager"},
                                               {"commands"}};
 

@@ -1,22 +1,8 @@
 // Giving the layers of a drawing what a state says of them.
 #pragma once
 
-#include "hxlystate.h"
-#include "layer_states/capture/same_as_drawing.h"
-
 #include "layer_states/restore/layer_values.h"
-
-#include <unordered_set>
-
-/// How a state is restored.
-struct KvRestoreOptions {
-    std::int32_t mask = HxLyState::kAllProperties;
-    HxDbObjectId viewport;  ///< where a layout freezes layers; null: its current viewport
-    /// Colour, linetype, lineweight, transparency and plot style as overrides of the current viewport, in a
-    /// layout that has one.
-    bool asViewportOverrides = false;
-    bool turnOffOthers = false;  ///< layers that the state does not name
-};
+#include "layer_states/restore/restore_rules.h"
 
 /// What a restore did.
 struct KvRestoreResult {
@@ -41,24 +27,16 @@ public:
     const KvRestoreResult& result() const { return m_result; }
 
 private:
-    std::int32_t changesWanted(HxDbObjectId id, const HxLyStateEntry& entry, bool isNew);
     /// A layer that the drawing lacks, to be given its values; null id when the drawing does not take it, and
     /// for one of an external reference.
     HxDbObjectId RestoreNewLayer(const HxLyStateEntry& entry) const;
     HxDbObjectId CreateNewLayer(const CStdStr<wchar_t>& name) const;
     bool change(HxDbObjectId id, const HxLyStateEntry& entry, std::int32_t wanted);
-    void collectViewportFreezing(HxDbObjectId id, const HxLyStateEntry& entry);
 
     HxDbDatabase& m_database;
-    KvRestoreOptions m_options;
-    KvRestorePlace m_place;
-    HxDbObjectId m_viewport;  ///< null in model space
-    HxDbObjectId m_currentLayer;
+    KvRestoreRules m_rules;
     KvLayerStateValues m_values;
-    std::unordered_set<HxDbObjectId> m_frozenInViewport;  ///< when the restore began
     HxArray<HxDbObjectId> m_toFreeze;
     HxArray<HxDbObjectId> m_toThaw;
-    std::unordered_set<std::wstring> m_named;  ///< folded
-    HxLyStateEntry m_now;                      ///< reused for each layer
     KvRestoreResult m_result;
 };

@@ -18,13 +18,12 @@ constexpr std::uint32_t kTrueColorMethod = static_cast<std::uint32_t>(HxCmColor:
 /// Whether the layer has the value now, or its drawing has no place for it.
 bool isSettled(Hx::ErrorStatus status) { return status == Hx::eOk || status == Hx::eNotApplicable; }
 
-/// Whether an entry's colour is one that layers can have.
+}  // namespace
+
 bool hasColor(const HxLyStateEntry& entry) {
     const int index = std::abs(entry.colorIndex);
     return entry.trueColor >= 0 || (index > HxCmColor::kIndexByBlock && index < HxCmColor::kIndexByLayer);
 }
-
-}  // namespace
 
 HxCmColor colorOf(const HxLyStateEntry& entry) {
     HxCmColor color;
@@ -46,7 +45,7 @@ HxDbObjectId KvLayerStateValues::CreateNewLineType(const CStdStr<wchar_t>& name)
     return id;
 }
 
-HxDbObjectId KvLayerStateValues::linetypeFor(const HxLyStateEntry& entry) {
+HxDbObjectId& KvLayerStateValues::linetypeKnownFor(const HxLyStateEntry& entry) {
     const std::size_t mark = entry.layer.find(kReferenceMark);
     const CStdStr<wchar_t> reference = mark == CStdStr<wchar_t>::npos
                                            ? CStdStr<wchar_t>()
@@ -54,6 +53,11 @@ HxDbObjectId KvLayerStateValues::linetypeFor(const HxLyStateEntry& entry) {
     HxDbObjectId& id = m_linetypes[reference + entry.linetype];
     if (id.isNull()) id = linetypeOfName(m_database, entry.linetype);
     if (id.isNull() && !reference.empty()) id = linetypeOfName(m_database, reference + entry.linetype);
+    return id;
+}
+
+HxDbObjectId KvLayerStateValues::linetypeFor(const HxLyStateEntry& entry) {
+    HxDbObjectId& id = linetypeKnownFor(entry);
     if (id.isNull()) id = CreateNewLineType(entry.linetype);
     if (id.isNull()) id = m_database.continuousLinetype();
     return id;

@@ -21,13 +21,17 @@ public:
     /// the drawing's version cannot hold is left out. False when the layer refused something else.
     bool apply(HxDbLayerTableRecord& layer, const HxLyStateEntry& entry, std::int32_t wanted);
 
-    /// A linetype for a layer: of that name, of the layer's external reference, or one that is made: a solid
-    /// line. "Continuous" for a name that no linetype can have.
+    /// A linetype for a layer: of that name, or of the layer's external reference; null id when there is
+    /// none.
+    HxDbObjectId findLinetypeFor(const HxLyStateEntry& entry) { return linetypeKnownFor(entry); }
+    /// The same, or one that is made: a solid line. "Continuous" for a name that no linetype can have.
     HxDbObjectId linetypeFor(const HxLyStateEntry& entry);
     /// A plot style of a drawing with named ones, null id when there is none of that name.
     HxDbObjectId GetPlotStyleObjId(const CStdStr<wchar_t>& name);
 
 private:
+    /// What findLinetypeFor gives, where it is kept.
+    HxDbObjectId& linetypeKnownFor(const HxLyStateEntry& entry);
     bool SetCurrentVpLayerColor(HxDbLayerTableRecord& layer, const HxCmColor& color);
     bool SetCurrentVpLayerLinetype(HxDbLayerTableRecord& layer, HxDbObjectId linetype);
     bool SetCurrentVpLayerLineweight(HxDbLayerTableRecord& layer, HxDb::LineWeight weight);
@@ -42,5 +46,7 @@ private:
     std::unordered_map<std::wstring, HxDbObjectId> m_plotStyles;
 };
 
+/// Whether an entry's colour is one that layers can have.
+bool hasColor(const HxLyStateEntry& entry);
 /// The colour of an entry.
 HxCmColor colorOf(const HxLyStateEntry& entry);
