@@ -18,7 +18,7 @@ public:
     const QString& text() const { return m_text; }
 
     QSize sizeHint() const override { return {320, 200}; }
-    QSize minimumSizeHint() const override { return {160, 100}; }
+    QSize minimumSizeHint() const override { return {240, 150}; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
