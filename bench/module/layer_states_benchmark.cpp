@@ -2,6 +2,7 @@
 #include "bench/module/palette_bench.h"
 
 #include "layer_states/manager/layer_state_man_dlg.h"
+#include "layer_states/preview/layers_after_restore.h"
 
 #include "sdk/hxui.h"
 
@@ -100,6 +101,20 @@ void restoreNothing(benchmark::State& state) {
         });
 }
 
+/// What a restore of everything would make of the layers, against the restore that changes nothing.
+void previewAll(benchmark::State& state) {
+    Drawing drawing(state.range(0));
+    const auto engine = engineOf(drawing.database());
+    setAllLayers(drawing.database(), 1);
+    const CKvLayerState* const other = engine->CmdNew(L"other", L"");
+    setAllLayers(drawing.database(), 2);
+    engine->CmdNew(L"same", L"");
+    std::vector<HxUiLayerAs> layers;
+    against(
+        state, [&] { layersAfterRestore(drawing.database(), engine->states(), other, {}, layers); },
+        [&] { engine->CmdRestore(L"same", {}); });
+}
+
 /// Ten states that nobody looked into, all the same as the drawing, against reading their entries.
 void compareAll(benchmark::State& state) {
     Drawing drawing(state.range(0));
@@ -178,6 +193,7 @@ void writeOne(benchmark::State& state) {
 BENCHMARK(capture)->Apply(sizes);
 BENCHMARK(restoreAll)->Apply(sizes);
 BENCHMARK(restoreNothing)->Apply(sizes);
+BENCHMARK(previewAll)->Apply(sizes);
 BENCHMARK(compareAll)->Apply(sizes);
 BENCHMARK(load)->Arg(10)->Arg(100)->Arg(1000)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(writeOne)->Arg(10)->Arg(100)->Arg(1000)->UseManualTime()->Unit(benchmark::kMillisecond);

@@ -224,5 +224,40 @@ TEST_F(SceneTest, HighlightsThroughViewports) {
     EXPECT_EQ(style.paper.rgb(), at(95, 40.5));
 }
 
+TEST_F(SceneTest, CoarsePaintsShowTheSameLinesWithoutTheirDress) {
+    SceneText text;
+    text.linetype("DASHED", "73 2 | 40 8 | 49 4 | 49 -4");
+    for (int i = 0; i < 190; ++i) {  // large ones and some of a pixel
+        text.add(line("RED", i, i % 7, i + (i % 3 == 0 ? 0.5 : 9), 20 + i % 5));
+    }
+    load(text.add(line("GREEN", 0, 100.5, 200, 100.5, "6 DASHED"))
+             .add("0 SOLID | 8 BLUE | 10 50 | 20 120 | 11 150 | 21 120 | 12 50 | 22 180 | 13 150 | 23 180"));
+    paint();
+    const QImage fine = picture;
+    EXPECT_LT(count(kGreen, 0, 100, 200, 101), 150);
+    EXPECT_EQ(kBlue, at(100, 150));
+    const auto paintWith = [this](const SceneEffort& effort) {
+        QPainter on(&picture);
+        painter.paint(on, QRectF(0, 0, kSize, kSize), model(), style, effort);
+    };
+    SceneEffort coarse;
+    coarse.isCoarse = true;
+    paintWith(coarse);
+    EXPECT_TRUE(painter.isComplete());
+    EXPECT_EQ(200, count(kGreen, 0, 100, 200, 101)) << "solid";
+    EXPECT_EQ(kBlack, at(100, 150)) << "not filled";
+    EXPECT_GT(count(kBlue, 45, 115, 155, 185), 250) << "but its edges are there";
+    const QRect lines(0, kSize - 40, kSize, 40);
+    EXPECT_EQ(fine.copy(lines), picture.copy(lines)) << "none is left out, whatever their order";
+    SceneEffort late;
+    late.until = std::chrono::steady_clock::now();
+    paintWith(late);
+    EXPECT_FALSE(painter.isComplete());
+    EXPECT_EQ(0, ink(0, 0, kSize, kSize)) << "the time was over before it began";
+    paint();
+    EXPECT_TRUE(painter.isComplete());
+    EXPECT_EQ(fine, picture);
+}
+
 }  // namespace
 }  // namespace korvex::test
