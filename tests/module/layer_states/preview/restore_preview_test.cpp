@@ -5,9 +5,12 @@
 #include "layer_states/preview/restore_preview.h"
 
 #include "sdk/hxpreview.h"
+#include "tests/walk_seed.h"
 
 #include <QTest>
 #include <QToolButton>
+
+#include <random>
 
 using namespace korvex::test;
 
@@ -206,6 +209,60 @@ TEST_F(PreviewTest, NothingComesOfNothing) {
     EXPECT_FALSE(layersAfterRestore(database(), states->states(), empty, with(kAll), layers));
     EXPECT_TRUE(layers.empty());
     EXPECT_FALSE(layersAfterRestore(database(), states->states(), nullptr, with(kAll), layers));
+}
+
+/// Layers changed at random, a state of some moment restored at another, in all spaces and ways.
+TEST_F(PreviewTest, RandomRestoresLookAsTheirPreviews) {
+    SmallDrawing two = crossed();
+    two.paper(two.viewport(3, 250, 100, 90, 5, 0));
+    openDrawing(two);
+    run(L"LWDISPLAY 1\n");
+    const unsigned seed = walkSeed(7);
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    const auto any = [&](unsigned below) { return static_cast<int>(random() % below); };
+    const wchar_t* const names[] = {L"0", L"WALLS", L"NOTES", L"SPARE", L"HALLS", L"VIEWS"};
+    const auto shuffle = [&] {
+        for (const wchar_t* const name : names) {
+            const HxDbObjectId there = any(2) == 0 ? HxDbObjectId() : hxdbGetCurVportId(&database());
+            change(name, [&](auto& l) {
+                l.setIsOff(any(3) == 0);
+                l.setIsFrozen(any(3) == 0);
+                l.setIsLocked(any(3) == 0);
+                l.setColor(HxCmColor::byIndex(static_cast<std::int16_t>(1 + any(6))), there);
+                l.setLineWeight(static_cast<HxDb::LineWeight>(any(2) == 0 ? 25 : 200), there);
+                l.setTransparency(HxCmTransparency(static_cast<std::uint8_t>(255 - 100 * any(2))), there);
+            });
+            if (!database().tilemode()) inViewport(any(2) == 0 ? L"Freeze" : L"Thaw", name);
+        }
+    };
+    const auto goSomewhere = [&] {
+        const wchar_t* const ways[] = {L"TILEMODE 1\n", L"TILEMODE 0\nMSPACE\nCVPORT 2\n",
+                                       L"TILEMODE 0\nMSPACE\nCVPORT 3\n", L"TILEMODE 0\nPSPACE\n"};
+        run(ways[any(4)]);
+    };
+    int different = 0;
+    for (int round = 0; round < 40 && !HasFailure(); ++round) {
+        SCOPED_TRACE(round);
+        goSomewhere();
+        shuffle();
+        const auto states = engine();
+        CKvLayerState* const state = states->CmdNew(L"R", L"");
+        goSomewhere();
+        shuffle();
+        run(std::wstring(L"-LAYER\nThaw\n") + names[round % 6] + L"\nSet\n" + names[round % 6] + L"\n\n");
+        KvRestoreOptions options = with(any(3) == 0 ? static_cast<std::int32_t>(random() % kAll) : kAll);
+        options.asViewportOverrides = any(2) == 0;
+        std::vector<HxUiLayerAs> layers;
+        ASSERT_TRUE(layersAfterRestore(database(), states->states(), state, options, layers));
+        const QImage now = drawn({});
+        const QImage preview = drawn(layers);
+        CKvLayerStateManDlg::m_bViewportReplaceChecked = options.asViewportOverrides ? 1 : 0;
+        ASSERT_TRUE(states->restoreLayerState(*state, options.mask, {}));
+        EXPECT_EQ(drawn({}), preview);
+        different += now != preview ? 1 : 0;
+    }
+    EXPECT_GT(different, 20);
 }
 
 class PaneTest : public PreviewTest {
