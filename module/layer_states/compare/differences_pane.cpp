@@ -44,6 +44,7 @@ KvDifferencesPane::KvDifferencesPane(QWidget* parent)
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(m_line);
     column->addWidget(m_list, 1);
+    column->addStretch(0);
     m_line->setChecked(isListUnfolded);
     unfold(isListUnfolded);
     showNothing();

@@ -4,6 +4,7 @@
 #include "frame/module_state.h"
 #include "frame/resource_text.h"
 #include "layer_states/compare/differences_pane.h"
+#include "layer_states/preview/restore_preview.h"
 #include "manager_ui/window/manager_controls.h"
 #include "manager_ui/window/search_edit.h"
 #include "model/record_of_name.h"
@@ -95,6 +96,7 @@ bool KvLayerStateManWindow::OnInitDialog() {
     const bool isLight = usesLightIcons(false);
     m_list->rows().setMark(QIcon(isLight ? ":/KvLayerManager/image_layerstate_current"
                                          : ":/KvLayerManager/image_layerstate_current_dark"));
+    placePreview();
     connectControls();
     const bool isTooTall = layout()->totalMinimumSize().height() > screen()->availableSize().height();
     const int hide = isContracted || isTooTall ? 1 : 0;
@@ -152,29 +154,56 @@ void KvLayerStateManWindow::connectControls() {
 
 // ---- what differs ----
 
+/// Beside the list, which keeps its width as far as the screen allows.
+void KvLayerStateManWindow::placePreview() {
+    auto* const row = findChild<QHBoxLayout*>("listRow");
+    if (!row) return;
+    m_preview = new KvRestorePreview(m_engine.states(), m_engine.database(), this);
+    row->insertWidget(1, m_preview, 2);
+    row->setStretch(0, 5);
+    const auto widen = [this](int by) { resizeWithin(width() + by, height()); };
+    const bool isTooWide = width() + m_preview->unfoldedWidth() > screen()->availableSize().width();
+    if (isTooWide) m_preview->foldForNow();
+    if (!m_preview->isFolded()) widen(m_preview->unfoldedWidth());
+    connect(m_preview, &KvRestorePreview::widthChanged, this, widen);
+}
+
 void KvLayerStateManWindow::connectDifferences() {
-    m_compareLater.setSingleShot(true);
-    connect(&m_compareLater, &QTimer::timeout, this, &KvLayerStateManWindow::showDifferences);
-    const auto later = [this] { m_compareLater.start(0); };
+    m_showLater.setSingleShot(true);
+    connect(&m_showLater, &QTimer::timeout, this, &KvLayerStateManWindow::showWhatWould);
+    const auto later = [this] { m_showLater.start(0); };
     for (QCheckBox* const box : m_boxes) {
         connect(box, &QCheckBox::toggled, this, later);
+    }
+    for (const char* const option : {kTurnOffOthers, kAsOverrides}) {
+        connect(GetDlgItem<QCheckBox>(option), &QCheckBox::toggled, this, later);
     }
     connect(m_list, &CKvLayerStateListCtrl::selectionMade, this, later);
     connect(&m_list->rows(), &QAbstractItemModel::dataChanged, this, later);
     connect(m_differences, &KvDifferencesPane::layerChosen, this, &KvLayerStateManWindow::goToLayer);
-    connect(m_differences, &KvDifferencesPane::heightChanged, this, [this](int by) {
-        layout()->activate();
-        resize(width(), std::min(height() + by, screen()->availableSize().height()));
-    });
+    connect(m_differences, &KvDifferencesPane::heightChanged, this,
+            [this](int by) { resizeWithin(width(), height() + by); });
 }
 
-void KvLayerStateManWindow::showDifferences() {
-    const CKvLayerState* const state = m_list->selectedState();
-    if (state) {
-        m_differences->showDifferences(m_engine.differencesOf(*state, tickedMask()));
+void KvLayerStateManWindow::showWhatWould() {
+    const std::vector<CKvLayerState*> selected = m_list->selectedStates();
+    if (selected.size() == 1) {
+        m_differences->showDifferences(m_engine.differencesOf(*selected.front(), tickedMask()));
     } else {
         m_differences->showNothing();
     }
+    if (!m_preview) return;
+    KvRestoreOptions options;
+    options.mask = tickedMask();
+    options.asViewportOverrides = GetDlgItem<QCheckBox>(kAsOverrides)->isChecked();
+    options.turnOffOthers = GetDlgItem<QCheckBox>(kTurnOffOthers)->isChecked();
+    m_preview->setSelection(selected, options);
+}
+
+/// As large as the screen allows.
+void KvLayerStateManWindow::resizeWithin(int width, int height) {
+    layout()->activate();
+    resize(QSize(width, height).boundedTo(screen()->availableSize()));
 }
 
 /// In the layer dialog that the manager was opened from, else in the palette when it can be seen.
@@ -293,9 +322,7 @@ void KvLayerStateManWindow::HideRestoreLayerPropArea(int hide, int resize) {
     const QString tip = resourceText(hide != 0 ? kStrShowRestoreArea : kStrHideRestoreArea);
     m_expand->setToolTip(tip);
     m_expand->setAccessibleName(tip);
-    if (resize == 0) return;
-    layout()->activate();
-    this->resize(width(), wanted);
+    if (resize != 0) resizeWithin(width(), wanted);
 }
 
 // ---- keys ----

@@ -14,6 +14,7 @@ class CSearchEdit;
 class QCheckBox;
 class QToolButton;
 class KvDifferencesPane;
+class KvRestorePreview;
 
 /// Lists the states of an engine and does with them what the user wants. Ends with
 /// CKvLayerStateManDlg::kRestored after a restore, otherwise with IDCANCEL: what was done stays.
@@ -60,8 +61,11 @@ private:
     static constexpr int kBoxes = 11;
 
     void findControls();
+    void placePreview();
     void connectDifferences();
-    void showDifferences();
+    /// What a restore would do now is told and shown anew.
+    void showWhatWould();
+    void resizeWithin(int width, int height);
     void goToLayer(const CStdStr<wchar_t>& name);
     void connectControls();
     void selectFirst();
@@ -87,7 +91,8 @@ private:
     QToolButton* m_expand = nullptr;
     std::array<QCheckBox*, kBoxes> m_boxes{};
     KvDifferencesPane* m_differences = nullptr;
-    QTimer m_compareLater;
+    KvRestorePreview* m_preview = nullptr;
+    QTimer m_showLater;
 };
 
 /// Lets layouts have the search box.

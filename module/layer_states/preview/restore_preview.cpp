@@ -34,7 +34,6 @@ KvRestorePreview::KvRestorePreview(const KvLayerStateMap& states, HxDbDatabase* 
       m_picture(new KvPreviewPicture(this)), m_isFolded(wasFolded()) {
     m_heading->setObjectName("IDC_LAYERMAN_PREVIEW_FOLD");
     m_heading->setText(resourceText(kStrPreviewTitle));
-    m_heading->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_heading->setAutoRaise(true);
     m_heading->setFocusPolicy(Qt::TabFocus);
     m_picture->setObjectName("IDC_LAYERMAN_PREVIEW_PICTURE");
@@ -44,6 +43,7 @@ KvRestorePreview::KvRestorePreview(const KvLayerStateMap& states, HxDbDatabase* 
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_heading, 0, Qt::AlignLeft);
     layout->addWidget(m_picture, 1);
+    layout->addStretch(0);
     connect(m_heading, &QToolButton::clicked, this, [this] { setFolded(!m_isFolded); });
     m_idle.setSingleShot(true);
     m_idle.setInterval(kRest);
@@ -62,20 +62,31 @@ void KvRestorePreview::setSelection(const std::vector<CKvLayerState*>& selected,
 
 void KvRestorePreview::setFolded(bool isFolded) {
     if (isFolded == m_isFolded) return;
-    m_isFolded = isFolded;
     const CStdStr<wchar_t> path = settingsKey();
     if (!path.empty()) WriteRegString(HKEY_CURRENT_USER, path, kFolded, isFolded ? L"1" : L"0");
+    m_isFolded = isFolded;
     fold();
     schedule();
+    emit widthChanged(isFolded ? -unfoldedWidth() : unfoldedWidth());
+}
+
+void KvRestorePreview::foldForNow() {
+    m_isFolded = true;
+    fold();
+}
+
+int KvRestorePreview::unfoldedWidth() const {
+    return m_picture->minimumSizeHint().width() - m_heading->sizeHint().height();
 }
 
 void KvRestorePreview::fold() {
     m_picture->setVisible(!m_isFolded);
-    m_heading->setArrowType(m_isFolded ? Qt::RightArrow : Qt::DownArrow);
+    m_heading->setArrowType(m_isFolded ? Qt::LeftArrow : Qt::RightArrow);
+    m_heading->setToolButtonStyle(m_isFolded ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
     const QString tip = resourceText(m_isFolded ? kStrPreviewShow : kStrPreviewHide);
     m_heading->setToolTip(tip);
     m_heading->setAccessibleName(tip);
-    setSizePolicy(QSizePolicy::Preferred, m_isFolded ? QSizePolicy::Fixed : QSizePolicy::Expanding);
+    setSizePolicy(m_isFolded ? QSizePolicy::Fixed : QSizePolicy::Expanding, QSizePolicy::Preferred);
     if (!m_isFolded) return;
     m_picture->setText(QString());
     m_preview.reset();  // what it keeps of the drawing

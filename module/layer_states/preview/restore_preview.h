@@ -11,7 +11,7 @@
 class KvPreviewPicture;
 class QToolButton;
 
-/// Shows a picture for one selected state and words otherwise. It can be folded to its heading, which is
+/// Shows a picture for one selected state and words otherwise. It can be folded to an arrow, which is
 /// remembered; nothing is drawn then. Pictures are drawn a moment after the last change, in a quarter of a
 /// second or coarsely; between changes nothing runs. The drawing stays as it is.
 class KvRestorePreview : public QWidget {
@@ -28,8 +28,16 @@ public:
     bool isFolded() const { return m_isFolded; }
     /// Remembers it.
     void setFolded(bool isFolded);
+    /// Folds it without remembering that: there is no room.
+    void foldForNow();
     /// How many pictures were drawn; for measuring.
     int pictures() const { return m_pictures; }
+    /// What it takes beside what it takes folded.
+    int unfoldedWidth() const;
+
+Q_SIGNALS:
+    /// It was folded or unfolded, and wants so much more width.
+    void widthChanged(int by);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

@@ -2,6 +2,11 @@
 #include "tests/module/layer_states/layer_states_fixture.h"
 #include "tests/module/layer_states/manager/states_window_fixture.h"
 
+#include "layer_states/manager/layer_state_man_window.h"
+#include "layer_states/preview/preview_picture.h"
+#include "layer_states/preview/restore_preview.h"
+
+#include <QCheckBox>
 #include <QDesktopServices>
 #include <QTextBrowser>
 
@@ -11,6 +16,25 @@ namespace korvex::test {
 namespace {
 
 constexpr int kAll = HxLyState::kAllProperties;
+
+/// Layouts get the widgets that are linked into the tests, not those of the module.
+class OwnWidgets {
+public:
+    OwnWidgets() {
+        forget();
+        registerLayerStateWidgets();
+    }
+    ~OwnWidgets() { forget(); }
+    OwnWidgets(const OwnWidgets&) = delete;
+    OwnWidgets& operator=(const OwnWidgets&) = delete;
+
+private:
+    static void forget() {
+        for (const char* const name : {"CSearchEdit", "KvDifferencesPane"}) {
+            hxuiRegisterWidget(name, nullptr);
+        }
+    }
+};
 
 class DifferencesTest : public LayerStatesTest {
 protected:
@@ -104,6 +128,40 @@ TEST_F(DifferencesTest, TellWhatTheViewportOfALayoutFreezes) {
     EXPECT_EQ(differences.layers().front().properties, HxLyState::kCurrentViewportFrozen);
     run(L"LAYOUT\nSet\nModel\n");
     EXPECT_TRUE(found(L"then", kAll).layers().empty()) << "nothing is frozen in a viewport there";
+}
+
+TEST_F(DifferencesTest, ThePreviewFollowsSelectionAndTicks) {
+    openDrawing(drawing());
+    saveState(L"A");
+    change(L"NOTES", [](auto& record) { record.setIsOff(true); });
+    saveState(L"B");
+    const OwnWidgets widgets;
+    m_engine = engine();
+    KvLayerStateManWindow window(*m_engine, nullptr);
+    QTimer::singleShot(0, &window, [&] {
+        auto* const preview = window.findChild<KvRestorePreview*>();
+        preview->setFolded(false);  // the screen may be narrow
+        auto* const picture = window.findChild<KvPreviewPicture*>();
+        const auto drawn = [&] {
+            const int before = preview->pictures();
+            EXPECT_TRUE(QTest::qWaitFor([&] { return preview->pictures() > before; }, 20000));
+            return picture->picture();
+        };
+        auto* const list = window.findChild<CKvLayerStateListCtrl*>();
+        list->SetLastSelectItem(m_engine->states().find(L"A"));
+        const QImage withNotes = drawn();
+        list->SetLastSelectItem(m_engine->states().find(L"B"));
+        const QImage without = drawn();
+        EXPECT_NE(withNotes, without);
+        list->SetLastSelectItem(m_engine->states().find(L"A"));
+        EXPECT_EQ(drawn(), withNotes);
+        window.GetDlgItem<QCheckBox>("IDC_LAYERMAN_CHECK1")->click();
+        EXPECT_EQ(drawn(), without) << "on and off are not restored";
+        list->selectAll();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !picture->text().isEmpty(); }, 20000));
+        window.EndDialog(IDCANCEL);
+    });
+    window.DoModal();
 }
 
 class DifferencesPaneTest : public StatesWindowTest {
