@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tests/editor/editor_fixture.h"
+#include "tests/module/model_watch.h"
 #include "tests/module/small_drawing.h"
 
 #include "host/ui/script/ui_commands.h"
@@ -40,6 +41,7 @@ inline void needApplication() {
     static const QApplication* const application = new QApplication(count, arguments);
     Q_UNUSED(application);
     startUiCommands();
+    watchModels();
 }
 
 class ModuleTest : public EditorTest {

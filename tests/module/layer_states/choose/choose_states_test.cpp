@@ -3,7 +3,6 @@
 
 #include "layer_states/choose/select_layer_state_dlg.h"
 
-#include <QAbstractItemModelTester>
 #include <QTableView>
 
 #include <iostream>
@@ -27,8 +26,6 @@ protected:
         addTo(theirs, L"secret", {L"LAIR"})->SetLayerStateMake(HxLyState::kHidden);
         define(L"IMPORT", [this] {
             CKvSelectLayerStateDlg dialog(nullptr, ours, theirs, &database());
-            new QAbstractItemModelTester(dialog.findChild<QTableView*>("IDC_SELSTATE_LIST")->model(),
-                                         QAbstractItemModelTester::FailureReportingMode::Fatal, &dialog);
             result = dialog.DoModal();
             chosen.clear();
             for (const CKvLayerState* const state : dialog.chosen()) {

@@ -7,7 +7,6 @@
 #include "layer_states/edit/layer_state_infos.h"
 #include "layer_states/file/las_reader.h"
 
-#include <QAbstractItemModelTester>
 #include <QTableView>
 #include <QTimer>
 
@@ -33,8 +32,6 @@ protected:
         }
         define(L"EDIT", [this] {
             CKvEditLayerStateDlg dialog(nullptr, state.get(), &database(), L"Evening");
-            new QAbstractItemModelTester(dialog.findChild<QTableView*>("IDC_LAYERSTATE_LIST")->model(),
-                                         QAbstractItemModelTester::FailureReportingMode::Fatal, &dialog);
             if (whileOpen) QTimer::singleShot(0, &dialog, [&] { whileOpen(dialog); });
             result = dialog.DoModal();
             current = dialog.currentLayerName();

