@@ -38,6 +38,7 @@ TEST_F(ExchangeTest, TakesChosenStatesOfAnotherDrawing) {
     ASSERT_EQ(states->states().size(), 2U);
     EXPECT_EQ(states->states().at(0), mine) << "in its place";
     EXPECT_EQ(mine->GetDescription(), L"theirs");
+    EXPECT_EQ(mine->GetSameAsDWG(), 0) << "unknown until somebody compares";
     EXPECT_EQ(states->imported(), states->states().at(1));
     ASSERT_EQ(states->BuildLayerStateExtensionDictionary(), 1);
     ASSERT_TRUE(states->CmdRestore(L"print", {}));

@@ -88,6 +88,8 @@ TEST_F(ChooseStates, AllNoneAndKeys) {
     EXPECT_EQ(chosen, L"day ") << "the list has the keyboard, its first row the focus";
     run(L"IMPORT\nCLICK IDC_SELSTATE_LIST double \"day,Import\"\nCLICK IDOK\n");
     EXPECT_EQ(chosen, L"day ");
+    run(L"IMPORT\nCLICK IDC_SELSTATE_ALL\nCLICK IDC_SELSTATE_LIST double \"day,1\"\nCLICK IDOK\n");
+    EXPECT_EQ(chosen, L"night 10 day Night 9 REF_night ") << "a name is beside its box";
     run(L"IMPORT\nPRESS IDC_SELSTATE_LIST Enter\nPRESS window Esc\n");
     EXPECT_EQ(result, IDCANCEL) << "Enter does nothing without a tick";
     EXPECT_EQ(failures, Lines());

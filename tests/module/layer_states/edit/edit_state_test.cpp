@@ -235,6 +235,8 @@ TEST_F(EditState, TheFocusGoesOnAfterAddingAndRemoving) {
     edit(click(L"NOTES,Name") + press(L"Right Right Del Shift+Space") + press(L"Space"));
     EXPECT_TRUE(has(L"PLAN|DOORS", HxLyState::kLayerFrozen))
         << "the row that took the place, in the same column";
+    edit(click(L"GLASS,Name") + press(L"Right Del Space"));
+    EXPECT_TRUE(has(L"NOTES", HxLyState::kLayerOff)) << "the new first one";
     edit(click(L"WALLS,Lock") + press(L"Del Space"));
     EXPECT_TRUE(has(L"SPARE", HxLyState::kLayerLocked)) << "the last one that is left";
     const std::wstring shown =

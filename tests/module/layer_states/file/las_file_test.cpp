@@ -122,7 +122,8 @@ TEST(LasReader, ReadsWhatTheWriterWrites) {
     layers[0].layer = L"A";
     layers[0].flags = 0x3F;
     layers[1] = {L"B", 8, 255, 0xFFFFFF, L"BOOK A$no. 1", L"DASHED", 211, L"Normal", 0};
-    layers[2] = {L"\u5899", 0, 1, 0, L"", L"", -1, L"", 254};
+    const std::wstring longest(40, L'\u5899');  // longer than any line before
+    layers[2] = {longest, 0, 1, 0, L"", L"", -1, L"", 254};
     KvLasWriter writer(kChinese);
     writer.begin(state);
     for (const HxLyStateEntry& layer : layers) {
