@@ -83,6 +83,25 @@ void sortList(benchmark::State& state, int column) {
         });
 }
 
+/// A click on a header with all rows selected, which stay so; against the bare sort.
+void clickHeader(benchmark::State& state) {
+    Drawing drawing(0);
+    const KvLayerStateEntries given = entries(state.range(0));
+    List shown(*given);
+    std::vector<std::pair<std::int64_t, int>> keys;
+    for (std::int64_t i = 0; i < state.range(0); ++i) {
+        keys.emplace_back(i * 7919 % 255, static_cast<int>(i * 7919 % 100003));
+    }
+    shown.list.selectAll();
+    against(
+        state, [&] { shown.list.slotSectionClicked(kStateColColor); },
+        [&] {
+            std::vector<std::pair<std::int64_t, int>> sorted = keys;
+            std::sort(sorted.begin(), sorted.end());
+            benchmark::DoNotOptimize(sorted.data());
+        });
+}
+
 /// All rows at once, against a view that is told of a change.
 void toggleAll(benchmark::State& state) {
     Drawing drawing(0);
@@ -107,6 +126,7 @@ BENCHMARK(openList)->Apply(sizes);
 BENCHMARK_CAPTURE(sortList, name, kStateColName)->Apply(sizes);
 BENCHMARK_CAPTURE(sortList, color, kStateColColor)->Apply(sizes);
 BENCHMARK_CAPTURE(sortList, linetype, kStateColLinetype)->Apply(sizes);
+BENCHMARK(clickHeader)->Apply(sizes);
 BENCHMARK(toggleAll)->Apply(sizes);
 
 }  // namespace
