@@ -70,6 +70,9 @@ TEST_F(ChooseStates, TellsWhatEachStateIsAndWhatTheDrawingLacks) {
           L"Not in the drawing: 2 layer(s), 1 linetype(s)", L"2 of 4 layer states chosen."}) {
         EXPECT_TRUE(contains(shown, text)) << QString::fromWCharArray(text).toStdString();
     }
+    EXPECT_TRUE(contains(shown.substr(shown.rfind(L"layer states chosen")),
+                         L"Not in the drawing: 2 layer(s), 1 linetype(s), 0 plot style(s)"))
+        << "one of the states that lacked DOORS is chosen still";
     EXPECT_FALSE(contains(shown, L"secret"));
     if (HasFailure()) std::cout << QString::fromStdWString(shown).toStdString();
 }

@@ -162,6 +162,12 @@ TEST_F(EditState, LayersOfTheDrawingAreAdded) {
     EXPECT_EQ(failures, Lines());
 }
 
+TEST_F(EditState, ADoubleClickAddsALayer) {
+    edit(press(L"Insert") + L"CLICK IDC_SELLAYER_LIST double \"VIEWS\"\n");
+    EXPECT_EQ(namesOf(edited), L"WALLS SPARE* PLAN|DOORS NOTES GLASS VIEWS ");
+    EXPECT_EQ(failures, Lines());
+}
+
 TEST_F(EditState, AddTellsWhenTheStateHoldsAll) {
     const std::wstring shown = edit(L"CLICK IDC_LAYERSTATE_ADD\nPRESS IDC_SELLAYER_LIST Ctrl+A\nCLICK IDOK\n"
                                     L"CLICK IDC_LAYERSTATE_ADD\nOK\n");
