@@ -257,7 +257,17 @@ TEST_F(EditState, TheFocusGoesOnAfterAddingAndRemoving) {
 
 TEST_F(EditState, CellsShowMarksIconsAndSwatches) {
     original(L"NOTES").SetRGBColor(255);
-    whileOpen = [](CKvEditLayerStateDlg& dialog) {
+    original(L"NOTES").SetLayerFlag(HxLyState::kLayerOff | HxLyState::kLayerFrozen | HxLyState::kLayerLocked |
+                                    HxLyState::kLayerNewViewportFrozen);
+    const auto told = [](const QTableView* view, int row) {
+        QStringList texts;
+        for (const int column :
+             {kStateColOn, kStateColFreeze, kStateColLock, kStateColPlot, kStateColNewVpFreeze}) {
+            texts << view->model()->index(row, column).data(Qt::AccessibleTextRole).toString();
+        }
+        return texts.join(", ");
+    };
+    whileOpen = [told](CKvEditLayerStateDlg& dialog) {
         const auto* const view = dialog.findChild<QTableView*>("IDC_LAYERSTATE_LIST");
         const auto at = [view](int row, int column) { return view->model()->index(row, column); };
         const auto isMarked = [&](int row) {
@@ -269,6 +279,8 @@ TEST_F(EditState, CellsShowMarksIconsAndSwatches) {
         EXPECT_EQ(at(3, kStateColName).data(Qt::AccessibleTextRole), "SPARE, current layer");
         EXPECT_EQ(at(1, kStateColColor).data(kRolePayload).value<LayerListColorItemData>().color.red(), 255);
         EXPECT_FALSE(at(0, kStateColFreeze).data(Qt::DecorationRole).value<QIcon>().isNull());
+        EXPECT_EQ(told(view, 0), "On, Thawed, Unlocked, Plots, Thawed in the viewport");
+        EXPECT_EQ(told(view, 1), "Off, Frozen, Locked, Does not plot, Frozen in the viewport");
         for (const char* const id : {"IDC_LAYERSTATE_ADD", "IDC_LAYERSTATE_DEL"}) {
             const auto* const button = dialog.findChild<QAbstractButton*>(id);
             EXPECT_FALSE(button->icon().isNull()) << id;

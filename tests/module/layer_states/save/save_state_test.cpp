@@ -89,6 +89,18 @@ TEST_F(SaveState, OffersTheNamesThatCanBeSavedOver) {
     EXPECT_EQ(failures, Lines());
 }
 
+TEST_F(SaveState, NamesEndAtTheirLongest) {
+    define(L"SHOW", [this] {
+        CKvSaveLayerStateDlg dialog(nullptr, states, &database(), L"SPARE");
+        result = dialog.DoModal();
+    });
+    run(L"SHOW\nTYPE IDC_LAYERSTATESAVE_COMBO " + std::wstring(300, L'x') + L"\nCLICK IDOK\n");
+    EXPECT_EQ(result, IDOK);
+    ASSERT_EQ(states.size(), 1U);
+    EXPECT_EQ(states.at(0)->GetLayerStateName().size(), 255U);
+    EXPECT_EQ(failures, Lines());
+}
+
 TEST_F(SaveState, SavesNothingWithoutADrawing) {
     hasDrawing = false;
     save(L"Plan");
