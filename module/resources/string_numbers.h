@@ -146,7 +146,7 @@ enum KvString : std::uint32_t {
     kStrHeaderVpLineweight = 10216,
     kStrHeaderVpPlotStyle = 10217,
     kStrHeaderVpTransparency = 10218,
-    kStrStateOn = 10220,  ///< what icon cells mean, 10220 to 10235
+    kStrStateOn = 10220,  ///< what icon cells mean, 10220 to 10237
     kStrStateOff = 10221,
     kStrStateFrozen = 10222,
     kStrStateThawed = 10223,
@@ -162,6 +162,8 @@ enum KvString : std::uint32_t {
     kStrStateVpFrozen = 10233,
     kStrStateVpThawed = 10234,
     kStrStateCurrentOverride = 10235,
+    kStrStateNewVpFrozen = 10236,
+    kStrStateNewVpThawed = 10237,
     kStrHeaderMenuFit = 10240,  ///< the grid header's context menu, 10240 to 10242
     kStrHeaderMenuFitAll = 10241,
     kStrHeaderMenuReset = 10242,

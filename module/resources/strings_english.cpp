@@ -179,6 +179,8 @@ constexpr HxResourceString kStrings[] = {
     {kStrStateVpFrozen, L"Frozen in the viewport"},
     {kStrStateVpThawed, L"Thawed in the viewport"},
     {kStrStateCurrentOverride, L"Current layer, with viewport overrides"},
+    {kStrStateNewVpFrozen, L"Frozen in new viewports"},
+    {kStrStateNewVpThawed, L"Thawed in new viewports"},
     {kStrHeaderMenuFit, L"Fit This Column"},
     {kStrHeaderMenuFitAll, L"Fit All Columns"},
     {kStrHeaderMenuReset, L"Reset Columns"},

@@ -186,6 +186,8 @@ constexpr HxResourceString kStrings[] = {
     {kStrStateVpFrozen, L"Im Ansichtsfenster gefroren"},
     {kStrStateVpThawed, L"Im Ansichtsfenster getaut"},
     {kStrStateCurrentOverride, L"Aktueller Layer, mit Ansichtsfenster-Überschreibungen"},
+    {kStrStateNewVpFrozen, L"In neuen Ansichtsfenstern gefroren"},
+    {kStrStateNewVpThawed, L"In neuen Ansichtsfenstern getaut"},
     {kStrHeaderMenuFit, L"Diese Spalte anpassen"},
     {kStrHeaderMenuFitAll, L"Alle Spalten anpassen"},
     {kStrHeaderMenuReset, L"Spalten zurücksetzen"},

@@ -21,7 +21,7 @@ constexpr FlagLook kFlagLooks[] = {
     {HxLyState::kFrozen, HxLyState::kLayerFrozen, kIconFrozen, kIconThawed},
     {HxLyState::kLocked, HxLyState::kLayerLocked, kIconLocked, kIconUnlocked},
     {HxLyState::kPlot, HxLyState::kLayerPlots, kIconPlot, kIconNoPlot},
-    {HxLyState::kNewViewportFrozen, HxLyState::kLayerNewViewportFrozen, kIconVpFrozen, kIconVpThawed},
+    {HxLyState::kNewViewportFrozen, HxLyState::kLayerNewViewportFrozen, kIconNewVpFrozen, kIconNewVpThawed},
     {HxLyState::kCurrentViewportFrozen, HxLyState::kLayerCurrentViewportFrozen, kIconVpFrozen, kIconVpThawed},
 };
 

@@ -125,7 +125,7 @@ KvLayerCells makeLayerCells(const HxDbLayerTableRecord& layer, const KvLayerCell
     cells[kColTransparency] = transparencyCell(layer.transparency());
     cells[kColPlotStyle] = plotStyleCell(layer.plotStyleName(), context);
     cells[kColPlot] = iconCell(layer.isPlottable() ? kIconPlot : kIconNoPlot);
-    cells[kColNewVpFreeze] = iconCell(layer.VPDFLT() ? kIconVpFrozen : kIconVpThawed);
+    cells[kColNewVpFreeze] = iconCell(layer.VPDFLT() ? kIconNewVpFrozen : kIconNewVpThawed);
     cells[kColDescription] = textCell(toQt(layer.description()));
     if (context.isLayout) fillViewportCells(cells, layer, context);
     return cells;

@@ -22,14 +22,30 @@ constexpr std::array<const char*, kIconCount> kNames = {"lck",
                                                         "vpthw",
                                                         "vpused",
                                                         "vpunused",
-                                                        "vpcurrent"};
+                                                        "vpcurrent",
+                                                        "vpfrz",
+                                                        "vpthw"};
 
-constexpr std::array<KvString, kIconCount> kIconTexts = {
-    kStrStateLocked,         kStrStateUnlocked,       kStrStateOn,       kStrStateOff,
-    kStrStateFrozen,         kStrStateThawed,         kStrStatePlots,    kStrStateNoPlot,
-    kStrStateCurrent,        kStrStateUsed,           kStrStateUnused,   kStrStateUsedOverride,
-    kStrStateUnusedOverride, kStrStateVpFrozen,       kStrStateVpThawed, kStrStateUsedOverride,
-    kStrStateUnusedOverride, kStrStateCurrentOverride};
+constexpr std::array<KvString, kIconCount> kIconTexts = {kStrStateLocked,
+                                                         kStrStateUnlocked,
+                                                         kStrStateOn,
+                                                         kStrStateOff,
+                                                         kStrStateFrozen,
+                                                         kStrStateThawed,
+                                                         kStrStatePlots,
+                                                         kStrStateNoPlot,
+                                                         kStrStateCurrent,
+                                                         kStrStateUsed,
+                                                         kStrStateUnused,
+                                                         kStrStateUsedOverride,
+                                                         kStrStateUnusedOverride,
+                                                         kStrStateVpFrozen,
+                                                         kStrStateVpThawed,
+                                                         kStrStateUsedOverride,
+                                                         kStrStateUnusedOverride,
+                                                         kStrStateCurrentOverride,
+                                                         kStrStateNewVpFrozen,
+                                                         kStrStateNewVpThawed};
 
 }  // namespace
 

@@ -25,6 +25,8 @@ enum KvLayerIcon : int {
     kIconVpUsed,
     kIconVpUnused,
     kIconVpCurrent,
+    kIconNewVpFrozen,
+    kIconNewVpThawed,
     kIconCount,
 };
 

@@ -94,7 +94,7 @@ TEST_F(CellEditing, SelectedLayersGetWhatTheClickedOneIsNot) {
     click("NOTES", kColNewVpFreeze);
     EXPECT_EQ(cells(three, kColLock), (QStringList{"Locked", "Locked", "Locked"}));
     EXPECT_EQ(cells(three, kColPlot), (QStringList{"Does not plot", "Does not plot", "Does not plot"}));
-    EXPECT_EQ(row("WALLS")[kColNewVpFreeze], "Frozen in the viewport");
+    EXPECT_EQ(row("WALLS")[kColNewVpFreeze], "Frozen in new viewports");
     EXPECT_EQ(row("OUTER")[kColLock], "Unlocked");
     click("OUTER", kColLock);
     EXPECT_EQ(selected(), QStringList{"OUTER"}) << "a row that is not selected is selected by the click";

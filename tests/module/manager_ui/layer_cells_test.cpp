@@ -82,7 +82,7 @@ TEST(LayerCells, ShowTheRecord) {
     EXPECT_EQ(cells[kColTransparency].text, "49");
     EXPECT_EQ(cells[kColPlotStyle].whyGrey == 0, !entries.database.plotStyleMode());
     EXPECT_EQ(cells[kColPlot].icon, kIconNoPlot);
-    EXPECT_EQ(cells[kColNewVpFreeze].icon, kIconVpFrozen);
+    EXPECT_EQ(cells[kColNewVpFreeze].icon, kIconNewVpFrozen);
     EXPECT_EQ(cells[kColDescription].text, "outer");
     const KvLayerCells zero = makeLayerCells(*entries.entries.front()->layerRec(), context);
     EXPECT_EQ(zero[kColStatus].icon, kIconCurrent);  // nothing is on it

@@ -279,8 +279,8 @@ TEST_F(EditState, CellsShowMarksIconsAndSwatches) {
         EXPECT_EQ(at(3, kStateColName).data(Qt::AccessibleTextRole), "SPARE, current layer");
         EXPECT_EQ(at(1, kStateColColor).data(kRolePayload).value<LayerListColorItemData>().color.red(), 255);
         EXPECT_FALSE(at(0, kStateColFreeze).data(Qt::DecorationRole).value<QIcon>().isNull());
-        EXPECT_EQ(told(view, 0), "On, Thawed, Unlocked, Plots, Thawed in the viewport");
-        EXPECT_EQ(told(view, 1), "Off, Frozen, Locked, Does not plot, Frozen in the viewport");
+        EXPECT_EQ(told(view, 0), "On, Thawed, Unlocked, Plots, Thawed in new viewports");
+        EXPECT_EQ(told(view, 1), "Off, Frozen, Locked, Does not plot, Frozen in new viewports");
         for (const char* const id : {"IDC_LAYERSTATE_ADD", "IDC_LAYERSTATE_DEL"}) {
             const auto* const button = dialog.findChild<QAbstractButton*>(id);
             EXPECT_FALSE(button->icon().isNull()) << id;
