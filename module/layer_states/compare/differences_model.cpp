@@ -44,7 +44,6 @@ KvDifferencesModel::KvDifferencesModel(QObject* parent)
 
 void KvDifferencesModel::setDifferences(std::shared_ptr<const KvStateDifferences> differences) {
     if (!differences && m_rows.empty()) return;
-    beginResetModel();
     m_differences = std::move(differences);
     m_rows.clear();
     const std::size_t count = m_differences ? m_differences->layers().size() : 0;
@@ -55,7 +54,6 @@ void KvDifferencesModel::setDifferences(std::shared_ptr<const KvStateDifferences
             if ((layer.properties & name.property) != 0) m_rows.push_back({number, name.property});
         }
     }
-    endResetModel();
     reload();
 }
 
