@@ -95,6 +95,7 @@ Hx::ErrorStatus unloadLayerManagerFrameApp() {
     all.cuixManager.reset();
     removeService();
     setLayerPalette(nullptr);
+    forgetLayerStateWidgets();
     HxEdCommandStack* const stack = commandStack();
     return stack ? stack->removeGroup(kGroup) : Hx::eKeyNotFound;
 }

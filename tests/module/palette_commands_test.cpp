@@ -10,6 +10,8 @@
 #include "manager_ui/grid/layer_column.h"
 #include "model/palette_doc_reactor.h"
 
+#include "sdk/hxdialog.h"
+
 #include <QTest>
 #include <QTextEdit>
 #include <QWindow>
@@ -205,6 +207,7 @@ TEST_F(TearDownOrder, IsReactorsInterfaceServicePaletteCommands) {
                                                     "commands"}))
         << "when the documents' reactor, the service and the palette go";
     EXPECT_EQ(remaining(), "");
+    EXPECT_FALSE(hxuiRegisterWidget("CSearchEdit", nullptr)) << "it is taken back already";
 }
 
 }  // namespace

@@ -45,6 +45,8 @@ constexpr RestoreBox kRestoreBoxes[] = {
 constexpr char kNoXrefs[] = "IDC_LAYERMAN_CHECK11";
 constexpr char kTurnOffOthers[] = "IDC_LAYERMAN_CHECK12";
 constexpr char kAsOverrides[] = "IDC_LAYERMAN_CHECK13";
+constexpr char kSearchClass[] = "CSearchEdit";
+constexpr char kDifferencesClass[] = "KvDifferencesPane";
 constexpr char kArea[] = "IDC_LAYERMAN_LAYPROP_GROUP";
 
 /// Whether the restore area is folded away; kept from one opening to the next.
@@ -53,9 +55,14 @@ bool isContracted = false;
 }  // namespace
 
 void registerLayerStateWidgets() {
-    hxuiRegisterWidget("CSearchEdit", [](QWidget* parent) -> QWidget* { return new CSearchEdit(parent); });
-    hxuiRegisterWidget("KvDifferencesPane",
+    hxuiRegisterWidget(kSearchClass, [](QWidget* parent) -> QWidget* { return new CSearchEdit(parent); });
+    hxuiRegisterWidget(kDifferencesClass,
                        [](QWidget* parent) -> QWidget* { return new KvDifferencesPane(parent); });
+}
+
+void forgetLayerStateWidgets() {
+    hxuiRegisterWidget(kSearchClass, nullptr);
+    hxuiRegisterWidget(kDifferencesClass, nullptr);
 }
 
 KvLayerStateManWindow::KvLayerStateManWindow(CKvLayerStateManDlg& engine, QWidget* parent)

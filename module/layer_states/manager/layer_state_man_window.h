@@ -95,5 +95,6 @@ private:
     QTimer m_showLater;
 };
 
-/// Lets layouts have the search box.
+/// Lets layouts have the search box, and no longer.
 void registerLayerStateWidgets();
+void forgetLayerStateWidgets();
