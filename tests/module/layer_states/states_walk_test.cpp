@@ -20,7 +20,8 @@ protected:
         file.state("by handle",
                    "100\nAcDbXrecord\n280\n1\n91\n2047\n301\n\n290\n0\n302\n0\n330\n" +
                        file.layerHandle("L3") +
-                       "\n90\n12\n62\n3\n370\n25\n331\n16\n1\nColor_3\n92\n-1023475712\n440\n0\n");
+                       "\n90\n12\n62\n3\n370\n25\n331\n16\n1\n" +
+                       (namedPlotStyles ? "Screened" : "Color_3") + "\n92\n-1023475712\n440\n0\n");
         openDrawing(file);
     }
     int pick(int count) { return static_cast<int>(m_random() % static_cast<unsigned>(count)); }
@@ -51,10 +52,11 @@ protected:
         KvLayerStateMap& map = states->states();
         CKvLayerState* const any =
             map.size() == 0 ? nullptr : map.at(static_cast<std::size_t>(pick(static_cast<int>(map.size()))));
-        switch (pick(8)) {
+        switch (pick(9)) {
         case 0:
         case 1: states->CmdNew(anyState().c_str(), L"walk"); break;
-        case 2: restore(*states, any); break;
+        case 2:
+        case 8: restore(*states, any); break;
         case 3: states->SaveasLayerState(any); break;
         case 4: states->removeLayerState(pick(2) == 0 ? any : nullptr); break;
         case 5: rename(*states, any); break;
@@ -110,7 +112,7 @@ protected:
         m_random.seed(seed);
         start(namedPlotStyles);
         const std::string first = fileNow();
-        for (int i = 0; i < 150; ++i) {
+        for (int i = 0; i < 250; ++i) {
             switch (pick(12)) {
             case 0: run(L"U\n"); break;
             case 1: run(L"REDO\n"); break;
