@@ -1,5 +1,6 @@
 // Seeded walks through the layer states manager, its buttons and undo.
 #include "tests/module/layer_states/manager/states_window_fixture.h"
+#include "tests/walk_seed.h"
 
 #include <random>
 
@@ -41,11 +42,13 @@ protected:
         default: return L"TYPE IDC_LAYERMAN_SEARCH *\nPRESS IDC_LAYERMAN_SEARCH Esc\n";
         }
     }
-    std::mt19937 m_random{20};
+    const std::uint32_t m_seed = walkSeed(20);
+    std::mt19937 m_random{m_seed};
     int m_step = 0;
 };
 
 TEST_F(StatesWindowWalk, TheDrawingHasWhatWasShownAndUndoTakesItBack) {
+    SCOPED_TRACE("KORVEX_WALK_SEED=" + std::to_string(m_seed));
     const QByteArray before = withoutSeed();
     for (int session = 0; session < 12; ++session) {
         std::wstring actions = L"LAYERSTATE\nCLICK IDC_LAYERMAN_NEW\nTYPE IDC_LAYERSTATESAVE_COMBO Plan s" +
