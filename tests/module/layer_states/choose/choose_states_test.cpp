@@ -1,6 +1,7 @@
 // Choosing the states of another drawing.
 #include "tests/module/layer_states/layer_states_fixture.h"
 
+#include "layer_states/choose/choose_states_model.h"
 #include "layer_states/choose/select_layer_state_dlg.h"
 
 #include <QTableView>
@@ -119,6 +120,21 @@ TEST_F(ChooseStates, ManyStatesAreCountedWhileTheDialogGoesOn) {
         << QString::fromStdWString(shown).toStdString();
     EXPECT_TRUE(contains(shown, L"0 of 400 layer states chosen.\nNot in the drawing: 0 layer(s)"));
     EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(ChooseStates, OnlyNamesHaveTicks) {
+    KvChooseStatesModel model(ours, theirs);
+    const QModelIndex name = model.index(0, kChooseColName);
+    EXPECT_TRUE(model.setData(name, Qt::Checked, Qt::CheckStateRole));
+    EXPECT_EQ(name.data(Qt::CheckStateRole), Qt::Checked);
+    EXPECT_FALSE(model.setData(name, "another", Qt::EditRole));
+    for (int column = kChooseColName + 1; column < model.columnCount(); ++column) {
+        const QModelIndex cell = model.index(0, column);
+        EXPECT_FALSE(model.setData(cell, Qt::Unchecked, Qt::CheckStateRole)) << column;
+        EXPECT_FALSE(cell.data(Qt::CheckStateRole).isValid()) << column;
+        EXPECT_FALSE(cell.flags() & Qt::ItemIsUserCheckable) << column;
+    }
+    EXPECT_EQ(name.data(Qt::CheckStateRole), Qt::Checked);
 }
 
 TEST_F(ChooseStates, TheOnlyStateIsTicked) {
