@@ -162,6 +162,17 @@ TEST_F(EditState, LayersOfTheDrawingAreAdded) {
     EXPECT_EQ(failures, Lines());
 }
 
+TEST_F(EditState, LayersToAddSortByTheirDescriptions) {
+    change(L"0", [](HxDbLayerTableRecord& record) { record.setDescription(L"Sheet 10"); });
+    change(L"VIEWS", [](HxDbLayerTableRecord& record) { record.setDescription(L"sheet 9"); });
+    const std::wstring shown =
+        edit(press(L"Insert") + L"CLICK IDC_SELLAYER_LIST/header Description\nLOOK IDC_SELLAYER_LIST\n"
+                                L"PRESS IDC_SELLAYER_LIST Home\nCLICK IDOK\n");
+    EXPECT_TRUE(contains(shown, L"1: VIEWS | sheet 9\n  2: 0 | Sheet 10")) << toUtf8(shown);
+    EXPECT_EQ(namesOf(edited), L"WALLS SPARE* PLAN|DOORS NOTES GLASS VIEWS ");
+    EXPECT_EQ(failures, Lines());
+}
+
 TEST_F(EditState, ADoubleClickAddsALayer) {
     edit(press(L"Insert") + L"CLICK IDC_SELLAYER_LIST double \"VIEWS\"\n");
     EXPECT_EQ(namesOf(edited), L"WALLS SPARE* PLAN|DOORS NOTES GLASS VIEWS ");
