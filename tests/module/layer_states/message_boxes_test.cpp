@@ -268,31 +268,6 @@ std::vector<Situation> inWindows() {
         {"NoLayerToAdd", Before::aState, edit(L"CLICK IDC_LAYERSTATE_ADD\nOK\n"), nullptr, L"[OK] <OK>",
          L"The state holds all layers of the drawing already.",
          L"Der Layerstatus enthält schon alle Layer der Zeichnung."},
-        {"HelpOfTheManager", Before::aState, manager(L"CLICK IDC_LAYERMAN_HELP\nOK\n"), nullptr, L"[OK] <OK>",
-         L"The list shows the layer states of the drawing and of its external references. New saves all "
-         L"layers as they are now under a name, Save does so in the selected state. Restore gives the layers "
-         L"what the selected state says, as far as the boxes below are ticked. States come from and go to "
-         L"other drawings by Import and Export. What is done here is one undo step.",
-         L"Die Liste zeigt die Layerstatus der Zeichnung und ihrer externen Referenzen. Neu speichert alle "
-         L"Layer, wie sie jetzt sind, unter einem Namen, Speichern im gewählten Status. Wiederherstellen "
-         L"gibt den Layern, was der gewählte Status sagt, soweit die Kästchen darunter angekreuzt sind. Mit "
-         L"Importieren und Exportieren tauschen Zeichnungen Layerstatus aus. Was hier geschieht, ist ein "
-         L"einziger Schritt zum Rückgängigmachen."},
-        {"HelpOfSaving", Before::aState, L"LAYERSTATESAVE\nCLICK IDC_LAYERMAN_HELP\nOK\nPRESS window Esc\n",
-         nullptr, L"[OK] <OK>",
-         L"All layers are saved as they are now. The name of a state that is there already overwrites that "
-         L"one, after a question.",
-         L"Alle Layer werden so gespeichert, wie sie jetzt sind. Mit dem Namen eines Status, den es schon "
-         L"gibt, wird dieser nach einer Frage überschrieben."},
-        {"HelpOfEditing", Before::aState, edit(L"PRESS window F1\nOK\n"), nullptr, L"[OK] <OK>",
-         L"Click a cell to change that property of all selected layers in the state; the drawing stays as it "
-         L"is. Double-click a name to make the layer the current one of the state. Ins adds layers of the "
-         L"drawing, Del removes the selected ones from the state. With the keyboard, Space and Enter click "
-         L"the cell that has the focus.",
-         L"Ein Klick auf eine Zelle ändert diese Eigenschaft aller gewählten Layer im Layerstatus; die "
-         L"Zeichnung bleibt, wie sie ist. Ein Doppelklick auf einen Namen macht den Layer zum aktuellen des "
-         L"Layerstatus. Einfg nimmt Layer der Zeichnung auf, Entf entfernt die gewählten aus dem "
-         L"Layerstatus. Auf der Tastatur klicken Leertaste und Eingabe die Zelle, die den Fokus hat."},
         {"SaveInAnEarlyDrawing", Before::earlyDrawing, L"LAYERSTATESAVE\nOK\n", nullptr, L"[OK] <OK>",
          L"Drawings older than R13 have no place for layer states, so none can be saved. Open the drawing in "
          L"a program that saves newer versions.",

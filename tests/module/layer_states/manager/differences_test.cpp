@@ -21,19 +21,12 @@ constexpr int kAll = HxLyState::kAllProperties;
 class OwnWidgets {
 public:
     OwnWidgets() {
-        forget();
+        forgetLayerStateWidgets();
         registerLayerStateWidgets();
     }
-    ~OwnWidgets() { forget(); }
+    ~OwnWidgets() { forgetLayerStateWidgets(); }
     OwnWidgets(const OwnWidgets&) = delete;
     OwnWidgets& operator=(const OwnWidgets&) = delete;
-
-private:
-    static void forget() {
-        for (const char* const name : {"CSearchEdit", "KvDifferencesPane"}) {
-            hxuiRegisterWidget(name, nullptr);
-        }
-    }
 };
 
 class DifferencesTest : public LayerStatesTest {
@@ -246,10 +239,14 @@ TEST_F(DifferencesPaneTest, HelpOpensTheGuide) {
                          L"No program was found that shows the guide. The page is\n\n"));
     QTextBrowser viewer;
     QDesktopServices::setUrlHandler("file", &viewer, "setSource");
-    for (const wchar_t* const help : {L"CLICK IDC_LAYERMAN_HELP\n", L"PRESS IDC_LAYERMAN_LIST F1\n"}) {
+    for (const wchar_t* const help :
+         {L"LAYERSTATE\nCLICK IDC_LAYERMAN_HELP\nPRESS window Esc\n",
+          L"LAYERSTATE\nPRESS IDC_LAYERMAN_LIST F1\nPRESS window Esc\n",
+          L"LAYERSTATE\nCLICK IDC_LAYERMAN_EDIT\nPRESS window F1\nPRESS window Esc\nPRESS window Esc\n",
+          L"LAYERSTATESAVE\nCLICK IDC_LAYERMAN_HELP\nPRESS window Esc\n"}) {
         viewer.setSource(QUrl());
-        manager(help);
-        EXPECT_TRUE(viewer.source().toLocalFile().endsWith("docs/layer-states.md"));
+        run(help);
+        EXPECT_TRUE(viewer.source().toLocalFile().endsWith("docs/layer-states.md")) << toUtf8(help);
         EXPECT_TRUE(viewer.toPlainText().startsWith("Layer states"));
     }
     QDesktopServices::unsetUrlHandler("file");
