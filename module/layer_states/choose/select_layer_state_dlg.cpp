@@ -4,7 +4,7 @@
 #include "frame/format_message.h"
 #include "frame/resource_text.h"
 #include "layer_states/choose/choose_states_model.h"
-#include "manager_ui/cells/sorted_table.h"
+#include "manager_ui/cells/list_ctrl.h"
 
 #include <QElapsedTimer>
 #include <QKeyEvent>
@@ -20,10 +20,10 @@ namespace {
 constexpr int kSliceMilliseconds = 30;
 
 /// Space and a double click change ticks.
-class ChooseStatesTable : public KvSortedTable {
+class ChooseStatesTable : public CKvListCtrl {
 public:
     ChooseStatesTable(KvChooseStatesModel* rows, QWidget* parent)
-        : KvSortedTable(rows, parent), m_states(rows) {
+        : CKvListCtrl(rows, parent), m_states(rows) {
         setColumnLetters({26, 8, 24, 20}, kChooseColDescription);
     }
 

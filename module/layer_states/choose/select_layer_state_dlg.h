@@ -8,7 +8,7 @@
 #include <vector>
 
 class KvChooseStatesModel;
-class KvSortedTable;
+class CKvListCtrl;
 
 /// Tells of each state whether it is new here, and of the ticked ones what the drawing lacks. Nothing is
 /// imported and nothing asked here.
@@ -37,7 +37,7 @@ private:
     void showSummary();
 
     KvChooseStatesModel* m_model;
-    KvSortedTable* m_list;
+    CKvListCtrl* m_list;
     KvImportNeeds m_needs;
     std::vector<char> m_isCounted;  ///< by place: it is among those that m_needs counts
 };

@@ -4,7 +4,7 @@
 #include "frame/resource_text.h"
 #include "layer_states/compare/differences_model.h"
 #include "manager_ui/cells/cell_delegate.h"
-#include "manager_ui/cells/sorted_table.h"
+#include "manager_ui/cells/list_ctrl.h"
 
 #include <QHeaderView>
 #include <QToolButton>
@@ -28,7 +28,7 @@ int heightOf(const QTableView& list, int rows) {
 KvDifferencesPane::KvDifferencesPane(QWidget* parent)
     : QWidget(parent), m_line(new QToolButton(this)), m_list(nullptr), m_rows(new KvDifferencesModel) {
     const ModuleResources resources;
-    m_list = new KvSortedTable(m_rows, this);
+    m_list = new CKvListCtrl(m_rows, this);
     m_line->setObjectName("IDC_LAYERMAN_DIFFERS");
     m_line->setAutoRaise(true);
     m_line->setCheckable(true);

@@ -8,7 +8,7 @@
 #include <memory>
 
 class KvDifferencesModel;
-class KvSortedTable;
+class CKvListCtrl;
 class QToolButton;
 
 /// What differs is told by a button that folds the list out; whether it is folded out is kept from one pane
@@ -34,6 +34,6 @@ private:
 
     std::shared_ptr<const KvStateDifferences> m_differences;  ///< null: no single state
     QToolButton* m_line;
-    KvSortedTable* m_list;
+    CKvListCtrl* m_list;
     KvDifferencesModel* m_rows;
 };

@@ -84,7 +84,7 @@ void CKvEditLayerStateDlg::showIcons() {
 
 void CKvEditLayerStateDlg::showCount() {
     const std::size_t selected = m_list->selectedRowNumbers().size();
-    const QStringList values = {QString::number(m_list->rows().rowCount()), QString::number(selected)};
+    const QStringList values = {QString::number(m_list->GetItemCount()), QString::number(selected)};
     m_count->setText(formatMessage(resourceText(kStrStateLayersCount), values));
     m_remove->setEnabled(selected > 0);
 }

@@ -12,7 +12,7 @@
 #include <QScrollBar>
 
 CKvEditLayerStateListCtrl::CKvEditLayerStateListCtrl(QWidget* parent)
-    : KvSortedTable(new KvEditLayerStateModel(nullptr), parent),
+    : CKvListCtrl(new KvEditLayerStateModel(nullptr), parent),
       m_model(static_cast<KvEditLayerStateModel*>(model())) {
     setItemDelegate(new KvEditLayerStateListItemDelegate(this));
     setColumnLetters({20, 6, 8, 7, 13, 13, 14, 8, 10, 6, 10}, kStateColName);

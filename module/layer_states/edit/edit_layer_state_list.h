@@ -3,7 +3,7 @@
 
 #include "layer_states/edit/edit_layer_state_model.h"
 #include "manager_ui/cells/cell_delegate.h"
-#include "manager_ui/cells/sorted_table.h"
+#include "manager_ui/cells/list_ctrl.h"
 
 #include <functional>
 #include <unordered_set>
@@ -18,7 +18,7 @@ public:
 };
 
 /// Owns the entries that are edited. What a click chooses goes to all selected rows.
-class CKvEditLayerStateListCtrl : public KvSortedTable {
+class CKvEditLayerStateListCtrl : public CKvListCtrl {
     Q_OBJECT
 public:
     explicit CKvEditLayerStateListCtrl(QWidget* parent = nullptr);

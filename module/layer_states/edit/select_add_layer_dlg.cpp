@@ -2,7 +2,7 @@
 #include "layer_states/edit/select_add_layer_dlg.h"
 
 #include "frame/resource_text.h"
-#include "manager_ui/cells/sorted_table.h"
+#include "manager_ui/cells/list_ctrl.h"
 #include "model/opened_or_held.h"
 
 #include "hxdbdatabase.h"
@@ -70,9 +70,9 @@ std::vector<CKvLayerInfo> layerInfos(const std::vector<CKvLayerStateInfo*>& entr
 }
 
 /// Enter and a double click take what is selected.
-class AddLayersTable : public KvSortedTable {
+class AddLayersTable : public CKvListCtrl {
 public:
-    AddLayersTable(KvSortedRows* rows, QDialog& dialog) : KvSortedTable(rows, &dialog), m_dialog(dialog) {
+    AddLayersTable(KvSortedRows* rows, QDialog& dialog) : CKvListCtrl(rows, &dialog), m_dialog(dialog) {
         setColumnLetters({28, 20}, kDescription);
     }
 

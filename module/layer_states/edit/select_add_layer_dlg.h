@@ -8,7 +8,7 @@
 #include <vector>
 
 class HxDbDatabase;
-class KvSortedTable;
+class CKvListCtrl;
 
 class CKvSelectAddLayerDlg : public HxUiBaseDialog {
     Q_OBJECT
@@ -27,5 +27,5 @@ private Q_SLOTS:
 
 private:
     std::vector<CKvLayerStateInfo*>& m_candidates;
-    KvSortedTable* m_list;
+    CKvListCtrl* m_list;
 };

@@ -27,7 +27,7 @@ QWidget* KvLayerStateListItemDelegate::createEditor(QWidget* parent, const QStyl
 }
 
 CKvLayerStateListCtrl::CKvLayerStateListCtrl(CKvLayerStateManDlg& engine, QWidget* parent)
-    : KvSortedTable(new KvLayerStateListModel(engine, nullptr), parent), m_engine(engine),
+    : CKvListCtrl(new KvLayerStateListModel(engine, nullptr), parent), m_engine(engine),
       m_model(qobject_cast<KvLayerStateListModel*>(model())) {
     setItemDelegate(new KvLayerStateListItemDelegate(this));
     connect(itemDelegate(), SIGNAL(closeEditor(QWidget*, QAbstractItemDelegate::EndEditHint)),
@@ -98,17 +98,12 @@ std::vector<CKvLayerState*> CKvLayerStateListCtrl::selectedStates() const {
 }
 
 CKvLayerState* CKvLayerStateListCtrl::selectedState() const {
-    const std::vector<CKvLayerState*> states = selectedStates();
-    return states.size() == 1 ? states.front() : nullptr;
+    const int row = GetNextItem(-1);
+    return row >= 0 && GetNextItem(row) < 0 ? m_model->stateAt(row) : nullptr;
 }
 
 void CKvLayerStateListCtrl::SetLastSelectItem(const CKvLayerState* state) {
-    const QModelIndex index = m_model->index(m_model->rowOf(state), kStatesName);
-    if (index.isValid()) {
-        makeCurrent(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    } else {
-        clearSelection();
-    }
+    CKvListCtrl::SetLastSelectItem(m_model->rowOf(state));
 }
 
 void CKvLayerStateListCtrl::cellDoubleClicked(int row, int) {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "layer_states/manager/layer_state_list_model.h"
-#include "manager_ui/cells/sorted_table.h"
+#include "manager_ui/cells/list_ctrl.h"
 #include "manager_ui/grid/layer_list_delegate.h"
 
 /// Paints as the layer grid does. What is typed is taken by the list when the editor closes.
@@ -15,7 +15,7 @@ public:
 };
 
 /// Shows the states that are not hidden and that the search finds, sorted by a column.
-class CKvLayerStateListCtrl : public KvSortedTable {
+class CKvLayerStateListCtrl : public CKvListCtrl {
     Q_OBJECT
 public:
     /// The states that are listed; the engine must outlive the list.

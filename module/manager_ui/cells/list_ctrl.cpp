@@ -1,7 +1,9 @@
 // A table over rows in an order of their own.
-#include "sorted_table.h"
+#include "list_ctrl.h"
 
 #include <QHeaderView>
+
+#include <algorithm>
 
 namespace {
 
@@ -9,7 +11,7 @@ constexpr int kHeaderRoom = 16;
 
 }  // namespace
 
-KvSortedTable::KvSortedTable(KvSortedRows* rows, QWidget* parent) : KvCellTable(0, parent), m_rows(rows) {
+CKvListCtrl::CKvListCtrl(KvSortedRows* rows, QWidget* parent) : KvCellTable(0, parent), m_rows(rows) {
     rows->setParent(this);
     setModel(rows);
     setEditTriggers(NoEditTriggers);
@@ -17,7 +19,26 @@ KvSortedTable::KvSortedTable(KvSortedRows* rows, QWidget* parent) : KvCellTable(
     connect(horizontalHeader(), SIGNAL(sectionClicked(int)), SLOT(slotSectionClicked(int)));
 }
 
-void KvSortedTable::setColumnLetters(const std::vector<int>& letters, int filling) {
+// ---- selection ----
+
+int CKvListCtrl::GetNextItem(int row) const {
+    const std::vector<int> rows = selectedRowNumbers();
+    const auto next = std::upper_bound(rows.begin(), rows.end(), row);
+    return next == rows.end() ? -1 : *next;
+}
+
+void CKvListCtrl::SetLastSelectItem(int row) {
+    const QModelIndex index = m_rows->index(row, 0);
+    if (index.isValid()) {
+        makeCurrent(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    } else {
+        ClearSelectItemState();
+    }
+}
+
+// ---- columns ----
+
+void CKvListCtrl::setColumnLetters(const std::vector<int>& letters, int filling) {
     for (std::size_t column = 0; column < letters.size(); ++column) {
         const int section = static_cast<int>(column);
         const int width = letters[column] * fontMetrics().averageCharWidth();
@@ -27,7 +48,7 @@ void KvSortedTable::setColumnLetters(const std::vector<int>& letters, int fillin
     m_leastFilling = horizontalHeader()->sectionSize(filling);
 }
 
-void KvSortedTable::resizeEvent(QResizeEvent* event) {
+void CKvListCtrl::resizeEvent(QResizeEvent* event) {
     KvCellTable::resizeEvent(event);
     if (m_filling < 0) return;
     const int room = viewport()->width() - horizontalHeader()->length();
@@ -36,14 +57,14 @@ void KvSortedTable::resizeEvent(QResizeEvent* event) {
 }
 
 /// With room for the mark of the sorted column.
-int KvSortedTable::leastWidthOf(int column) const {
+int CKvListCtrl::leastWidthOf(int column) const {
     const QString text = model()->headerData(column, Qt::Horizontal).toString();
     return fontMetrics().horizontalAdvance(text) + kHeaderRoom;
 }
 
-void KvSortedTable::slotSectionClicked(int column) {
+void CKvListCtrl::slotSectionClicked(int column) {
     const std::vector<int> selected = selectedPlaces();
-    selectionModel()->clearSelection();  // thousands of indexes need not be carried along
+    ClearSelectItemState();  // thousands of indexes need not be carried along
     m_rows->sectionClicked(column);
     horizontalHeader()->setSortIndicator(m_rows->sortColumn(),
                                          m_rows->isAscending() ? Qt::AscendingOrder : Qt::DescendingOrder);
