@@ -41,13 +41,13 @@ inline void needApplication() {
     static const QApplication* const application = new QApplication(count, arguments);
     Q_UNUSED(application);
     startUiCommands();
-    watchModels();
 }
 
 class ModuleTest : public EditorTest {
 protected:
     void SetUp() override {
         needApplication();
+        watchModels();
         qputenv("LC_ALL", "C");
         load();
     }
