@@ -17,11 +17,10 @@ protected:
         for (int i = 0; i < 12; ++i) {
             file.layer("L" + std::to_string(i));
         }
-        file.state("by handle",
-                   "100\nAcDbXrecord\n280\n1\n91\n2047\n301\n\n290\n0\n302\n0\n330\n" +
-                       file.layerHandle("L3") +
-                       "\n90\n12\n62\n3\n370\n25\n331\n16\n1\n" +
-                       (namedPlotStyles ? "Screened" : "Color_3") + "\n92\n-1023475712\n440\n0\n");
+        file.state("by handle", "100\nAcDbXrecord\n280\n1\n91\n2047\n301\n\n290\n0\n302\n0\n330\n" +
+                                    file.layerHandle("L3") + "\n90\n12\n62\n3\n370\n25\n331\n16\n1\n" +
+                                    (namedPlotStyles ? "Screened" : "Color_3") +
+                                    "\n92\n-1023475712\n440\n0\n");
         openDrawing(file);
     }
     int pick(int count) { return static_cast<int>(m_random() % static_cast<unsigned>(count)); }

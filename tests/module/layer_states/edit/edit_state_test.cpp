@@ -1,7 +1,7 @@
 // Editing the layers of a state, with mouse, keys and answers of a script.
 #include "tests/module/layer_states/edit/edit_state_fixture.h"
 
-#include "layer_states/edit/edit_layer_state_model.h"
+#include "layer_states/edit/edit_layer_state_list.h"
 #include "manager_ui/cells/cell_roles.h"
 
 #include <QAbstractButton>
@@ -290,6 +290,7 @@ TEST_F(EditState, CellsShowMarksIconsAndSwatches) {
         EXPECT_EQ(at(3, kStateColName).data(Qt::AccessibleTextRole), "SPARE, current layer");
         EXPECT_EQ(at(1, kStateColColor).data(kRolePayload).value<LayerListColorItemData>().color.red(), 255);
         EXPECT_FALSE(at(0, kStateColFreeze).data(Qt::DecorationRole).value<QIcon>().isNull());
+        EXPECT_FALSE(dialog.windowIcon().isNull());
         EXPECT_EQ(told(view, 0), "On, Thawed, Unlocked, Plots, Thawed in new viewports");
         EXPECT_EQ(told(view, 1), "Off, Frozen, Locked, Does not plot, Frozen in new viewports");
         for (const char* const id : {"IDC_LAYERSTATE_ADD", "IDC_LAYERSTATE_DEL"}) {
@@ -318,6 +319,17 @@ TEST_F(EditState, KeysClickTheCellWithTheFocus) {
     edit(press(L"s") + press(L"Right Space"));
     EXPECT_TRUE(has(L"SPARE", HxLyState::kLayerOff)) << "a letter goes to a name";
     EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(EditState, TheListHasNoRowsOfEntriesThatWereTaken) {
+    CKvEditLayerStateListCtrl list;
+    list.SetLayerStateInfoArray(CloneLayerStateInfoArray(state.get()));
+    EXPECT_TRUE(list.FindLayerIsEqual(L"plan|doors"));
+    const KvLayerStateEntries taken(list.takeLayerStateInfoArray());
+    EXPECT_EQ(taken->GetSize(), 5);
+    EXPECT_EQ(list.rows().rowCount(), 0);
+    EXPECT_FALSE(list.FindLayerIsEqual(L"PLAN|DOORS"));
+    EXPECT_EQ(list.takeLayerStateInfoArray(), nullptr);
 }
 
 TEST_F(EditState, LineweightsAreShownInTheUsersUnits) {
