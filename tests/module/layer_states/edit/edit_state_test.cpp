@@ -5,6 +5,8 @@
 #include "manager_ui/cells/cell_roles.h"
 
 #include <QAbstractButton>
+#include <QScreen>
+#include <QScrollBar>
 
 namespace korvex::test {
 namespace {
@@ -125,7 +127,8 @@ TEST_F(EditState, PickersGiveTheirChoiceToAllSelectedRows) {
 }
 
 TEST_F(EditState, PlotStylesThatFollowColorsCannotBeChosen) {
-    const std::wstring shown = edit(click(L"WALLS,Plot Style") + L"LOOK IDC_LAYERSTATE_COUNT\n");
+    const std::wstring shown =
+        edit(click(L"WALLS,Plot Style") + press(L"Space Enter") + L"LOOK IDC_LAYERSTATE_COUNT\n");
     EXPECT_TRUE(contains(shown, L"Layers: 5, selected: 1")) << "the click selects its row";
     EXPECT_EQ(failures, Lines());
 }
@@ -174,8 +177,8 @@ TEST_F(EditState, LayersToAddSortByTheirDescriptions) {
 }
 
 TEST_F(EditState, ADoubleClickAddsALayer) {
-    edit(press(L"Insert") + L"CLICK IDC_SELLAYER_LIST double \"VIEWS\"\n");
-    EXPECT_EQ(namesOf(edited), L"WALLS SPARE* PLAN|DOORS NOTES GLASS VIEWS ");
+    edit(press(L"Insert") + L"CLICK IDC_SELLAYER_LIST double \"0\"\n");
+    EXPECT_EQ(namesOf(edited), L"WALLS SPARE* PLAN|DOORS NOTES GLASS 0 ");
     EXPECT_EQ(failures, Lines());
 }
 
@@ -291,6 +294,9 @@ TEST_F(EditState, CellsShowMarksIconsAndSwatches) {
         EXPECT_EQ(at(1, kStateColColor).data(kRolePayload).value<LayerListColorItemData>().color.red(), 255);
         EXPECT_FALSE(at(0, kStateColFreeze).data(Qt::DecorationRole).value<QIcon>().isNull());
         EXPECT_FALSE(dialog.windowIcon().isNull());
+        EXPECT_TRUE(view->horizontalScrollBar()->maximum() == 0 ||
+                    dialog.width() >= dialog.screen()->availableGeometry().width() - 24)
+            << "as wide as all columns, or as the screen allows";
         EXPECT_EQ(told(view, 0), "On, Thawed, Unlocked, Plots, Thawed in new viewports");
         EXPECT_EQ(told(view, 1), "Off, Frozen, Locked, Does not plot, Frozen in new viewports");
         for (const char* const id : {"IDC_LAYERSTATE_ADD", "IDC_LAYERSTATE_DEL"}) {
@@ -330,6 +336,27 @@ TEST_F(EditState, TheListHasNoRowsOfEntriesThatWereTaken) {
     EXPECT_EQ(list.rows().rowCount(), 0);
     EXPECT_FALSE(list.FindLayerIsEqual(L"PLAN|DOORS"));
     EXPECT_EQ(list.takeLayerStateInfoArray(), nullptr);
+}
+
+TEST_F(EditState, RemovingRowsLeavesTheOthersInPlace) {
+    constexpr int kRows = 200;
+    auto* const many = new KvLayerStateInfoArray;
+    for (int i = 0; i < kRows; ++i) {
+        HxLyStateEntry entry;
+        entry.layer = L"L" + std::to_wstring(i);
+        many->Add(new CKvLayerStateInfo(entry, i, false));
+    }
+    CKvEditLayerStateListCtrl list;
+    list.SetLayerStateInfoArray(many);
+    list.resize(800, 300);
+    list.show();
+    QCoreApplication::processEvents();
+    list.verticalScrollBar()->setValue(100);
+    list.selectRowNumbers({103, 105});
+    list.removeSelected();
+    EXPECT_EQ(list.verticalScrollBar()->value(), 100);
+    EXPECT_EQ(list.currentIndex().row(), 103);
+    EXPECT_EQ(list.rows().rowCount(), kRows - 2);
 }
 
 TEST_F(EditState, LineweightsAreShownInTheUsersUnits) {
