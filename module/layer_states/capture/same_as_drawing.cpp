@@ -31,12 +31,15 @@ std::int32_t wantedChanges(const HxLyStateEntry& entry, const KvDrawingLayers::L
 }
 
 bool isSameAsDrawing(const KvLayerStateMap& states, const CKvLayerState& state, KvDrawingLayers& layers,
-                     const KvRestorePlace& place) {
+                     const KvRestorePlace& place, int* count) {
     bool isSame = true;
+    if (count) *count = 0;
     states.visitEntries(&state, [&](const HxLyStateEntry& entry) {
+        if (count) ++*count;
+        if (!isSame) return true;
         const KvDrawingLayers::Layer* const layer = layers.find(entry.layer);
         isSame = layer && wantedChanges(entry, *layer, state.GetLayerStateMake(), place) == 0;
-        return isSame;
+        return isSame || count;
     });
     return isSame;
 }

@@ -26,6 +26,6 @@ std::int32_t wantedChanges(const HxLyStateEntry& entry, const KvDrawingLayers::L
 
 /// Whether every layer that the state names is in the drawing as the state has it, in the properties of the
 /// state's mask; as its own value or as the one in effect in the current viewport. Stops at the first that is
-/// not.
+/// not, unless `count` is given: it becomes how many layers the state names.
 bool isSameAsDrawing(const KvLayerStateMap& states, const CKvLayerState& state, KvDrawingLayers& layers,
-                     const KvRestorePlace& place);
+                     const KvRestorePlace& place, int* count = nullptr);

@@ -47,28 +47,31 @@ void CKvLayerStateListCtrl::initHeader() {
 
 // ---- which states, in which order ----
 
-bool CKvLayerStateListCtrl::isFound(const CKvLayerState& state) const {
-    if (state.isHidden()) return false;
-    if (m_search.empty()) return true;
+/// Of all states that are not hidden.
+std::vector<CKvLayerState*> CKvLayerStateListCtrl::foundStates() const {
     const QString text = QString::fromStdWString(m_search);
     const QRegExp pattern(text, Qt::CaseSensitive, QRegExp::Wildcard);
-    for (const CStdStr<wchar_t>* const part : {&state.GetLayerStateName(), &state.GetDescription()}) {
-        const QString where = folded(*part);
-        if (pattern.isValid() ? pattern.indexIn(where) >= 0 : where.contains(text)) return true;
+    const auto fits = [&](const CStdStr<wchar_t>& part) {
+        const QString where = folded(part);
+        return pattern.isValid() ? pattern.indexIn(where) >= 0 : where.contains(text);
+    };
+    const KvLayerStateMap& states = m_engine.states();
+    std::vector<CKvLayerState*> found;
+    for (std::size_t i = 0; i < states.size(); ++i) {
+        CKvLayerState* const state = states.at(i);
+        if (state->isHidden()) continue;
+        if (text.isEmpty() || fits(state->GetLayerStateName()) || fits(state->GetDescription())) {
+            found.push_back(state);
+        }
     }
-    return false;
+    return found;
 }
 
 void CKvLayerStateListCtrl::showStates() {
     const std::vector<CKvLayerState*> selected = selectedStates();
     const CKvLayerState* const current = m_model->stateAt(currentIndex().row());
-    std::vector<CKvLayerState*> shown;
-    const KvLayerStateMap& states = m_engine.states();
-    for (std::size_t i = 0; i < states.size(); ++i) {
-        if (isFound(*states.at(i))) shown.push_back(states.at(i));
-    }
     m_isShowing = true;
-    m_model->setStates(std::move(shown));
+    m_model->setStates(foundStates());
     std::vector<int> rows;
     for (const CKvLayerState* const state : selected) {
         const int row = m_model->rowOf(state);

@@ -50,7 +50,7 @@ private Q_SLOTS:
     void OnLvnEndlabeledit(QWidget* editor, QAbstractItemDelegate::EndEditHint hint);
 
 private:
-    bool isFound(const CKvLayerState& state) const;
+    std::vector<CKvLayerState*> foundStates() const;
     void initHeader();
 
     CKvLayerStateManDlg& m_engine;

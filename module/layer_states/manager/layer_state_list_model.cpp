@@ -4,6 +4,7 @@
 #include "hxtext.h"
 
 #include <algorithm>
+#include <set>
 
 KvLayerStateListModel::KvLayerStateListModel(CKvLayerStateManDlg& engine, QObject* parent)
     : KvSortedRows({resourceText(kStrStatesName), resourceText(kStrStatesMark), resourceText(kStrStatesSpace),
@@ -35,17 +36,36 @@ std::wstring_view KvLayerStateListModel::nameAt(int place) const {
 
 /// States that nobody has looked at are looked into for two of the columns.
 std::vector<std::int64_t> KvLayerStateListModel::keysOf(int column) const {
+    if (column == kStatesSpace || column == kStatesDescription) return textKeys(column);
     std::vector<std::int64_t> keys;
-    std::vector<std::wstring> texts;
+    keys.reserve(m_states.size());
     for (CKvLayerState* const state : m_states) {
         switch (column) {
         case kStatesMark: keys.push_back(isMarked(state) ? 0 : 1); break;
         case kStatesSame: keys.push_back(isSameAsDrawing(state) ? 0 : 1); break;
-        case kStatesLayers: keys.push_back(layerCount(state)); break;
-        default: texts.push_back(textOf(state, column).toStdWString()); break;
+        default: keys.push_back(layerCount(state)); break;
         }
     }
-    return texts.empty() ? keys : naturalRanks({texts.begin(), texts.end()});
+    return keys;
+}
+
+/// Of columns that show texts. Those are looked at where they stand; of references there are few.
+std::vector<std::int64_t> KvLayerStateListModel::textKeys(int column) const {
+    const std::wstring model = moduleString(kStrStatesModel);
+    const std::wstring layout = moduleString(kStrStatesLayout);
+    std::set<std::wstring> references;
+    std::vector<std::wstring_view> texts;
+    texts.reserve(m_states.size());
+    for (const CKvLayerState* const state : m_states) {
+        if (column == kStatesDescription) {
+            texts.push_back(state->GetDescription());
+        } else if (state->isOfReference()) {
+            texts.push_back(*references.insert(m_engine.states().referenceOf(state)).first);
+        } else {
+            texts.push_back(state->GetSpace() == HxLyState::kModel ? model : layout);
+        }
+    }
+    return naturalRanks(texts);
 }
 
 void KvLayerStateListModel::refresh(const CKvLayerState* state) {
@@ -66,10 +86,11 @@ int KvLayerStateListModel::layerCount(const CKvLayerState* state) const {
     return layers;
 }
 
+/// What is shown needs both: the layers are counted on the way.
 bool KvLayerStateListModel::isSameAsDrawing(CKvLayerState* state) const {
-    int& isSame = m_seen[state].isSame;
-    if (isSame < 0) isSame = m_engine.IsSameAsDWG(state);
-    return isSame != 0;
+    Seen& seen = m_seen[state];
+    if (seen.isSame < 0) seen.isSame = m_engine.IsSameAsDWG(state, &seen.layers);
+    return seen.isSame != 0;
 }
 
 QString KvLayerStateListModel::spaceOf(const CKvLayerState* state) const {

@@ -54,6 +54,7 @@ private:
     QString textOf(CKvLayerState* state, int column) const;
     int layerCount(const CKvLayerState* state) const;
     bool isSameAsDrawing(CKvLayerState* state) const;
+    std::vector<std::int64_t> textKeys(int column) const;
     /// Model, Layout, or the reference that the state comes from.
     QString spaceOf(const CKvLayerState* state) const;
     bool isMarked(const CKvLayerState* state) const;

@@ -114,8 +114,9 @@ public:
     const CStdStr<wchar_t>& restoredName() const { return m_restoredName; }
     void setRestoredName(const CStdStr<wchar_t>& name) { m_restoredName = name; }
 
-    /// Whether the drawing is as the state has it: 1 or 0, which the state keeps.
-    int IsSameAsDWG(CKvLayerState* state);
+    /// Whether the drawing is as the state has it: 1 or 0, which the state keeps. `layers` (null: not wanted)
+    /// becomes how many layers the state names.
+    int IsSameAsDWG(CKvLayerState* state, int* layers = nullptr);
     /// What a restore with a mask would change.
     KvStateDifferences differencesOf(const CKvLayerState& state, std::int32_t mask);
     int FindLayerStateSameAsDwg(const CStdStr<wchar_t>& name);

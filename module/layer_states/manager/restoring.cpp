@@ -59,9 +59,10 @@ KvDrawingLayers& CKvLayerStateManDlg::layersNow() {
     return *m_layersNow;
 }
 
-int CKvLayerStateManDlg::IsSameAsDWG(CKvLayerState* state) {
+int CKvLayerStateManDlg::IsSameAsDWG(CKvLayerState* state, int* layers) {
     if (!m_database || !state || !m_states.contains(state)) return 0;
-    const bool isSame = isSameAsDrawing(m_states, *state, layersNow(), KvRestorePlace::of(*m_database));
+    const bool isSame =
+        isSameAsDrawing(m_states, *state, layersNow(), KvRestorePlace::of(*m_database), layers);
     state->SetSameAsDWG(isSame ? 1 : 0);
     return state->GetSameAsDWG();
 }
