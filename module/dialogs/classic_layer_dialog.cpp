@@ -90,15 +90,6 @@ namespace {
 /// Drawings of earlier versions have no dictionaries.
 constexpr wchar_t kFirstWithStates[] = L"AC1012";
 
-CStdStr<wchar_t> currentLayer() {
-    resbuf layer = {};
-    CStdStr<wchar_t> name;
-    if (hxedGetVar(L"CLAYER", &layer) != RTNORM) return name;
-    name = layer.resval.rstring;
-    hxutFreeString(layer.resval.rstring);
-    return name;
-}
-
 QString listed(const HxArray<CStdStr<wchar_t>>& names) {
     QStringList all;
     for (const CStdStr<wchar_t>& name : names) {
@@ -113,7 +104,7 @@ QString listed(const HxArray<CStdStr<wchar_t>>& names) {
 bool CVrexLayerP::prepareStates() {
     m_layerStates.SetIsModelSpace(shortVariable(L"TILEMODE", 1) == 1 ? 1 : 0);
     InitLayerStateInfo();
-    m_layerStates.SetCurrentLayerName(currentLayer());
+    m_layerStates.SetCurrentLayerName(textVariable(L"CLAYER", L""));
     const HxDbDatabase* const database = m_layerStates.database();
     return database && std::wstring_view(database->version()) >= kFirstWithStates;
 }

@@ -65,7 +65,6 @@ enum KvString : std::uint32_t {
     kStrCommandLayerClose = 6127,
     kStrCommandClassicLayer = 6128,
     kStrCommandLayerPalette = 6129,
-    kStrNotAvailable = 6130,            ///< a command that this version lacks; %ls its global name
     kStrFreezeCurrentQuestion = 10118,  ///< freeze the current layer in the viewport?; %ls the layer
     kStrFreezeCurrentKeywords = 10119,  ///< keywords: Yes, No
     kStrPaletteTitle = 10121,
@@ -362,6 +361,8 @@ enum KvString : std::uint32_t {
     kStrPreviewSeveral = 10575,
     kStrPreviewNoView = 10576,
     kStrPreviewCoarse = 10577,
+    kStrUndoIsolate = 10578,  ///< undo steps, 10578 and 10579
+    kStrUndoEndIsolation = 10579,
     kStrDifferenceProperty = 10580,
     kStrDifferenceInState = 10581,
     kStrDifferenceInDrawing = 10582,

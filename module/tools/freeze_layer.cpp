@@ -16,14 +16,6 @@ namespace {
 
 constexpr int kNothingFrozen = -1;
 
-CStdStr<wchar_t> currentLayerName() {
-    resbuf value = {};
-    if (hxedGetVar(L"CLAYER", &value) != RTNORM || value.restype != RTSTR) return L"0";
-    CStdStr<wchar_t> name(value.resval.rstring);
-    hxutFreeString(value.resval.rstring);
-    return name;
-}
-
 /// CMDECHO off while it lives.
 class QuietCommands {
 public:
@@ -102,7 +94,7 @@ int FrzLayerByName(const wchar_t* layerName) {
 
 int FrzOneLayer(const wchar_t* layerName, int viewportMode, const zds_name /*pickedEntity*/) {
     const bool isInViewport = shortVariable(L"TILEMODE", 1) == 0 && shortVariable(L"CVPORT", 1) != 1;
-    const bool isCurrent = strings_i_compare(layerName, currentLayerName().c_str()) == 0;
+    const bool isCurrent = strings_i_compare(layerName, textVariable(L"CLAYER", L"0").c_str()) == 0;
     if (isCurrent && !isInViewport) {
         say(kStrLayerIsCurrent, layerName);
         return kNothingFrozen;

@@ -1,8 +1,7 @@
 // Folders, in the order in which they are searched.
 #include "layer_states/file/find_in_path.h"
 
-#include "hxads.h"
-#include "hxed.h"
+#include "frame/system_variable.h"
 #include "hxresource.h"
 
 #include <QDir>
@@ -23,16 +22,6 @@ constexpr Place kPlaces[] = {
     {L"shx", "Fonts"},    {L"shp", "Fonts"},    {L"dwg", "Template"},
     {L"dwt", "Template"}, {L"dxf", "Template"}, {L"hlp", "Help"},
 };
-
-/// False when there is no such variable.
-bool textVariable(const wchar_t* name, CStdStr<wchar_t>& value) {
-    resbuf result = {};
-    if (hxedGetVar(name, &result) != RTNORM) return false;
-    if (result.restype != RTSTR) return false;
-    value = result.resval.rstring;
-    hxutFreeString(result.resval.rstring);
-    return true;
-}
 
 CStdStr<wchar_t> searchPath() {
     CStdStr<wchar_t> folders;
