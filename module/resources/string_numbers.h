@@ -368,4 +368,6 @@ enum KvString : std::uint32_t {
     kStrDifferenceInDrawing = 10582,
     kStrLayerIsThere = 10583,  ///< of a layer that a state has and the drawing lacks, 10583 and 10584
     kStrLayerIsMissing = 10584,
+    kStrMenuIsolate = 10585,  ///< of the grid's context menu, 10585 and 10586
+    kStrMenuEndIsolation = 10586,
 };

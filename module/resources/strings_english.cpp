@@ -426,6 +426,8 @@ constexpr HxResourceString kStrings[] = {
     {kStrDifferenceInDrawing, L"In the Drawing"},
     {kStrLayerIsThere, L"There"},
     {kStrLayerIsMissing, L"Missing"},
+    {kStrMenuIsolate, L"&Isolate Selected Layers"},
+    {kStrMenuEndIsolation, L"End Is&olation"},
 };
 
 }  // namespace

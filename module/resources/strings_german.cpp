@@ -443,6 +443,8 @@ constexpr HxResourceString kStrings[] = {
     {kStrDifferenceInDrawing, L"In der Zeichnung"},
     {kStrLayerIsThere, L"Vorhanden"},
     {kStrLayerIsMissing, L"Fehlt"},
+    {kStrMenuIsolate, L"Gewählte Layer &isolieren"},
+    {kStrMenuEndIsolation, L"Is&olierung beenden"},
 };
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "frame/system_variable.h"
 #include "isolation_place.h"
 #include "model/edit_guard.h"
+#include "model/isolation_state.h"
 #include "model/layer_data.h"
 #include "model/record_of_name.h"
 
@@ -14,8 +15,6 @@
 #include "hxdoc.h"
 
 namespace {
-
-constexpr wchar_t kIsolationState[] = L"_LAYISO_STATE";
 
 /// What ending the isolation brings back; all else may have been changed meanwhile.
 constexpr std::int32_t kBroughtBack = HxLyState::kOn | HxLyState::kFrozen | HxLyState::kLocked |
@@ -74,7 +73,7 @@ bool findHidden(const HxDbDatabase& database, const HxArray<CStdStr<wchar_t>>& n
 /// False, with everything as it was, when there is no record or something cannot be opened.
 bool bringBack(HxDbDatabase& database, HxArray<HxDbObjectId>& hidden) {
     HxDbLayerStateManager* const states = database.getLayerStateManager();
-    if (!states || !database.transactionManager() || !states->hasLayerState(kIsolationState)) return false;
+    if (!states || !database.transactionManager() || !isIsolated(database)) return false;
     Transaction transaction(*database.transactionManager());
     const HxDbObjectId dictionary = states->layerStatesDictionaryId(false);
     if (!transaction.opensForWrite(dictionary)) return false;

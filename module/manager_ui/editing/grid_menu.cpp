@@ -10,6 +10,7 @@
 #include "manager_ui/grid/layer_list_ctrl.h"
 #include "manager_ui/grid/layer_list_model.h"
 #include "manager_ui/window/layer_prop_manager_dlg.h"
+#include "model/isolation_state.h"
 #include "model/layer_data.h"
 #include "model/layer_prop_manager.h"
 
@@ -46,6 +47,11 @@ public:
         menu.addSeparator();
         add(menu, kMenuRemoveOverrides, resourceText(kStrMenuRemoveOverrides))->setEnabled(isActive);
         add(menu, kMenuRemoveAllOverrides, resourceText(kStrMenuRemoveAllOverrides));
+    }
+    void addIsolation(std::size_t selected) {
+        separator();
+        add(kMenuIsolate, kStrMenuIsolate)->setEnabled(selected > 0);
+        add(kMenuEndIsolation, kStrMenuEndIsolation)->setEnabled(isIsolated(*m_grid.GetDatabase()));
     }
     void addFilterMenus(const KvLayerPropManagerDlg& dialog) {
         QMenu& filters = *m_menu.addMenu(resourceText(kStrMenuFilters));
@@ -104,6 +110,7 @@ void KvLayerListCtrl::contextMenuEvent(QContextMenuEvent* event) {
     maker.separator();
     maker.addFilterMenus(*m_dialog);
     if (m_dialog->canRemoveFromGroup()) maker.add(kMenuRemoveFromGroup, kStrMenuRemoveFromGroup);
+    if (m_manager->isPaletteMode()) maker.addIsolation(selected);
     m_picked = menu.exec(event->globalPos());
     MenuPick();  // now that the menu has given the keyboard back
     m_picked = nullptr;
@@ -126,6 +133,8 @@ void KvLayerListCtrl::MenuPick() {
     case kMenuDelete: return m_dialog->OnButtonDelete();
     case kMenuNewGroup: return m_dialog->NewGroupOfSelected();
     case kMenuMerge: return m_dialog->MergeSelectLayersTo();
+    case kMenuIsolate: return isolateSelected();
+    case kMenuEndIsolation: return endIsolation();
     case kMenuFreezeInAll: return freezeInViewports(L"_.vplayer _F %ls\n_A  ");
     case kMenuFreezeInOthers: return freezeInViewports(L"_.vplayer _F %ls\n_X  ");
     case kMenuRemoveOverrides:
@@ -169,6 +178,20 @@ void KvLayerListCtrl::invertSelection() {
         }
     }
     selectRowNumbers(rows);
+}
+
+// ---- isolation ----
+
+void KvLayerListCtrl::isolateSelected() {
+    if (!canEdit() || !isFreeForCommand(this)) return;
+    CStdStr<wchar_t> command;
+    command.Format(L"_.layiso _N %ls\n", layerNames(*this, selectedIds()).c_str());
+    sendToDocument(command.c_str());
+    dropPickFirst();
+}
+
+void KvLayerListCtrl::endIsolation() {
+    if (canEdit() && isFreeForCommand(this)) sendToDocument(L"_.layuniso\n");
 }
 
 // ---- viewports ----

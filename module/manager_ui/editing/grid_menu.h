@@ -15,6 +15,8 @@ enum KvGridMenuAction : int {
     kMenuDelete = 11,
     kMenuNewGroup = 12,
     kMenuMerge = 13,
+    kMenuIsolate = 14,
+    kMenuEndIsolation = 15,
     kMenuFreezeInAll = 20,
     kMenuFreezeInOthers = 21,
     kMenuFirstFilter = 30,         ///< one for each filter, but 41 to 44

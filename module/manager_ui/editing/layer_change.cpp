@@ -10,6 +10,7 @@
 
 #include "hxdbdatabase.h"
 #include "hxdialog.h"
+#include "hxdoc.h"
 #include "hxed.h"
 #include "hxui.h"
 
@@ -42,6 +43,20 @@ void changeLayers(KvLayerListCtrl& grid, const std::vector<HxDbObjectId>& layers
 }
 
 void dropPickFirst() { hxedPickFirstProcessor()->process(kHxPickFirstDrop); }
+
+bool isFreeForCommand(QWidget* parent) {
+    const HxApDocument* const document = curDoc();
+    if (!document || document->isQuiescent()) return document != nullptr;
+    hxuiMessageBox(parent, ResourceString(kStrBlockedMessage).c_str(),
+                   ResourceString(kStrBlockedCaption).c_str(), MB_ICONEXCLAMATION | MB_OK);
+    return false;
+}
+
+void sendToDocument(const wchar_t* command, bool echo) {
+    if (HxApDocument* const document = curDoc()) {
+        hxDocManager()->sendStringToExecute(document, command, true, false, echo);
+    }
+}
 
 namespace {
 

@@ -9,6 +9,7 @@
 #include <functional>
 #include <vector>
 
+class QWidget;
 class KvLayerListCtrl;
 
 /// What is done with a record that is open for write. The status does not matter: a layer that refuses stays
@@ -26,6 +27,11 @@ bool changeRecord(HxDbLayerTableRecord& record, const KvLayerChange& change);
 
 /// Layers have been frozen or turned off: what was selected in the drawing before a command is dropped.
 void dropPickFirst();
+
+/// No command runs in the current document; else the user is told to end it first.
+bool isFreeForCommand(QWidget* parent);
+/// The current document runs the command when the host is idle; `echo`: with its prompts.
+void sendToDocument(const wchar_t* command, bool echo = false);
 
 /// Before layers are turned off: asks whether the current one among them is to be, and takes it out if not.
 void askAboutCurrent(KvLayerListCtrl& grid, std::vector<HxDbObjectId>& layers);

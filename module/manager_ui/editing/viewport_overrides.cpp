@@ -1,6 +1,8 @@
 // What layers look like in the active viewport: the commands that set it, and freezing in it.
 #include "viewport_overrides.h"
 
+#include "layer_change.h"
+
 #include "frame/module_state.h"
 #include "frame/system_variable.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
@@ -98,12 +100,11 @@ CStdStr<wchar_t> plotStyleOverrideCommand(const wchar_t* style, const CStdStr<wc
 
 /// While NOMUTT is kept on the palette, the command counts as the palette's own.
 void sendViewportCommand(const CStdStr<wchar_t>& command) {
-    HxApDocument* const document = curDoc();
-    if (!document || command.empty()) return;
+    if (!curDoc() || command.empty()) return;
     if (KvPalettePanel* const palette = layerPalette()) {
         palette->setSavedNomutt(static_cast<std::int16_t>(shortVariable(L"NOMUTT", 0)));
     }
-    hxDocManager()->sendStringToExecute(document, command.c_str(), true, false, false);
+    sendToDocument(command.c_str());
 }
 
 // ---- at once ----

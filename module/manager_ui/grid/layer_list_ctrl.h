@@ -168,6 +168,8 @@ private:
     void selectAllButCurrent();
     void invertSelection();
     void freezeInViewports(const wchar_t* format);
+    void isolateSelected();
+    void endIsolation();
     void removeOverrides(bool inAll);
     void showHeaderMenu(const QPoint& at);
     void showColumn(int column, bool show);

@@ -5,6 +5,7 @@
 
 #include "frame/resource_text.h"
 #include "layer_states/commands/layer_state_commands.h"
+#include "manager_ui/editing/layer_change.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
 #include "manager_ui/grid/layer_list_model.h"
 #include "model/auto_layer_record.h"
@@ -124,13 +125,7 @@ void KvLayerPropManagerDlg::workWithLayerStates(const wchar_t* command, void (*r
         refreshDlgLayers(GetDatabase(), false);
         return;
     }
-    HxApDocument* const document = curDoc();
-    if (!document->isQuiescent()) {
-        MessageBox(ResourceString(kStrBlockedMessage).c_str(), ResourceString(kStrBlockedCaption).c_str(),
-                   MB_ICONEXCLAMATION | MB_OK);
-        return;
-    }
-    hxDocManager()->sendStringToExecute(document, command, true, false, true);
+    if (isFreeForCommand(window())) sendToDocument(command, true);
 }
 
 void KvLayerPropManagerDlg::OnButtonLayerStatesManager() {

@@ -5,6 +5,7 @@
 #include "dialogs/merge_target_dialog.h"
 #include "frame/resource_text.h"
 #include "frame/text_utilities.h"
+#include "manager_ui/editing/layer_change.h"
 #include "manager_ui/editing/viewport_overrides.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
 #include "model/auto_layer_record.h"
@@ -99,7 +100,7 @@ void KvLayerPropManagerDlg::MergeSelectLayersTo() {
         CStdStr<wchar_t> command;
         command.Format(L"_.-laymrg %ls\n_N %ls\n_Y ", mergeList(merged).c_str(),
                        listElement(dialog.target().toStdWString()).c_str());
-        hxDocManager()->sendStringToExecute(document, command.c_str(), true, false, false);
+        sendToDocument(command.c_str());
     }
     if (count < selected.length()) tellCounts(kStrMergeSummary, selected.length(), selected.length() - count);
 }
