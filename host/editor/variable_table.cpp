@@ -239,6 +239,8 @@ const std::vector<SystemVariable>& variableTable() {
         profile(L"LAYEROVERRIDEHIGHLIGHT", 0, 1, L"1", L"SystemVariables\\LAYEROVERRIDEHIGHLIGHT"),
         profile(L"SHOWLAYERUSAGE", 0, 1, L"0", L"SystemVariables\\SHOWLAYERUSAGE"),
         profile(L"LAYERFILTERALERT", 0, 3, L"2", L"SystemVariables\\LAYERFILTERALERT"),
+        profile(L"LAYISOMODE", 0, 1, L"0", L"SystemVariables\\LAYISOMODE"),
+        profile(L"LAYISOVPFREEZE", 0, 1, L"1", L"SystemVariables\\LAYISOVPFREEZE"),
         profile(L"LWUNITS", 0, 1, L"1", L"SystemVariables\\LWUNITS"),
         profile(L"PICKBOX", 0, 50, L"3", L"SystemVariables\\PICKBOX"),
         profile(L"FILEDIA", 0, 1, L"1", L"SystemVariables\\FILEDIA"),

@@ -44,6 +44,8 @@ constexpr HostCommand kCommands[] = {
     {L"PSPACE", HXCMD_MODAL, paperSpaceCommand},
     {L"-LAYER", HXCMD_TRANSPARENT, layerCommand},
     {L"-LAYERSTATE", HXCMD_NOUNDOMARK, layerStatesCommand},
+    {L"LAYISO", HXCMD_USEPICKSET, isolateLayersCommand},
+    {L"LAYUNISO", HXCMD_MODAL, endIsolationCommand},
     {L"-LAYMRG", HXCMD_MODAL, mergeLayersCommand},
     {L"VPLAYER", HXCMD_TRANSPARENT, viewportLayerCommand},
     {L"SCRIPT", kSession, scriptCommand},

@@ -33,6 +33,8 @@ void modelSpaceCommand();
 void paperSpaceCommand();
 void layerCommand();
 void layerStatesCommand();
+void isolateLayersCommand();
+void endIsolationCommand();
 void mergeLayersCommand();
 void viewportLayerCommand();
 void scriptCommand();
