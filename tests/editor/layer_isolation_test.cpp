@@ -1,0 +1,188 @@
+// LAYISO and LAYUNISO with a stand-in for the layer manager: which layers stay, what becomes of the others,
+// what is refused.
+#include "host/base/dynamic_linker.h"
+#include "host/editor/layer_isolation.h"
+#include "host/editor/selection.h"
+#include "sdk/hxlystate.h"
+#include "tests/editor/editor_fixture.h"
+#include "tests/module/small_drawing.h"
+
+namespace korvex::test {
+namespace {
+
+constexpr wchar_t kModule[] = L"Isolation.hrx";
+
+class LayerIsolation : public EditorTest {
+protected:
+    void SetUp() override {
+        CStdStr<wchar_t> error;
+        const QString file = KORVEX_BINARY_DIR "/tests/trial_modules/Isolation.hrx";
+        ASSERT_EQ(dynamicLinker().loadModule(file.toStdWString().c_str(), &error), Hx::eOk) << toUtf8(error);
+        SmallDrawing drawing;
+        drawing.useVersion("AC1027");
+        drawing.block("DOOR", drawing.line("LEAF", 0, 0, 9, 0) + drawing.line("0", 0, 1, 9, 1));
+        drawing.model(drawing.line("WALLS", 0, 100, 9, 100) + drawing.line("NOTES", 0, 110, 9, 110) +
+                      drawing.insert("DOOR", "DOORS", 0, 0));
+        drawing.paper(drawing.viewport(1, 150, 100, 300, 150, 100) +
+                      drawing.viewport(2, 60, 100, 100, 5, 50));
+        write("plan.dxf", drawing.text());
+        run(L"OPEN " + path("plan.dxf") + L"\n-LAYER OFF NOTES\n\nZOOM E\n");
+        ASSERT_EQ(failures, Lines());
+    }
+    void TearDown() override {
+        qunsetenv("TRIAL_ISOLATION");
+        dynamicLinker().unloadModule(kModule);
+    }
+    /// "WALLS DOORS*-": what is shown of all layers; * is current, + locked, - off, ~ frozen.
+    std::wstring looks() {
+        std::wstring text;
+        for (const HxDbObjectId& id : selectLayers(database(), L"*").layers) {
+            const HxDbObjectPointer<HxDbLayerTableRecord> record(id, HxDb::kForRead);
+            text += (text.empty() ? L"" : L" ") + std::wstring(record->name());
+            text += id == database().clayer() ? L"*" : L"";
+            text += record->isLocked() ? L"+" : L"";
+            text += record->isOff() ? L"-" : L"";
+            text += record->isFrozen() ? L"~" : L"";
+        }
+        return text;
+    }
+    std::wstring frozenInViewport() {
+        std::wstring text;
+        const HxDbObjectPointer<HxDbViewport> viewport(hxedGetCurViewportObjectId(), HxDb::kForRead);
+        HxArray<HxDbObjectId> frozen;
+        viewport->getFrozenLayers(frozen);
+        for (const HxDbObjectId& id : selectLayers(database(), L"*").layers) {
+            text += frozen.contains(id) ? L" " + layerName(id) : L"";
+        }
+        return text;
+    }
+    Lines failuresOf(const std::wstring& commands) {
+        failures.clear();
+        run(commands);
+        return failures;
+    }
+};
+
+}  // namespace
+
+TEST_F(LayerIsolation, NamesStayAndEverythingComesBack) {
+    const std::wstring before = looks();
+    ASSERT_EQ(before, L"0* DOORS LEAF NOTES- WALLS");
+    const std::wstring told = run(L"LAYISO\nNames\nnotes,w*\n");
+    EXPECT_TRUE(contains(told, L"2 layers isolated; 3 others turned off. LAYUNISO brings them back."));
+    const std::wstring isolated = looks();
+    EXPECT_EQ(isolated, L"0- DOORS- LEAF- NOTES* WALLS") << "the first named is shown, and current";
+    EXPECT_TRUE(isIsolated(database()));
+    EXPECT_TRUE(contains(run(L"U\n"), L"LAYISO"));
+    EXPECT_EQ(looks(), before);
+    EXPECT_FALSE(isIsolated(database()));
+    run(L"REDO\n");
+    EXPECT_EQ(looks(), isolated);
+    EXPECT_TRUE(isIsolated(database()));
+    EXPECT_TRUE(contains(run(L"LAYUNISO\n"), L"Layers are as before LAYISO: 5 layers."));
+    EXPECT_EQ(looks(), before);
+    EXPECT_FALSE(isIsolated(database()));
+    EXPECT_TRUE(contains(run(L"U\n"), L"LAYUNISO"));
+    EXPECT_EQ(looks(), isolated);
+    EXPECT_TRUE(isIsolated(database()));
+    run(L"REDO\n");
+    EXPECT_TRUE(contains(run(L"LAYUNISO\n"), L"not isolated"));
+    EXPECT_EQ(looks(), before);
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(LayerIsolation, PicksMeanTheLayerThatShowsTheObject) {
+    run(L"LAYISO\n5,0\n\n");
+    EXPECT_EQ(looks(), L"0- DOORS- LEAF* NOTES- WALLS-") << "in a block the object's own";
+    run(L"LAYUNISO\nLAYISO\n5,1\n5,100\n\n");
+    EXPECT_EQ(looks(), L"0- DOORS* LEAF- NOTES- WALLS") << "on layer 0 that of the reference";
+    run(L"LAYUNISO\n");
+    Selection& selection = selectionOf(database());
+    selection.addAll();
+    ASSERT_EQ(selection.objects().size(), 2U) << "the wall and the reference";
+    EXPECT_TRUE(contains(run(L"LAYISO\n"), L"2 layers isolated; 2 others turned off, 1 was so already."));
+    EXPECT_EQ(looks(), L"0- DOORS LEAF- NOTES- WALLS*") << "of a reference as a whole its own";
+    EXPECT_TRUE(selection.isEmpty());
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(LayerIsolation, SettingsAreKept) {
+    run(L"LAYISO\nSettings\nLock\nVpfreeze\n5,100\n\n");
+    EXPECT_EQ(looks(), L"0+ DOORS+ LEAF+ NOTES+- WALLS*");
+    run(L"LAYUNISO\nLAYISO\nNames\nDOORS\n");
+    EXPECT_EQ(looks(), L"0+ DOORS* LEAF+ NOTES+- WALLS+") << "kept for the next time";
+    run(L"LAYUNISO\nLAYOUT S Layout1\nMSPACE\nLAYISO\n5,0\n\n");
+    EXPECT_EQ(looks(), L"0 DOORS LEAF* NOTES- WALLS");
+    EXPECT_EQ(frozenInViewport(), L" 0 NOTES WALLS") << "not the reference's layer, which would hide it all";
+    run(L"LAYISO\nNames\nWALLS\n");
+    EXPECT_EQ(frozenInViewport(), L" 0 DOORS LEAF NOTES") << "thawed where it was frozen";
+    run(L"LAYUNISO\n");
+    EXPECT_EQ(frozenInViewport(), L" 0 NOTES WALLS") << "before the second isolation";
+    run(L"U\nU\nU\n");
+    EXPECT_EQ(frozenInViewport(), L"");
+    EXPECT_TRUE(contains(run(L"PSPACE\nLAYISO\nNames\nWALLS\n"), L"No floating viewport is current"));
+    EXPECT_EQ(looks(), L"0- DOORS- LEAF- NOTES- WALLS*");
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(LayerIsolation, TwiceBringsBackWhatWasBeforeTheSecond) {
+    run(L"LAYISO\nNames\nWALLS,DOORS\n");
+    const std::wstring first = looks();
+    EXPECT_TRUE(contains(run(L"LAYISO\nNames\nDOORS\n"), L"was isolated already"));
+    run(L"LAYUNISO\n");
+    EXPECT_EQ(looks(), first);
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(LayerIsolation, FrozenLayersFreezeAgain) {
+    run(L"-LAYER F WALLS\n\nLAYISO\nNames\nWALLS\n");
+    EXPECT_EQ(looks(), L"0- DOORS- LEAF- NOTES- WALLS*");
+    run(L"LAYUNISO\n");
+    EXPECT_EQ(looks(), L"0* DOORS LEAF NOTES- WALLS~") << "the layer of before is current again first";
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(LayerIsolation, WhatCannotBeRecordedIsNotIsolated) {
+    const std::wstring before = looks();
+    qputenv("TRIAL_ISOLATION", "record");
+    EXPECT_EQ(failuresOf(L"LAYISO\nNames\nWALLS\n").size(), 1U);
+    EXPECT_EQ(looks(), before);
+    qunsetenv("TRIAL_ISOLATION");
+    run(L"LAYISO\nNames\nWALLS\n");
+    qputenv("TRIAL_ISOLATION", "record");
+    const std::wstring isolated = looks();
+    run(L"-LAYER ON DOORS\n\n");
+    EXPECT_EQ(failuresOf(L"LAYISO\nNames\nDOORS\n").size(), 1U) << "an old record is none";
+    EXPECT_TRUE(contains(looks(), L"WALLS*"));
+    qputenv("TRIAL_ISOLATION", "restore");
+    const Lines incomplete = failuresOf(L"LAYUNISO\n");
+    ASSERT_EQ(incomplete.size(), 1U);
+    EXPECT_TRUE(contains(incomplete[0], L"-LAYERSTATE Delete ends the isolation"));
+    EXPECT_TRUE(contains(looks(), L"WALLS*")) << "the current layer stays";
+    qunsetenv("TRIAL_ISOLATION");
+    EXPECT_EQ(failuresOf(L"LAYISO\nNames\nNOSUCH*\n\n"), Lines{L"There is no layer that fits \"NOSUCH*\"."});
+}
+
+TEST_F(LayerIsolation, WithoutTheModuleNothingChanges) {
+    run(L"LAYISO\nNames\nWALLS\n");
+    const std::wstring isolated = looks();
+    ASSERT_EQ(dynamicLinker().unloadModule(kModule), Hx::eOk);
+    for (const wchar_t* const command : {L"LAYISO\n", L"LAYUNISO\n"}) {
+        const Lines all = failuresOf(command);
+        ASSERT_EQ(all.size(), 1U);
+        EXPECT_TRUE(contains(all[0], L"HRX Load"));
+    }
+    EXPECT_EQ(looks(), isolated);
+}
+
+TEST_F(LayerIsolation, OldDrawingsAreRefused) {
+    run(L"OPEN " + QString(KORVEX_SOURCE_DIR "/samples/small/r12.dxf").toStdWString() + L"\n");
+    const std::wstring before = looks();
+    const Lines all = failuresOf(L"LAYISO\n");
+    ASSERT_EQ(all.size(), 1U);
+    EXPECT_TRUE(contains(all[0], L"older than R13"));
+    EXPECT_EQ(looks(), before);
+    EXPECT_FALSE(database().isModified());
+}
+
+}  // namespace korvex::test
