@@ -4,6 +4,7 @@
 #include "host/editor/command_processor.h"
 #include "host/editor/documents.h"
 #include "host/editor/editor.h"
+#include "host/editor/layer_isolation.h"
 #include "host/editor/number_text.h"
 #include "host/ui/theme/theme.h"
 #include "host/ui/theme/theme_colors.h"
@@ -61,7 +62,7 @@ QLabel* makeLabel(const char* name) {
 StatusStrip::StatusStrip(Dialogue& dialogue, QWidget* parent)
     : QStatusBar(parent), m_dialogue(dialogue), m_command(new ElidedLabel),
       m_coordinates(makeLabel("StatusCoordinates")), m_layer(makeButton("StatusLayer")),
-      m_space(makeButton("StatusSpace")) {
+      m_space(makeButton("StatusSpace")), m_isolated(makeButton("StatusIsolated")) {
     setObjectName("StatusBar");
     m_command->setAccessibleName(tr("Running command"));
     m_command->setObjectName("StatusCommand");
@@ -74,12 +75,18 @@ StatusStrip::StatusStrip(Dialogue& dialogue, QWidget* parent)
     m_layer->setIconSize(QSize(kSwatch, kSwatch));
     addWidget(m_command, 1);
     addPermanentWidget(m_coordinates);
+    m_isolated->setText(tr("Isolated"));
+    m_isolated->setToolTip(
+        tr("Some layers are isolated. Click to bring the others back as they were (LAYUNISO)."));
+    m_isolated->setAccessibleName(tr("Layers are isolated: bring the others back"));
+    addPermanentWidget(m_isolated);
     addPermanentWidget(m_layer);
     addPermanentWidget(m_space);
     m_hintTime.setSingleShot(true);
     m_hintTime.setInterval(kHintMilliseconds);
     connect(&m_hintTime, &QTimer::timeout, this, &StatusStrip::refreshCommand);
     connect(m_layer, &QToolButton::clicked, this, [this] { m_dialogue.run("LAYER\n"); });
+    connect(m_isolated, &QToolButton::clicked, this, [this] { m_dialogue.run("LAYUNISO\n"); });
     connect(m_space, &QToolButton::clicked, this, &StatusStrip::switchSpace);
     refresh();
 }
@@ -87,7 +94,13 @@ StatusStrip::StatusStrip(Dialogue& dialogue, QWidget* parent)
 void StatusStrip::refresh() {
     refreshLayer();
     refreshSpace();
+    refreshIsolation();
     refreshCommand();
+}
+
+void StatusStrip::refreshIsolation() {
+    const Document* const document = editor().documents().active();
+    m_isolated->setVisible(document && isIsolated(*document->database()));
 }
 
 void StatusStrip::refreshLayer() {

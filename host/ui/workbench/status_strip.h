@@ -19,6 +19,8 @@ public:
     explicit StatusStrip(Dialogue& dialogue, QWidget* parent = nullptr);
 
     void refresh();
+    /// Whether the drawing is isolated, which may change at any time.
+    void refreshIsolation();
     void showCoordinates(const HxGePoint3d& point);
     /// For a few seconds in place of what runs.
     void showHint(const QString& text);
@@ -37,6 +39,7 @@ private:
     QLabel* m_coordinates;
     QToolButton* m_layer;
     QToolButton* m_space;
+    QToolButton* m_isolated;
     QTimer m_hintTime;
 };
 

@@ -155,6 +155,7 @@ void Workbench::connectParts() {
     connect(this, &HxUiDockFrameWindow::OnIdle, this, [this] {
         m_documents->refresh();
         m_actions->refreshState();
+        m_status->refreshIsolation();
         refreshTitle();
     });
     const auto onKeys = [this](const char* keys, const std::function<void()>& handler) {

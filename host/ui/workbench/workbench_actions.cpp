@@ -6,6 +6,7 @@
 #include "host/editor/documents.h"
 #include "host/editor/editor.h"
 #include "host/editor/keywords.h"
+#include "host/editor/layer_isolation.h"
 #include "host/editor/system_variables.h"
 #include "host/ui/theme/theme.h"
 #include "host/ui/workbench/dialogue.h"
@@ -107,9 +108,9 @@ constexpr MenuRow kRows[] = {
     KORVEX_SEPARATOR(kLayer),
     {kLayer, "&Freeze by Pick", "ActionLayfrz", "LAYFRZ\n", "layer-freeze", nullptr,
      "Freezes the layers of objects that are clicked", kDrawing},
-    {kLayer, "&Isolate", "ActionLayiso", "LAYISO\n", nullptr, nullptr,
-     "Hides or locks all layers but those of the objects that are clicked", kDrawing},
-    {kLayer, "&Unisolate", "ActionLayuniso", "LAYUNISO\n", nullptr, nullptr,
+    {kLayer, "&Isolate", "ActionLayiso", "LAYISO\n", "layer-isolate", nullptr,
+     "Hides or locks all layers but those of the objects that are selected or clicked", kDrawing},
+    {kLayer, "&Unisolate", "ActionLayuniso", "LAYUNISO\n", "layer-unisolate", nullptr,
      "Brings the layers back to what they were before Isolate", kDrawing},
     {kLayer, "&Merge Layers", "ActionLaymrg", "-LAYMRG\n", nullptr, nullptr,
      "Moves everything of some layers to another and removes them", kDrawing},
@@ -139,22 +140,12 @@ constexpr MenuRow kRows[] = {
 };
 
 constexpr const char* kToolBar[] = {
-    "ActionNew",
-    "ActionOpen",
-    "ActionSave",
-    nullptr,
-    "ActionUndo",
-    "ActionRedo",
-    nullptr,
-    "ActionZoomExtents",
-    "ActionZoomWindow",
-    "ActionZoomIn",
-    "ActionZoomOut",
-    "ActionPan",
-    nullptr,
-    "ActionLayer",
-    "ActionLayfrz",
-    "ActionLayerStates",
+    "ActionNew",    "ActionOpen",        "ActionSave",
+    nullptr,        "ActionUndo",        "ActionRedo",
+    nullptr,        "ActionZoomExtents", "ActionZoomWindow",
+    "ActionZoomIn", "ActionZoomOut",     "ActionPan",
+    nullptr,        "ActionLayer",       "ActionLayfrz",
+    "ActionLayiso", "ActionLayuniso",    "ActionLayerStates",
 };
 
 Document* active() { return editor().documents().active(); }
@@ -280,6 +271,7 @@ void WorkbenchActions::refresh() {
 
 void WorkbenchActions::refreshState() {
     refreshUndo();
+    action("ActionLayuniso")->setEnabled(active() && isIsolated(*active()->database()));
     action(isDark() ? "ActionThemeDark" : "ActionThemeLight")->setChecked(true);
     action("ActionLayerPalette")->setChecked(hxuiMainAppService()->isLayerPaletteVisible());
 }
