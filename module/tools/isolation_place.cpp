@@ -28,12 +28,6 @@ HxDbObjectId objectOf(const HxDbDatabase& database, const wchar_t* handle) {
     return id;
 }
 
-HxDbObjectId activeLayout(const HxDbDatabase& database) {
-    const OpenedOrHeld<HxDbBlockTableRecord> block(hxdbLayoutManager()->getActiveLayoutBTRId(&database),
-                                                   HxDb::kForRead);
-    return block ? block->getLayoutId() : HxDbObjectId();
-}
-
 /// The dictionary's list with extended data behind it. Takes the data over.
 bool putData(HxDbObjectId dictionary, ListPtr data) {
     zds_name name = {0, 0};
@@ -56,6 +50,12 @@ const wchar_t* nextText(const resbuf*& node) {
 }
 
 }  // namespace
+
+HxDbObjectId activeLayout(const HxDbDatabase& database) {
+    const OpenedOrHeld<HxDbBlockTableRecord> block(hxdbLayoutManager()->getActiveLayoutBTRId(&database),
+                                                   HxDb::kForRead);
+    return block ? block->getLayoutId() : HxDbObjectId();
+}
 
 bool writeIsolationPlace(const HxDbDatabase& database, HxDbObjectId dictionary) {
     const HxDbObjectId layout = activeLayout(database);

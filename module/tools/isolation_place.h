@@ -11,6 +11,9 @@ struct KvIsolationPlace {
     HxDbObjectId viewport;  ///< null when none was current
 };
 
+/// The layout that is current; null id when it has no layout object.
+HxDbObjectId activeLayout(const HxDbDatabase& database);
+
 /// Keeps the active layout and the current viewport in the dictionary's extended data, in place of what stood
 /// there; extended data of others stay. False, and nothing is written, when there is no active layout or the
 /// dictionary refuses. The database must be the working one.

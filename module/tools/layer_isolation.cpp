@@ -70,6 +70,11 @@ bool findHidden(const HxDbDatabase& database, const HxArray<CStdStr<wchar_t>>& n
     return true;
 }
 
+/// Nothing for a layout that is gone, and for the current one, whose viewport the user does not leave.
+void returnTo(const HxDbDatabase& database, HxDbObjectId layout) {
+    if (!layout.isNull() && layout != activeLayout(database)) hxdbLayoutManager()->setCurrentLayoutId(layout);
+}
+
 /// False, with everything as it was, when there is no record or something cannot be opened.
 bool bringBack(HxDbDatabase& database, HxArray<HxDbObjectId>& hidden) {
     HxDbLayerStateManager* const states = database.getLayerStateManager();
@@ -79,7 +84,7 @@ bool bringBack(HxDbDatabase& database, HxArray<HxDbObjectId>& hidden) {
     if (!transaction.opensForWrite(dictionary)) return false;
     const std::optional<KvIsolationPlace> place = readIsolationPlace(database, dictionary);
     if (!place || !removeIsolationPlace(dictionary)) return false;
-    if (!place->layout.isNull()) hxdbLayoutManager()->setCurrentLayoutId(place->layout);
+    returnTo(database, place->layout);
     HxArray<CStdStr<wchar_t>> names;
     states->getLayerStateLayers(names, kIsolationState);
     if (!findHidden(database, names, hidden)) return false;

@@ -169,6 +169,15 @@ TEST_F(LayerIsolation, ReturnsToTheLayoutAndItsViewport) {
     EXPECT_FALSE(isFrozenIn(viewport, L"WALLS"));
 }
 
+TEST_F(LayerIsolation, DoesNotLeaveTheViewportThatIsCurrent) {
+    openDrawing(drawing());
+    goToLayout();
+    const HxDbObjectId viewport = hxedGetCurViewportObjectId();
+    isolate();
+    EXPECT_EQ(end(), 1);
+    EXPECT_EQ(hxedGetCurViewportObjectId(), viewport);
+}
+
 TEST_F(LayerIsolation, RestoresWhatItCanWhenLayoutAndViewportAreGone) {
     openDrawing(drawing());
     goToLayout();
