@@ -1,6 +1,7 @@
 // Layer states: capturing, restoring, comparing and writing them, against the bare work on the records.
 #include "bench/module/palette_bench.h"
 
+#include "frame/exported_functions.h"
 #include "layer_states/manager/layer_state_man_dlg.h"
 #include "layer_states/preview/layers_after_restore.h"
 
@@ -77,6 +78,29 @@ void restoreAll(benchmark::State& state) {
         [&] {
             value = value == 4 ? 3 : 4;
             setAllLayers(drawing.database(), value);
+        });
+}
+
+/// Recording all layers, hiding them and bringing them back, against turning the bare records off and on in
+/// two undo steps.
+void isolateAndEnd(benchmark::State& state) {
+    Drawing drawing(state.range(0));
+    HxDbDatabase& database = drawing.database();
+    const auto turn = [&](bool off) {
+        const int step = hxuiMainAppService()->beginGuardedOperation(curDoc());
+        eachLayer(database, HxDb::kForWrite, [&](HxDbLayerTableRecord& layer) { layer.setIsOff(off); });
+        hxuiMainAppService()->endGuardedOperation(step);
+    };
+    against(
+        state,
+        [&] {
+            LayIso();
+            turn(true);
+            if (LayUnisoNew() == 0) state.SkipWithError("the isolation did not end");
+        },
+        [&] {
+            turn(true);
+            turn(false);
         });
 }
 
@@ -192,6 +216,7 @@ void writeOne(benchmark::State& state) {
 
 BENCHMARK(capture)->Apply(sizes);
 BENCHMARK(restoreAll)->Apply(sizes);
+BENCHMARK(isolateAndEnd)->Apply(sizes);
 BENCHMARK(restoreNothing)->Apply(sizes);
 BENCHMARK(previewAll)->Apply(sizes);
 BENCHMARK(compareAll)->Apply(sizes);

@@ -8,7 +8,7 @@
 #include "model/edit_guard.h"
 #include "model/isolation_state.h"
 #include "model/layer_data.h"
-#include "model/record_of_name.h"
+#include "model/opened_or_held.h"
 
 #include "hxdbdict.h"
 #include "hxdbtransaction.h"
@@ -60,9 +60,11 @@ bool recordLayers() {
 /// Recorded layers that are locked, off or frozen now. False when one cannot be read.
 bool findHidden(const HxDbDatabase& database, const HxArray<CStdStr<wchar_t>>& names,
                 HxArray<HxDbObjectId>& hidden) {
+    const OpenedOrHeld<HxDbLayerTable> table(database.layerTableId(), HxDb::kForRead);
+    if (!table) return false;
     for (const CStdStr<wchar_t>& name : names) {
-        const HxDbObjectId id = layerOfName(database, name);
-        if (id.isNull()) continue;
+        HxDbObjectId id;
+        if (table->getAt(name.c_str(), id) != Hx::eOk) continue;
         const HxDbObjectPointer<HxDbLayerTableRecord> layer(id, HxDb::kForRead);
         if (!layer) return false;
         if (layer->isLocked() || layer->isOff() || layer->isFrozen()) hidden.append(id);

@@ -85,6 +85,10 @@ public:
 
 private:
     bool wants(HxDbLayerStateManager::RestoreFlag flag) const { return (m_flags & flag) != 0; }
+    bool changesOthers() const {
+        return wants(HxDbLayerStateManager::kUndefinedLayersOff) ||
+               wants(HxDbLayerStateManager::kUndefinedLayersFrozen);
+    }
     bool isCurrent(const HxDbStub& layer) const { return m_database.clayer().stub() == &layer; }
     std::int32_t differences(const HxLyStateEntry& entry) const;
     std::int32_t possible(const HxLyStateEntry& entry, const HxDbStub& layer, std::int32_t properties) const;
@@ -133,7 +137,9 @@ void Restore::layer(HxLyStateEntry& entry) {
     if (!present) {
         return;
     }
-    m_named.insert(stub);
+    if (changesOthers()) {
+        m_named.insert(stub);
+    }
     makeAttainable(entry);
     if (m_mask & HxLyState::kCurrentViewportFrozen) {
         const bool freezes = (entry.flags & HxLyState::kLayerCurrentViewportFrozen) != 0;
@@ -161,11 +167,11 @@ void Restore::layer(HxLyStateEntry& entry) {
 }
 
 void Restore::layersOfNoEntry() {
-    const bool off = wants(HxDbLayerStateManager::kUndefinedLayersOff);
-    const bool freezes = wants(HxDbLayerStateManager::kUndefinedLayersFrozen);
-    if (!off && !freezes) {
+    if (!changesOthers()) {
         return;
     }
+    const bool off = wants(HxDbLayerStateManager::kUndefinedLayersOff);
+    const bool freezes = wants(HxDbLayerStateManager::kUndefinedLayersFrozen);
     for (HxDbStub* stub : members(*m_database.layerTableId().stub())) {
         const bool isNamed = stub->erased || m_named.count(stub) != 0;
         const LayerVisibility now = isNamed ? LayerVisibility() : layerVisibility(*stub);
