@@ -426,8 +426,8 @@ constexpr HxResourceString kStrings[] = {
     {kStrDifferenceInDrawing, L"In the Drawing"},
     {kStrLayerIsThere, L"There"},
     {kStrLayerIsMissing, L"Missing"},
-    {kStrMenuIsolate, L"&Isolate Selected Layers"},
-    {kStrMenuEndIsolation, L"End Is&olation"},
+    {kStrMenuIsolate, L"Isol&ate Selected Layers"},
+    {kStrMenuEndIsolation, L"End Isolation"},
 };
 
 }  // namespace
