@@ -163,6 +163,23 @@ TEST_F(LayerIsolation, WhatCannotBeRecordedIsNotIsolated) {
     EXPECT_EQ(failuresOf(L"LAYISO\nNames\nNOSUCH*\n\n"), Lines{L"There is no layer that fits \"NOSUCH*\"."});
 }
 
+TEST_F(LayerIsolation, ComesBackAlsoWhereTheDrawingCannotSayWhereTheUserWas) {
+    const std::wstring before = looks();
+    qputenv("TRIAL_ISOLATION", "place");
+    run(L"LAYISO\nNames\nWALLS\n");
+    ASSERT_NE(looks(), before);
+    qputenv("TRIAL_ISOLATION", "restore");
+    EXPECT_TRUE(contains(run(L"LAYUNISO\n"), L"Layers are as before LAYISO"));
+    EXPECT_EQ(looks(), before);
+    EXPECT_FALSE(isIsolated(database()));
+    run(L"LAYOUT\nSet\nLayout1\nMSPACE\n");
+    qputenv("TRIAL_ISOLATION", "place");
+    EXPECT_TRUE(contains(run(L"LAYISO\nSettings\nOff\nVpfreeze\nNames\nWALLS\n"),
+                         L"cannot keep which viewport it was"));
+    EXPECT_EQ(frozenInViewport(), L"");
+    EXPECT_EQ(failures, Lines());
+}
+
 TEST_F(LayerIsolation, WithoutTheModuleNothingChanges) {
     run(L"LAYISO\nNames\nWALLS\n");
     const std::wstring isolated = looks();

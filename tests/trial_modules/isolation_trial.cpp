@@ -1,5 +1,6 @@
 // A stand-in for the layer manager's part in isolation. TRIAL_ISOLATION makes it fail: "record" makes no
-// record, "restore" restores nothing.
+// record, "restore" restores nothing, "place" says nothing of where the user is.
+#include "hxads.h"
 #include "hxdbentity.h"
 #include "hxdoc.h"
 #include "hxlystate.h"
@@ -15,6 +16,20 @@ bool fails(const char* what) { return qgetenv("TRIAL_ISOLATION") == what; }
 
 HxDbObjectId viewport(const HxDbDatabase& database) {
     return !database.tilemode() && database.cvport() > 1 ? hxedGetCurViewportObjectId() : HxDbObjectId();
+}
+
+void writePlace(const HxDbDatabase& database) {
+    zds_name dictionary = {0, 0};
+    hxdbGetZdsName(dictionary, database.getLayerStateManager()->layerStatesDictionaryId(false));
+    hxdbRegApp(L"AcLayerTools");
+    resbuf* const list = hxdbEntGet(dictionary);
+    resbuf* last = list;
+    while (last->rbnext) {
+        last = last->rbnext;
+    }
+    last->rbnext = hxutBuildList(-3, 1001, L"AcLayerTools", 1000, L"1F", 1000, L"0", 0);
+    hxdbEntMod(list);
+    hxutRelRb(list);
 }
 
 }  // namespace
@@ -35,6 +50,9 @@ HX_EXPORT void LayIso() {
     if (!fails("record")) {
         database.getLayerStateManager()->saveLayerState(kState, HxLyState::kAllProperties,
                                                         viewport(database));
+        if (!fails("place")) {
+            writePlace(database);
+        }
     }
 }
 

@@ -226,6 +226,16 @@ bool makeCurrent(const std::wstring& name) {
            (id == drawing().clayer() || drawing().setClayer(id) == Hx::eOk);
 }
 
+/// Of drawings that cannot say where the user was, which is all that the layer manager lacks then. What a
+/// viewport froze stays, as it is not known which.
+bool restoreWithoutPlace() {
+    constexpr std::int32_t kKept =
+        HxLyState::kOn | HxLyState::kFrozen | HxLyState::kLocked | HxLyState::kNewViewportFrozen;
+    return !isIsolationPlaceKnown(drawing()) &&
+           layerStates().restoreLayerState(kIsolationState, {}, 0, &kKept) == Hx::eOk &&
+           layerStates().deleteLayerState(kIsolationState) == Hx::eOk;
+}
+
 }  // namespace
 
 void isolateLayersCommand() {
@@ -244,9 +254,13 @@ void isolateLayersCommand() {
         say(L"No layer was chosen, so nothing was isolated.");
         return;
     }
-    const OtherLayers others = wantedForOthers();
+    OtherLayers others = wantedForOthers();
     if (!record(layIso)) {
         return;
+    }
+    if (others == OtherLayers::viewportFreeze && !isIsolationPlaceKnown(drawing())) {
+        say(L"This drawing cannot keep which viewport it was, so the others are turned off in all of it.");
+        others = OtherLayers::off;
     }
     tell(kept, others, isolate(drawing(), kept, others, layerStateViewport()));
     hxedRedraw(nullptr, 1);
@@ -267,7 +281,7 @@ void endIsolationCommand() {
     // What was frozen before can be frozen only while another layer is current.
     const std::wstring current = layerName(drawing().clayer());
     const bool isDone = makeCurrent(header.currentLayer);
-    if (layUniso() == 0) {
+    if (layUniso() == 0 && !restoreWithoutPlace()) {
         makeCurrent(current);
         refuse(
             L"The layers were not brought back: what LAYISO recorded is not complete. -LAYERSTATE Restore " +
