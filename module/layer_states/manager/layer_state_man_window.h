@@ -59,6 +59,8 @@ protected:
 
 private:
     static constexpr int kBoxes = 11;
+    static constexpr char kTurnOffOthers[] = "IDC_LAYERMAN_CHECK12";
+    static constexpr char kAsOverrides[] = "IDC_LAYERMAN_CHECK13";
 
     void findControls();
     void placePreview();
