@@ -33,6 +33,12 @@ protected:
         qunsetenv("TRIAL_ISOLATION");
         dynamicLinker().unloadModule(kModule);
     }
+    /// The first of a command's failures; the second is that something is held open.
+    std::wstring refusalOf(const std::wstring& commands) {
+        const Lines all = failuresOf(commands);
+        EXPECT_EQ(all.size(), 2U);
+        return all.empty() ? std::wstring() : all.front();
+    }
     /// "WALLS DOORS*-": what is shown of all layers; * is current, + locked, - off, ~ frozen.
     std::wstring looks() {
         std::wstring text;
@@ -161,6 +167,93 @@ TEST_F(LayerIsolation, WhatCannotBeRecordedIsNotIsolated) {
     EXPECT_TRUE(contains(looks(), L"WALLS*")) << "the current layer stays";
     qunsetenv("TRIAL_ISOLATION");
     EXPECT_EQ(failuresOf(L"LAYISO\nNames\nNOSUCH*\n\n"), Lines{L"There is no layer that fits \"NOSUCH*\"."});
+}
+
+TEST_F(LayerIsolation, PicksInReferencesMeanTheLayersThatStandForThem) {
+    SmallDrawing part;
+    part.block("DOOR", part.line("0", 0, 2, 9, 2) + part.line("LEAF", 0, 3, 9, 3));
+    part.model(part.line("WALLS", 0, 0, 9, 0) + part.line("0", 0, 1, 9, 1) +
+               part.insert("DOOR", "DOORS", 0, 0));
+    write("part.dxf", part.text());
+    SmallDrawing host;
+    host.useVersion("AC1027");
+    host.xref("P", "part.dxf");
+    host.model(host.insert("P", "REF", 0, 0) + host.line("WALLS", 0, 100, 9, 100));
+    host.paper(host.viewport(1, 150, 100, 300, 150, 100) + host.viewport(2, 60, 100, 100, 5, 50));
+    write("host.dxf", host.text());
+    run(L"OPEN " + path("host.dxf") + L"\nZOOM E\n");
+    ASSERT_EQ(looks(), L"0* REF WALLS P|DOORS P|LEAF P|WALLS");
+    const std::wstring told = run(L"LAYISO\n5,0\n\n");
+    EXPECT_TRUE(contains(told, L"Layer \"0\" stays current and as it is"))
+        << "a reference's layer cannot be current";
+    EXPECT_TRUE(contains(told, L"1 layer isolated; 4 others turned off."));
+    EXPECT_EQ(looks(), L"0* REF- WALLS- P|DOORS- P|LEAF- P|WALLS");
+    run(L"LAYUNISO\nLAYISO\n5,1\n\n");
+    EXPECT_EQ(looks(), L"0- REF* WALLS- P|DOORS- P|LEAF- P|WALLS-") << "on layer 0 that of the reference";
+    run(L"LAYUNISO\nLAYISO\n5,2\n\n");
+    EXPECT_EQ(looks(), L"0* REF- WALLS- P|DOORS P|LEAF- P|WALLS-")
+        << "of the block's reference in the drawing";
+    run(L"LAYUNISO\nLAYOUT S Layout1\nMSPACE\nLAYISO\nSettings\nOff\nVpfreeze\n5,3\n\n");
+    EXPECT_EQ(frozenInViewport(), L" WALLS P|WALLS") << "neither what is current nor what is around";
+    run(L"LAYUNISO\n");
+    EXPECT_EQ(frozenInViewport(), L"");
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(LayerIsolation, WhatIsHeldOpenIsTold) {
+    const std::wstring before = looks();
+    {
+        const HxDbObjectPointer<HxDbLayerTableRecord> held(layer(L"DOORS"), HxDb::kForRead);
+        EXPECT_TRUE(contains(refusalOf(L"LAYISO\nNames\nWALLS\n"),
+                             L"1 layer could not be changed, the first is \"DOORS\""));
+        EXPECT_EQ(looks(), L"0- DOORS LEAF- NOTES- WALLS*");
+    }
+    run(L"LAYUNISO\n-LAYER OFF WALLS\n\n");
+    {
+        const HxDbObjectPointer<HxDbLayerTableRecord> held(layer(L"WALLS"), HxDb::kForRead);
+        EXPECT_TRUE(contains(refusalOf(L"LAYISO\nNames\nWALLS,LEAF\n"), L"first is \"WALLS\" ("))
+            << "one that stays, too";
+    }
+    run(L"LAYUNISO\n-LAYER ON WALLS\n\nLAYOUT S Layout1\nMSPACE\nLAYISO\nSettings\nOff\nVpfreeze\n\n");
+    {
+        const HxDbObjectPointer<HxDbViewport> held(hxedGetCurViewportObjectId(), HxDb::kForRead);
+        EXPECT_TRUE(contains(refusalOf(L"LAYISO\nNames\nWALLS\n"), L"1 layer could not be changed"));
+    }
+    EXPECT_EQ(frozenInViewport(), L"");
+    run(L"LAYUNISO\n");
+    EXPECT_EQ(looks(), before);
+}
+
+TEST_F(LayerIsolation, GivingUpOrChoosingNothingChangesNothing) {
+    const std::wstring before = looks();
+    EXPECT_TRUE(contains(run(L"LAYISO\n500,500\n\n"), L"Nothing is there."));
+    for (const wchar_t* const commands : {L"LAYISO\n5,100\n\x1B", L"LAYISO\nSettings\n\x1B",
+                                          L"LAYISO\n5,100\nSettings\nOff\n\x1B", L"LAYISO\n\n"}) {
+        const std::wstring told = run(commands);
+        EXPECT_FALSE(contains(told, L"isolated;")) << toUtf8(told);
+        EXPECT_FALSE(isIsolated(database()));
+        EXPECT_EQ(looks(), before);
+    }
+    EXPECT_TRUE(contains(run(L"LAYISO\n\n"), L"No layer was chosen, so nothing was isolated."));
+    EXPECT_TRUE(
+        contains(run(L"LAYISO\nSettings\nLock\n\n\n"), L"viewport of a layout [Off/Vpfreeze] <Vpfreeze>:"));
+    EXPECT_TRUE(contains(run(L"LAYISO\nSettings\n\n\n\n"), L"in model space [Off/Lock] <Lock>:"));
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(LayerIsolation, TheLayerOfBeforeIsCurrentAgainWhenItCanBe) {
+    run(L"LAYISO\nNames\nWALLS\n-LAYER F 0\n\n");
+    EXPECT_FALSE(contains(run(L"LAYUNISO\n"), L"stays current"));
+    EXPECT_EQ(looks(), L"0* DOORS LEAF NOTES- WALLS") << "frozen meanwhile";
+    run(L"-LAYER M SPARE\n\nLAYISO\nNames\nWALLS\n");
+    {
+        const HxDbObjectPointer<HxDbLayerTableRecord> spare(layer(L"SPARE"), HxDb::kForWrite);
+        ASSERT_EQ(spare->erase(), Hx::eOk);
+    }
+    EXPECT_TRUE(contains(run(L"LAYUNISO\n"),
+                         L"Layer \"WALLS\" stays current: \"SPARE\", which was before, is frozen or gone."));
+    EXPECT_EQ(looks(), L"0 DOORS LEAF NOTES- WALLS*");
+    EXPECT_EQ(failures, Lines());
 }
 
 TEST_F(LayerIsolation, ComesBackAlsoWhereTheDrawingCannotSayWhereTheUserWas) {
