@@ -209,14 +209,16 @@ TEST_F(LayerIsolation, PassesOverLayersThatAreGoneAndFollowsRenamedOnes) {
     run(L"-LAYER\nN\nGONE\n\n");
     const HxLyStateEntry walls = now(L"WALLS");
     isolate();
-    run(L"-LAYER\nN\nMADE\nR\nWALLS\nMASONRY\n\n");
+    run(L"-LAYER\nN\nMADE,SEEN\nR\nWALLS\nMASONRY\n\n");
     hide(L"MASONRY");
     hide(L"MADE");
     const HxLyStateEntry made = now(L"MADE");
+    const HxLyStateEntry seen = now(L"SEEN");
     change(L"GONE", [](auto& record) { EXPECT_EQ(record.erase(), Hx::eOk); });
     EXPECT_EQ(end(), 1);
     EXPECT_EQ(hxlyDifferences(walls, now(L"MASONRY"), kVisibility), 0);
     EXPECT_EQ(hxlyDifferences(made, now(L"MADE"), kVisibility), 0) << "it was not there";
+    EXPECT_EQ(hxlyDifferences(seen, now(L"SEEN"), kVisibility), 0);
     EXPECT_TRUE(layer(L"GONE").isNull() || layer(L"GONE").isErased());
 }
 

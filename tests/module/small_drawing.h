@@ -39,6 +39,12 @@ public:
     void useNamedPlotStyles() { m_namedPlotStyles = true; }
     /// Release 2000 unless told otherwise; "AC1027" and the like.
     void useVersion(const std::string& version) { m_version = version; }
+    /// Dashes and gaps of these lengths.
+    void linetype(const std::string& name, double dash, double gap) {
+        m_linetypes += record("LTYPE", newHandle(), "5", "AcDbLinetypeTableRecord", name) + group(3, "") +
+                       group(72, 65) + group(73, 2) + group(40, dash + gap) + group(49, dash) + group(74, 0) +
+                       group(49, -gap) + group(74, 0);
+    }
     /// A layer that nothing need be on, with extended data.
     void layer(const std::string& name, const std::string& extendedData = "") {
         if (m_layers.find(name) == m_layers.end()) {
@@ -146,7 +152,7 @@ private:
             layers += record("LAYER", handle, "2", "AcDbLayerTableRecord", name) + group(62, 7) +
                       group(6, "Continuous") + m_extendedData[name];
         }
-        std::string linetypes;
+        std::string linetypes = m_linetypes;
         const char* const handles[] = {"14", "15", "16"};
         const char* const names[] = {"ByBlock", "ByLayer", "Continuous"};
         for (int i = 0; i < 3; ++i) {
@@ -200,7 +206,7 @@ private:
     bool m_namedPlotStyles = false;
     std::map<std::string, std::string> m_layers;  ///< by name, the handles
     std::map<std::string, std::string> m_extendedData;
-    std::string m_applications, m_stateNames, m_states;
+    std::string m_applications, m_linetypes, m_stateNames, m_states;
     std::string m_blocks, m_records, m_model, m_paper;
     int m_nextHandle = 0x100;
 };

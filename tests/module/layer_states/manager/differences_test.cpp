@@ -2,6 +2,7 @@
 #include "tests/module/layer_states/layer_states_fixture.h"
 #include "tests/module/layer_states/manager/states_window_fixture.h"
 
+#include "layer_states/compare/differences_pane.h"
 #include "layer_states/manager/layer_state_man_window.h"
 #include "layer_states/preview/preview_picture.h"
 #include "layer_states/preview/restore_preview.h"
@@ -9,6 +10,7 @@
 #include <QCheckBox>
 #include <QDesktopServices>
 #include <QTextBrowser>
+#include <QToolButton>
 
 #include <random>
 
@@ -121,6 +123,57 @@ TEST_F(DifferencesTest, TellWhatTheViewportOfALayoutFreezes) {
     EXPECT_EQ(differences.layers().front().properties, HxLyState::kCurrentViewportFrozen);
     run(L"LAYOUT\nSet\nModel\n");
     EXPECT_TRUE(found(L"then", kAll).layers().empty()) << "nothing is frozen in a viewport there";
+}
+
+TEST_F(DifferencesTest, ThePanesLineFoldsTheListOutAndIn) {
+    openDrawing(drawing());
+    saveState(L"then");
+    const OwnWidgets widgets;
+    KvDifferencesPane pane;
+    auto& line = *pane.findChild<QToolButton*>("IDC_LAYERMAN_DIFFERS");
+    auto& list = *pane.findChild<QTableView*>("IDC_LAYERMAN_DIFFERENCES");
+    EXPECT_FALSE(line.isEnabled()) << "there is no state";
+    pane.showDifferences(found(L"then", kAll));
+    EXPECT_FALSE(line.isEnabled()) << "there is no difference";
+    const QString tip = line.toolTip();
+    EXPECT_FALSE(tip.isEmpty());
+    change(L"NOTES", [](auto& record) { record.setIsOff(true); });
+    change(L"WALLS", [](auto& record) { record.setIsOff(true); });
+    pane.showDifferences(found(L"then", kAll));
+    EXPECT_TRUE(line.isEnabled());
+    EXPECT_TRUE(list.isHidden());
+    EXPECT_EQ(list.model()->rowCount(), 0) << "rows are for a list that is seen";
+    EXPECT_EQ(line.arrowType(), Qt::RightArrow);
+    EXPECT_EQ(pane.sizePolicy().verticalPolicy(), QSizePolicy::Fixed);
+    int grows = 0;
+    QObject::connect(&pane, &KvDifferencesPane::heightChanged, [&](int by) { grows += by; });
+    std::vector<std::wstring> chosen;
+    QObject::connect(&pane, &KvDifferencesPane::layerChosen,
+                     [&](const CStdStr<wchar_t>& layer) { chosen.push_back(layer); });
+    line.click();
+    EXPECT_FALSE(list.isHidden());
+    EXPECT_EQ(list.model()->rowCount(), 2);
+    EXPECT_EQ(line.arrowType(), Qt::DownArrow);
+    EXPECT_EQ(pane.sizePolicy().verticalPolicy(), QSizePolicy::Expanding);
+    EXPECT_GT(grows, 6 * list.verticalHeader()->defaultSectionSize());
+    EXPECT_FALSE(list.accessibleName().isEmpty());
+    EXPECT_EQ(list.selectionMode(), QAbstractItemView::SingleSelection);
+    EXPECT_EQ(list.model()->flags(list.model()->index(0, 1)),
+              Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren);
+    list.setCurrentIndex(list.model()->index(1, 0));
+    list.setCurrentIndex(list.model()->index(0, 0));
+    EXPECT_EQ(chosen, (std::vector<std::wstring>{L"WALLS", L"NOTES"}));
+    pane.showNothing();
+    EXPECT_EQ(list.model()->rowCount(), 0);
+    EXPECT_TRUE(line.isEnabled()) << "it folds the list in";
+    EXPECT_EQ(chosen.size(), 2U);
+    pane.showDifferences(found(L"then", HxLyState::kLocked));
+    EXPECT_TRUE(line.isEnabled());
+    const KvDifferencesPane next;
+    EXPECT_FALSE(next.findChild<QTableView*>("IDC_LAYERMAN_DIFFERENCES")->isHidden()) << "as the last one";
+    line.click();
+    EXPECT_EQ(grows, 0);
+    EXPECT_TRUE(list.isHidden());
 }
 
 TEST_F(DifferencesTest, ThePreviewFollowsSelectionAndTicks) {

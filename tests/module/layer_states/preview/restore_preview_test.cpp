@@ -76,9 +76,10 @@ protected:
     /// State "S", in which the layers differ in all that can be seen from the drawing, which stays as it is.
     void saveOtherState() {
         saveState(L"Now");
-        change(L"WALLS", [](auto& l) {
+        change(L"WALLS", [this](auto& l) {
             l.setColor(HxCmColor::byRgb(200, 90, 7));
             l.setLineWeight(static_cast<HxDb::LineWeight>(200));
+            l.setLinetypeObjectId(linetype(L"DASHED"));
             l.setTransparency(HxCmTransparency(std::uint8_t(120)));
         });
         change(L"NOTES", [](auto& l) { l.setIsOff(true); });
@@ -90,6 +91,12 @@ protected:
         saveState(L"S");
         ASSERT_TRUE(engine()->CmdRestore(L"Now", {}));
     }
+    HxDbObjectId linetype(const wchar_t* name) {
+        const HxDbObjectPointer<HxDbLinetypeTable> table(database().linetypeTableId(), HxDb::kForRead);
+        HxDbObjectId id;
+        table->getAt(name, id);
+        return id;
+    }
     static KvRestoreOptions with(std::int32_t mask) {
         KvRestoreOptions options;
         options.mask = mask;
@@ -97,6 +104,7 @@ protected:
     }
     static SmallDrawing crossed() {
         SmallDrawing drawing = LayerStatesTest::drawing();
+        drawing.linetype("DASHED", 1, 1);
         drawing.model(drawing.line("VIEWS", 0, 0, 10, 8) + drawing.line("0", 0, 8, 10, 0) +
                       drawing.line("HALLS", 0, 6, 10, 6));
         return drawing;
@@ -113,7 +121,7 @@ TEST_F(PreviewTest, IsTheDrawingAfterARestoreInModelSpace) {
     expectSameAsRestored(L"S", with(kAll));
     for (const HxLyState::Property property :
          {HxLyState::kOn, HxLyState::kFrozen, HxLyState::kColor, HxLyState::kLineweight,
-          HxLyState::kTransparency, HxLyState::kLocked}) {
+          HxLyState::kTransparency, HxLyState::kLocked, HxLyState::kLinetype}) {
         SCOPED_TRACE(property);
         expectSameAsRestored(L"S", with(property));
     }
