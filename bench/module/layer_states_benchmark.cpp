@@ -2,6 +2,7 @@
 #include "bench/module/palette_bench.h"
 
 #include "frame/exported_functions.h"
+#include "layer_states/compare/differences_model.h"
 #include "layer_states/manager/layer_state_man_dlg.h"
 #include "layer_states/preview/layers_after_restore.h"
 
@@ -169,6 +170,31 @@ void compareAll(benchmark::State& state) {
         });
 }
 
+/// What differs, when everything does, and its rows in order, against reading the entries of the state.
+void showDifferences(benchmark::State& state) {
+    Drawing drawing(state.range(0));
+    const auto engine = engineOf(drawing.database());
+    setAllLayers(drawing.database(), 1);
+    CKvLayerState* const other = engine->CmdNew(L"other", L"");
+    engine->BuildLayerStateExtensionDictionary();
+    setAllLayers(drawing.database(), 2);
+    KvDifferencesModel rows;
+    against(
+        state,
+        [&] {
+            const auto found = std::make_shared<KvStateDifferences>(
+                engine->differencesOf(*other, HxLyState::kAllProperties));
+            rows.setDifferences(found);
+        },
+        [&] {
+            HxLyStateReader reader(engine->states().record(other));
+            for (HxLyStateEntry entry; reader.next(entry);) {
+                benchmark::DoNotOptimize(entry.flags);
+            }
+        });
+    state.counters["rows"] = rows.rowCount();
+}
+
 /// The headers of so many states, against reading them by a bare reader.
 void load(benchmark::State& state) {
     Drawing drawing(350);
@@ -220,6 +246,7 @@ BENCHMARK(isolateAndEnd)->Apply(sizes);
 BENCHMARK(restoreNothing)->Apply(sizes);
 BENCHMARK(previewAll)->Apply(sizes);
 BENCHMARK(compareAll)->Apply(sizes);
+BENCHMARK(showDifferences)->Apply(sizes);
 BENCHMARK(load)->Arg(10)->Arg(100)->Arg(1000)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(writeOne)->Arg(10)->Arg(100)->Arg(1000)->UseManualTime()->Unit(benchmark::kMillisecond);
 

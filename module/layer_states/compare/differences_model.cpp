@@ -62,6 +62,27 @@ std::wstring_view KvDifferencesModel::nameAt(int place) const {
     return m_differences->layers()[row.layer].inState.GetLayerName();
 }
 
+/// Rows of a layer lie side by side: the layers are sorted, which are fewer.
+std::vector<std::uint32_t> KvDifferencesModel::placesByName() const {
+    std::vector<std::wstring_view> names;
+    std::vector<std::uint32_t> first;  // the place of each layer's first row
+    for (std::uint32_t place = 0; place < m_rows.size(); ++place) {
+        if (place > 0 && m_rows[place].layer == m_rows[place - 1].layer) continue;
+        first.push_back(place);
+        names.push_back(nameAt(static_cast<int>(place)));
+    }
+    std::vector<std::uint32_t> places;
+    places.reserve(m_rows.size());
+    for (const std::uint32_t number : naturalOrder(names)) {
+        const std::uint32_t layer = m_rows[first[number]].layer;
+        for (std::uint32_t place = first[number]; place < m_rows.size() && m_rows[place].layer == layer;
+             ++place) {
+            places.push_back(place);
+        }
+    }
+    return places;
+}
+
 CStdStr<wchar_t> KvDifferencesModel::layerAt(int row) const {
     const int place = placeAt(row);
     return place < 0 ? CStdStr<wchar_t>() : CStdStr<wchar_t>(std::wstring(nameAt(place)).c_str());

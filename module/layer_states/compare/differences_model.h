@@ -32,6 +32,7 @@ public:
 protected:
     int placeCount() const override { return static_cast<int>(m_rows.size()); }
     std::wstring_view nameAt(int place) const override;
+    std::vector<std::uint32_t> placesByName() const override;
     std::vector<std::int64_t> keysOf(int column) const override;
 
 private:

@@ -45,7 +45,7 @@ std::vector<std::int64_t> KvSortedRows::naturalRanks(const std::vector<std::wstr
     std::vector<std::int64_t> ranks(different.size());
     std::wstring before;
     std::int64_t rank = 0;
-    for (const std::uint32_t number : naturalOrder(KvCollation(), different, true)) {
+    for (const std::uint32_t number : naturalOrder(different)) {
         const std::wstring text(different[number]);
         if (!hxutEqualNames(text.c_str(), before.c_str())) ++rank;
         ranks[number] = rank;
@@ -58,14 +58,20 @@ std::vector<std::int64_t> KvSortedRows::naturalRanks(const std::vector<std::wstr
 }
 
 const std::vector<std::uint32_t>& KvSortedRows::nameOrder() const {
-    if (m_nameOrder.empty()) {
-        std::vector<std::wstring_view> names(static_cast<std::size_t>(placeCount()));
-        for (std::size_t place = 0; place < names.size(); ++place) {
-            names[place] = nameAt(static_cast<int>(place));
-        }
-        m_nameOrder = naturalOrder(KvCollation(), names, true);
-    }
+    if (m_nameOrder.empty()) m_nameOrder = placesByName();
     return m_nameOrder;
+}
+
+std::vector<std::uint32_t> KvSortedRows::placesByName() const {
+    std::vector<std::wstring_view> names(static_cast<std::size_t>(placeCount()));
+    for (std::size_t place = 0; place < names.size(); ++place) {
+        names[place] = nameAt(static_cast<int>(place));
+    }
+    return naturalOrder(names);
+}
+
+std::vector<std::uint32_t> KvSortedRows::naturalOrder(const std::vector<std::wstring_view>& texts) {
+    return ::naturalOrder(KvCollation(), texts, true);
 }
 
 std::vector<int> KvSortedRows::sortedPlaces() const {

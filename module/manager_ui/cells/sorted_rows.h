@@ -34,6 +34,8 @@ protected:
     virtual int placeCount() const = 0;
     /// Decides between rows that are equal in the sorted column, and is the order of column 0.
     virtual std::wstring_view nameAt(int place) const = 0;
+    /// Places in the natural order of the names; equal names as they are in the data.
+    virtual std::vector<std::uint32_t> placesByName() const;
     /// What the rows are sorted by in another column, by place.
     virtual std::vector<std::int64_t> keysOf(int column) const = 0;
 
@@ -44,6 +46,7 @@ protected:
     void emitChanged();
     /// A text as a tool tip that shows it as it is, also if it looks like HTML.
     static QString tipOf(const QString& text);
+    static std::vector<std::uint32_t> naturalOrder(const std::vector<std::wstring_view>& texts);
     /// Numbers that compare as the texts do in their natural order; the same one for what the host takes for
     /// the same name.
     static std::vector<std::int64_t> naturalRanks(const std::vector<std::wstring_view>& texts);
