@@ -1,7 +1,7 @@
 // Layer states: capturing, restoring, comparing and writing them, against the bare work on the records.
 #include "bench/module/palette_bench.h"
 
-#include "frame/exported_functions.h"
+#include "frame/entry/exported_functions.h"
 #include "layer_states/compare/differences_model.h"
 #include "layer_states/manager/layer_state_man_dlg.h"
 #include "layer_states/preview/layers_after_restore.h"

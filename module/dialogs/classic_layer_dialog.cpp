@@ -1,11 +1,11 @@
 #include "classic_layer_dialog.h"
 
 #include "classic_layer_functions.h"
-#include "frame/format_message.h"
 #include "frame/module_state.h"
-#include "frame/resource_text.h"
-#include "frame/result_buffers.h"
-#include "frame/system_variable.h"
+#include "frame/util/format_message.h"
+#include "frame/util/resource_text.h"
+#include "frame/util/result_buffers.h"
+#include "frame/util/system_variable.h"
 #include "layer_states/restore/restore_summary.h"
 #include "model/palette_doc_reactor.h"
 

@@ -1,6 +1,6 @@
 #include "classic_layer_functions.h"
 
-#include "frame/result_buffers.h"
+#include "frame/util/result_buffers.h"
 #include "model/opened_or_held.h"
 
 #include "hxdbdict.h"

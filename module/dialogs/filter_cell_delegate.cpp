@@ -1,7 +1,7 @@
 // Cells of the table of a property filter.
 #include "filter_cell_delegate.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 #include "manager_ui/filters/filter_table.h"
 
 #include <QComboBox>

@@ -1,8 +1,8 @@
 // Choosing a lineweight.
 #include "lineweight_dialog.h"
 
-#include "frame/format_message.h"
-#include "frame/resource_text.h"
+#include "frame/util/format_message.h"
+#include "frame/util/resource_text.h"
 #include "manager_ui/grid/lineweight_text.h"
 
 #include "hxdbsymtb.h"

@@ -1,8 +1,8 @@
 // Choosing the layer that others are merged into.
 #include "merge_target_dialog.h"
 
-#include "frame/format_message.h"
-#include "frame/resource_text.h"
+#include "frame/util/format_message.h"
+#include "frame/util/resource_text.h"
 
 #include <QKeyEvent>
 #include <QLabel>

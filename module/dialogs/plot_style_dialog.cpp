@@ -3,9 +3,9 @@
 
 #include "list_dialog.h"
 
-#include "frame/format_message.h"
-#include "frame/resource_text.h"
-#include "frame/text_utilities.h"
+#include "frame/util/format_message.h"
+#include "frame/util/resource_text.h"
+#include "frame/util/text_utilities.h"
 
 #include "hxdbdatabase.h"
 #include "hxdbdict.h"

@@ -3,9 +3,9 @@
 
 #include "filter_cell_delegate.h"
 
-#include "frame/format_message.h"
-#include "frame/resource_text.h"
-#include "frame/symbol_name.h"
+#include "frame/util/format_message.h"
+#include "frame/util/resource_text.h"
+#include "frame/util/symbol_name.h"
 #include "model/layer_data.h"
 #include "model/layer_prop_manager.h"
 

@@ -1,7 +1,7 @@
 // Choosing a transparency.
 #include "transparency_dialog.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 
 #include <QLabel>
 #include <QPainter>

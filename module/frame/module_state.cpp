@@ -1,4 +1,4 @@
-// What the module holds from its loading to its unloading.
+// The palette and what follows the documents, from loading to unloading.
 #include "module_state.h"
 
 #include "model/palette_doc_reactor.h"
@@ -6,9 +6,6 @@
 #include <memory>
 
 namespace {
-
-HxModuleHandle instanceHandle = nullptr;
-HxModuleHandle resourceHandle = nullptr;
 
 std::unique_ptr<KvLayerPaletteDocReactor>& docReactor() {
     static std::unique_ptr<KvLayerPaletteDocReactor> reactor;
@@ -21,12 +18,6 @@ std::unique_ptr<KvPalettePanel>& palettePanel() {
 }
 
 }  // namespace
-
-HxModuleHandle moduleInstance() { return instanceHandle; }
-void setModuleInstance(HxModuleHandle instance) { instanceHandle = instance; }
-
-HxModuleHandle globalResInstance() { return resourceHandle; }
-void setGlobalResInstance(HxModuleHandle library) { resourceHandle = library; }
 
 KvLayerPaletteDocReactor* paletteDocReactor() { return docReactor().get(); }
 void setPaletteDocReactor(KvLayerPaletteDocReactor* reactor) { docReactor().reset(reactor); }

@@ -1,19 +1,9 @@
-// What the module holds from its loading to its unloading.
+// The palette and what follows the documents, from loading to unloading.
 #pragma once
 
 #include "palette_panel.h"
 
-#include "hxresource.h"
-
 class KvLayerPaletteDocReactor;
-
-/// The module itself; null before the host has attached it.
-HxModuleHandle moduleInstance();
-void setModuleInstance(HxModuleHandle instance);
-
-/// The resource library; null while it is not loaded.
-HxModuleHandle globalResInstance();
-void setGlobalResInstance(HxModuleHandle library);
 
 /// Follows the documents; null before initialisation. Owned as the palette is.
 KvLayerPaletteDocReactor* paletteDocReactor();

@@ -1,9 +1,9 @@
 // The commands that show and hide the layer manager.
 #include "palette_commands.h"
 
+#include "frame/util/resource_text.h"
 #include "module_state.h"
 #include "palette_settings.h"
-#include "resource_text.h"
 
 #include "manager_ui/palette/layer_manager_wnd.h"
 #include "manager_ui/window/layer_prop_manager_dlg.h"

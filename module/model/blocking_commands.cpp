@@ -4,7 +4,7 @@
 #include "palette_doc_reactor.h"
 
 #include "frame/module_state.h"
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 
 #include "hxdialog.h"
 

@@ -3,7 +3,7 @@
 
 #include "opened_or_held.h"
 
-#include "frame/result_buffers.h"
+#include "frame/util/result_buffers.h"
 
 #include "hxads.h"
 #include "hxdbdict.h"

@@ -3,9 +3,9 @@
 
 #include "auto_layer_record.h"
 
-#include "frame/resource_text.h"
-#include "frame/system_variable.h"
-#include "frame/text_utilities.h"
+#include "frame/util/resource_text.h"
+#include "frame/util/system_variable.h"
+#include "frame/util/text_utilities.h"
 
 #include "hxdoc.h"
 

@@ -1,9 +1,9 @@
 // Freezing a layer by its name.
 #include "freeze_layer.h"
 
-#include "frame/resource_text.h"
-#include "frame/system_variable.h"
-#include "frame/text_utilities.h"
+#include "frame/util/resource_text.h"
+#include "frame/util/system_variable.h"
+#include "frame/util/text_utilities.h"
 #include "freeze_options.h"
 #include "keyword_question.h"
 

@@ -1,8 +1,8 @@
 // Questions that are answered by a keyword.
 #include "keyword_question.h"
 
-#include "frame/resource_text.h"
-#include "frame/text_utilities.h"
+#include "frame/util/resource_text.h"
+#include "frame/util/text_utilities.h"
 
 #include "hxed.h"
 

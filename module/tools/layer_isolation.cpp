@@ -1,9 +1,9 @@
 // Recording how all layers are before the host isolates some, and bringing them back.
-#include "frame/exported_functions.h"
+#include "frame/entry/exported_functions.h"
 
 #include "dialogs/classic_layer_dialog.h"
-#include "frame/resource_text.h"
-#include "frame/system_variable.h"
+#include "frame/util/resource_text.h"
+#include "frame/util/system_variable.h"
 #include "isolation_place.h"
 #include "model/edit_guard.h"
 #include "model/isolation_state.h"

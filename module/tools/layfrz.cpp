@@ -1,9 +1,9 @@
 // The dialogue of LAYFRZ: picks, the keywords Settings, Undo and eXit, and the two settings.
 #include "layfrz.h"
 
-#include "frame/resource_text.h"
-#include "frame/result_buffers.h"
-#include "frame/text_utilities.h"
+#include "frame/util/resource_text.h"
+#include "frame/util/result_buffers.h"
+#include "frame/util/text_utilities.h"
 #include "freeze_layer.h"
 #include "freeze_options.h"
 #include "keyword_question.h"

@@ -1,7 +1,7 @@
 // Which layer is meant by a pick.
 #include "picked_layer.h"
 
-#include "frame/result_buffers.h"
+#include "frame/util/result_buffers.h"
 #include "freeze_options.h"
 
 #include <memory>

@@ -1,5 +1,5 @@
 // Colours as text: reading, writing, and the quirks that callers rely on.
-#include "frame/colour_text.h"
+#include "frame/util/colour_text.h"
 
 #include <gtest/gtest.h>
 

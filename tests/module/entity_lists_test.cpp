@@ -1,6 +1,6 @@
 // Values and colours in group-code lists that are in hand.
-#include "frame/entity_colour.h"
-#include "frame/result_buffers.h"
+#include "frame/util/entity_colour.h"
+#include "frame/util/result_buffers.h"
 
 #include "hxed.h"
 

@@ -1,6 +1,6 @@
 // The rule for symbol names, trimming, comparing and copying of texts.
-#include "frame/symbol_name.h"
-#include "frame/text_utilities.h"
+#include "frame/util/symbol_name.h"
+#include "frame/util/text_utilities.h"
 
 #include <gtest/gtest.h>
 

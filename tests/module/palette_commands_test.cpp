@@ -3,7 +3,7 @@
 #include "tests/module/manager_ui/palette_fixture.h"
 #include "tests/module/model/recording_palette.h"
 
-#include "frame/frame_app.h"
+#include "frame/entry/frame_app.h"
 #include "frame/module_state.h"
 #include "frame/palette_commands.h"
 #include "host/editor/editor_notices.h"

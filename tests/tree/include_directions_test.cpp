@@ -80,6 +80,17 @@ TEST(IncludeDirections, FloorsSeeThoseBelow) {
     }
 }
 
+TEST(IncludeDirections, UtilitiesOfTheModuleKnowNobodyWhoUsesThem) {
+    const std::vector<Include> includes = includesBelow("module/frame/util");
+    ASSERT_GT(includes.size(), 20U);
+    for (const Include& include : includes) {
+        const bool isOfModule = include.isQuoted && include.name.contains('/');
+        EXPECT_TRUE(!isOfModule || include.name.startsWith("frame/util/") ||
+                    include.name.startsWith("resources/"))
+            << include.file.toStdString() << " includes " << include.name.toStdString();
+    }
+}
+
 /// The rooms of the layer states, the lowest first; those beside each other know nothing of each other.
 const std::vector<QStringList> kStateRooms = {{"records"},         {"storage", "capture"},
                                               {"file", "restore"}, {"edit", "choose", "save", "preview"},

@@ -1,7 +1,7 @@
 // The states of another drawing, with ticks.
 #include "layer_states/choose/choose_states_model.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 
 #include "hxtext.h"
 

@@ -1,8 +1,8 @@
 // Choosing which states of another drawing are imported.
 #include "layer_states/choose/select_layer_state_dlg.h"
 
-#include "frame/format_message.h"
-#include "frame/resource_text.h"
+#include "frame/util/format_message.h"
+#include "frame/util/resource_text.h"
 #include "layer_states/choose/choose_states_model.h"
 #include "manager_ui/cells/list_ctrl.h"
 

@@ -1,8 +1,8 @@
 #include "layer_states/commands/layer_state_commands.h"
 
 #include "dialogs/classic_layer_dialog.h"
-#include "frame/exported_functions.h"
-#include "frame/resource_text.h"
+#include "frame/entry/exported_functions.h"
+#include "frame/util/resource_text.h"
 #include "model/blocking_commands.h"
 #include "model/edit_guard.h"
 

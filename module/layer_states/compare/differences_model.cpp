@@ -1,6 +1,6 @@
 #include "layer_states/compare/differences_model.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 #include "layer_states/edit/entry_cells.h"
 #include "manager_ui/grid/lineweight_text.h"
 

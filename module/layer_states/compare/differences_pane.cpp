@@ -1,7 +1,7 @@
 #include "layer_states/compare/differences_pane.h"
 
-#include "frame/format_message.h"
-#include "frame/resource_text.h"
+#include "frame/util/format_message.h"
+#include "frame/util/resource_text.h"
 #include "layer_states/compare/differences_model.h"
 #include "manager_ui/cells/cell_delegate.h"
 #include "manager_ui/cells/list_ctrl.h"

@@ -1,8 +1,8 @@
 // Editing the layers of a saved state.
 #include "layer_states/edit/edit_layer_state_dlg.h"
 
-#include "frame/format_message.h"
-#include "frame/resource_text.h"
+#include "frame/util/format_message.h"
+#include "frame/util/resource_text.h"
 #include "layer_states/capture/drawing_layers.h"
 #include "layer_states/edit/edit_layer_state_list.h"
 #include "layer_states/edit/layer_state_infos.h"

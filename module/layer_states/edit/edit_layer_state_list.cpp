@@ -1,7 +1,7 @@
 // The rows of the edit dialog's list, and what mouse and keys do there.
 #include "layer_states/edit/edit_layer_state_list.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 #include "layer_states/records/layer_state_map.h"
 #include "manager_ui/grid/lineweight_text.h"
 

@@ -1,8 +1,8 @@
 // The layers of a state in the edit dialog's list.
 #include "layer_states/edit/edit_layer_state_model.h"
 
-#include "frame/format_message.h"
-#include "frame/resource_text.h"
+#include "frame/util/format_message.h"
+#include "frame/util/resource_text.h"
 #include "layer_states/edit/entry_cells.h"
 #include "layer_states/edit/layer_state_infos.h"
 #include "manager_ui/cells/cell_roles.h"

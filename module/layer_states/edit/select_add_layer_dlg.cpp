@@ -1,7 +1,7 @@
 // Choosing layers of the drawing that a state is to hold, too.
 #include "layer_states/edit/select_add_layer_dlg.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 #include "manager_ui/cells/list_ctrl.h"
 #include "model/opened_or_held.h"
 

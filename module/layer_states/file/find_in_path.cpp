@@ -1,7 +1,7 @@
 // Folders, in the order in which they are searched.
 #include "layer_states/file/find_in_path.h"
 
-#include "frame/system_variable.h"
+#include "frame/util/system_variable.h"
 #include "hxresource.h"
 
 #include <QDir>

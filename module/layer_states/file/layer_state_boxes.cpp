@@ -1,8 +1,8 @@
 // The texts of the boxes, and which buttons they have.
 #include "layer_states/file/layer_state_boxes.h"
 
-#include "frame/format_message.h"
-#include "frame/resource_text.h"
+#include "frame/util/format_message.h"
+#include "frame/util/resource_text.h"
 
 #include "hxdialog.h"
 

@@ -1,6 +1,6 @@
 #include "layer_states/manager/layer_state_list_model.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 #include "hxtext.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // The states: reading, writing, making, removing.
 #include "layer_states/manager/layer_state_man_dlg.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 #include "hxconfig.h"
 #include "hxdbentity.h"
 #include "hxtext.h"

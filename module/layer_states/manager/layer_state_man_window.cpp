@@ -1,7 +1,7 @@
 // The controls of the layer states manager and when they are enabled.
 #include "layer_states/manager/layer_state_man_window.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 #include "layer_states/compare/differences_pane.h"
 #include "manager_ui/window/manager_controls.h"
 #include "manager_ui/window/search_edit.h"

@@ -1,5 +1,5 @@
 // Restoring a state, and which states are the same as the drawing.
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 #include "layer_states/manager/layer_state_man_dlg.h"
 #include "model/edit_guard.h"
 #include "model/record_of_name.h"

@@ -2,8 +2,8 @@
 #include "layer_states/manager/layer_state_man_window.h"
 #include "layer_states/manager/state_dialogs.h"
 
-#include "frame/format_message.h"
-#include "frame/resource_text.h"
+#include "frame/util/format_message.h"
+#include "frame/util/resource_text.h"
 #include "hxstddlg.h"
 #include "hxtext.h"
 #include "layer_states/capture/state_capture.h"

@@ -1,7 +1,7 @@
 #include "layer_states/preview/restore_preview.h"
 
-#include "frame/registry_settings.h"
-#include "frame/resource_text.h"
+#include "frame/util/registry_settings.h"
+#include "frame/util/resource_text.h"
 #include "layer_states/preview/preview_picture.h"
 
 #include <QToolButton>

@@ -1,6 +1,6 @@
 #include "layer_states/restore/layer_restore.h"
 
-#include "frame/result_buffers.h"
+#include "frame/util/result_buffers.h"
 #include "hxdbentity.h"
 #include "model/record_of_name.h"
 

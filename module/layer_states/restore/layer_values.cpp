@@ -1,6 +1,6 @@
 #include "layer_states/restore/layer_values.h"
 
-#include "frame/result_buffers.h"
+#include "frame/util/result_buffers.h"
 #include "hxdbdict.h"
 #include "hxdbsymtb.h"
 #include "hxtext.h"

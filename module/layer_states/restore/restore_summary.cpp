@@ -1,7 +1,7 @@
 #include "layer_states/restore/restore_summary.h"
 
-#include "frame/format_message.h"
-#include "frame/resource_text.h"
+#include "frame/util/format_message.h"
+#include "frame/util/resource_text.h"
 
 QString restoreSummary(const KvRestoreResult& result) {
     if (result.refused.isEmpty()) return {};

@@ -1,6 +1,6 @@
 #include "layer_states/save/save_layer_state_dlg.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 
 #include <QComboBox>
 #include <QLineEdit>

@@ -1,7 +1,7 @@
 // Which names are refused, and what is overwritten.
 #include "layer_states/save/save_state.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 
 CStdStr<wchar_t> badStateNameText() {
     CStdStr<wchar_t> text;

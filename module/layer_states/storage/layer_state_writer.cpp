@@ -1,7 +1,7 @@
 // What of the states differs from their records, and writing just that.
 #include "layer_states/storage/layer_state_writer.h"
 
-#include "frame/result_buffers.h"
+#include "frame/util/result_buffers.h"
 #include "hxdbdatabase.h"
 #include "hxdbdict.h"
 #include "hxtext.h"

@@ -1,6 +1,6 @@
 #include "layer_states/storage/older_states.h"
 
-#include "frame/result_buffers.h"
+#include "frame/util/result_buffers.h"
 #include "hxads.h"
 #include "hxdbdatabase.h"
 #include "hxdbdict.h"

@@ -1,8 +1,8 @@
 // What mouse and keys edit in the layer grid.
 #include "cell_click.h"
 
-#include "frame/format_message.h"
-#include "frame/resource_text.h"
+#include "frame/util/format_message.h"
+#include "frame/util/resource_text.h"
 #include "manager_ui/grid/layer_column.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
 #include "manager_ui/grid/layer_list_model.h"

@@ -4,7 +4,7 @@
 #include "layer_change.h"
 #include "viewport_overrides.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 #include "manager_ui/filters/filter_tree_ctrl.h"
 #include "manager_ui/grid/layer_column.h"
 #include "manager_ui/grid/layer_list_ctrl.h"

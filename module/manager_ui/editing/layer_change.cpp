@@ -1,8 +1,8 @@
 // One change of many layers.
 #include "layer_change.h"
 
-#include "frame/format_message.h"
-#include "frame/resource_text.h"
+#include "frame/util/format_message.h"
+#include "frame/util/resource_text.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
 #include "model/auto_layer_record.h"
 #include "model/edit_guard.h"

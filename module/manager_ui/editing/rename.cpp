@@ -1,10 +1,10 @@
 // Typing names and descriptions of layers into their cells.
 #include "layer_change.h"
 
-#include "frame/format_message.h"
-#include "frame/resource_text.h"
-#include "frame/symbol_name.h"
-#include "frame/system_variable.h"
+#include "frame/util/format_message.h"
+#include "frame/util/resource_text.h"
+#include "frame/util/symbol_name.h"
+#include "frame/util/system_variable.h"
 #include "manager_ui/grid/layer_column.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
 #include "manager_ui/grid/layer_list_model.h"

@@ -4,7 +4,7 @@
 #include "layer_change.h"
 
 #include "frame/module_state.h"
-#include "frame/system_variable.h"
+#include "frame/util/system_variable.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
 #include "manager_ui/grid/lineweight_text.h"
 #include "model/auto_layer_record.h"

@@ -1,7 +1,7 @@
 // The tree of layer filters.
 #include "filter_tree_ctrl.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
 #include "manager_ui/window/layer_prop_manager_dlg.h"
 

@@ -3,7 +3,7 @@
 #include "layer_list_ctrl.h"
 #include "layer_list_model.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 
 #include <QHeaderView>
 #include <QMenu>

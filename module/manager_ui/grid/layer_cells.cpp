@@ -5,7 +5,7 @@
 #include "layer_icons.h"
 #include "lineweight_text.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 #include "manager_ui/editing/viewport_overrides.h"
 
 #include "hxdbdatabase.h"

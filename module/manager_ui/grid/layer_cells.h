@@ -1,7 +1,7 @@
 // What the cells of one layer's row show.
 #pragma once
 
-#include "frame/column_settings.h"
+#include "frame/util/column_settings.h"
 
 #include "hxcm.h"
 #include "hxdbsymtb.h"

@@ -1,7 +1,7 @@
 // Default layouts of the layer grid's columns.
 #include "layer_column.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 
 namespace {
 

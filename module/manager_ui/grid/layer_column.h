@@ -1,7 +1,7 @@
 // The columns of the layer grid: their identities, default widths and headers.
 #pragma once
 
-#include "frame/column_settings.h"
+#include "frame/util/column_settings.h"
 
 #include <vector>
 

@@ -1,7 +1,7 @@
 // Loads the icons of the layer grid's cells.
 #include "layer_icons.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include "layer_list_model.h"
 #include "layer_sort.h"
 
-#include "frame/resource_text.h"
-#include "frame/text_utilities.h"
+#include "frame/util/resource_text.h"
+#include "frame/util/text_utilities.h"
 #include "model/auto_layer_record.h"
 #include "model/layer_data.h"
 #include "model/layer_prop_manager.h"

@@ -4,7 +4,7 @@
 #include "layer_column.h"
 #include "lineweight_text.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 #include "model/layer_data.h"
 
 #include <algorithm>

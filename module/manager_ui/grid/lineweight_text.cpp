@@ -1,7 +1,7 @@
 // Texts and line samples for lineweights.
 #include "lineweight_text.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 
 #include "hxdbsymtb.h"
 #include "hxed.h"

@@ -4,7 +4,7 @@
 #include "search_edit.h"
 
 #include "frame/module_state.h"
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 #include "manager_ui/filters/filter_tree_ctrl.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
 #include "manager_ui/palette/layer_manager_wnd.h"

@@ -3,7 +3,7 @@
 
 #include "manager_controls.h"
 
-#include "frame/column_settings.h"
+#include "frame/util/column_settings.h"
 #include "manager_ui/grid/layer_column.h"
 #include "model/layer_shower.h"
 

@@ -1,9 +1,9 @@
 // What the manager does with layers: new, delete, set current; layer states.
-#include "frame/format_message.h"
+#include "frame/util/format_message.h"
 #include "layer_prop_manager_dlg.h"
 #include "new_layer.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 #include "layer_states/commands/layer_state_commands.h"
 #include "manager_ui/editing/layer_change.h"
 #include "manager_ui/grid/layer_list_ctrl.h"

@@ -3,7 +3,7 @@
 
 #include "search_edit.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 #include "manager_ui/filters/filter_tree_ctrl.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
 

@@ -1,7 +1,7 @@
 // The context menu of the filter tree: what is done with all layers of a filter at once.
 #include "layer_prop_manager_dlg.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 #include "manager_ui/editing/layer_change.h"
 #include "manager_ui/editing/viewport_overrides.h"
 #include "manager_ui/filters/filter_tree_ctrl.h"

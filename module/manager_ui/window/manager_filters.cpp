@@ -1,13 +1,13 @@
 // The filter tree of the manager: which filter is current, making, renaming and deleting filters.
-#include "frame/format_message.h"
+#include "frame/util/format_message.h"
 #include "layer_prop_manager_dlg.h"
 #include "search_edit.h"
 
 #include "dialogs/property_filter_dialog.h"
 #include "frame/module_state.h"
-#include "frame/resource_text.h"
-#include "frame/symbol_name.h"
-#include "frame/system_variable.h"
+#include "frame/util/resource_text.h"
+#include "frame/util/symbol_name.h"
+#include "frame/util/system_variable.h"
 #include "manager_ui/filters/excess_filters.h"
 #include "manager_ui/filters/filter_tree_ctrl.h"
 #include "manager_ui/grid/layer_list_ctrl.h"

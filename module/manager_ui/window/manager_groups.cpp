@@ -1,8 +1,8 @@
 // Layers of the grid in group filters, and filters chosen from outside of the tree.
-#include "frame/format_message.h"
+#include "frame/util/format_message.h"
 #include "layer_prop_manager_dlg.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 #include "manager_ui/filters/filter_tree_ctrl.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
 #include "model/auto_layer_record.h"

@@ -1,10 +1,10 @@
 // Merging layers into another one.
-#include "frame/format_message.h"
+#include "frame/util/format_message.h"
 #include "layer_prop_manager_dlg.h"
 
 #include "dialogs/merge_target_dialog.h"
-#include "frame/resource_text.h"
-#include "frame/text_utilities.h"
+#include "frame/util/resource_text.h"
+#include "frame/util/text_utilities.h"
 #include "manager_ui/editing/layer_change.h"
 #include "manager_ui/editing/viewport_overrides.h"
 #include "manager_ui/grid/layer_list_ctrl.h"

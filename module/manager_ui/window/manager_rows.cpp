@@ -1,9 +1,9 @@
 // Which layers the manager shows: the current filter, the search, their inversion; and the lines that tell.
-#include "frame/format_message.h"
+#include "frame/util/format_message.h"
 #include "layer_prop_manager_dlg.h"
 #include "search_edit.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 #include "manager_ui/filters/filter_tree_ctrl.h"
 #include "manager_ui/grid/layer_list_ctrl.h"
 #include "manager_ui/grid/layer_list_model.h"

@@ -1,7 +1,7 @@
 // The search box.
 #include "search_edit.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>

@@ -4,7 +4,7 @@
 #include "dialogs/classic_layer_dialog.h"
 #include "dialogs/classic_layer_functions.h"
 
-#include "frame/result_buffers.h"
+#include "frame/util/result_buffers.h"
 
 using korvex::toUtf8;
 using namespace korvex::test;

@@ -1,7 +1,7 @@
 // What cells show, column defaults, lineweight texts, numbered texts.
 #include "tests/module/manager_ui/layer_entries.h"
 
-#include "frame/format_message.h"
+#include "frame/util/format_message.h"
 #include "manager_ui/grid/layer_cells.h"
 #include "manager_ui/grid/layer_column.h"
 #include "manager_ui/grid/layer_icons.h"

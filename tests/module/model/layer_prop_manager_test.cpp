@@ -3,6 +3,7 @@
 #include "tests/module/module_fixture.h"
 
 #include "frame/module_state.h"
+#include "frame/util/module_handles.h"
 #include "host/db/kernel/database_imp.h"
 #include "host/io/drawing_writer.h"
 #include "model/auto_layer_record.h"

@@ -3,6 +3,7 @@
 #include "tests/module/module_fixture.h"
 
 #include "frame/module_state.h"
+#include "frame/util/module_handles.h"
 #include "host/db/kernel/database_imp.h"
 #include "model/blocking_commands.h"
 #include "model/palette_doc_reactor.h"

@@ -1,7 +1,7 @@
 // The layer states manager and the save dialog of the built module, by clicks and keys.
 #include "tests/module/layer_states/manager/states_window_fixture.h"
 
-#include "frame/registry_settings.h"
+#include "frame/util/registry_settings.h"
 #include "manager_ui/grid/layer_column.h"
 
 #include "sdk/hxdbdict.h"

@@ -1,6 +1,6 @@
 // The module's entry points: attaching, version, and the host's life-cycle messages.
+#include "frame/util/module_handles.h"
 #include "frame_app.h"
-#include "module_state.h"
 
 #include "hxmodule.h"
 

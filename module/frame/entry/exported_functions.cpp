@@ -1,10 +1,10 @@
 // What the host calls by name, besides the entry point.
 #include "exported_functions.h"
 
+#include "frame/module_state.h"
+#include "frame/palette_commands.h"
+#include "frame/util/resource_text.h"
 #include "frame_app.h"
-#include "module_state.h"
-#include "palette_commands.h"
-#include "resource_text.h"
 
 IVrexPalettePropManager* GetCuixManager() { return GetCuixManagerUtil(); }
 

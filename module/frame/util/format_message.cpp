@@ -1,7 +1,7 @@
 // Texts with numbered places.
-#include "frame/format_message.h"
+#include "frame/util/format_message.h"
 
-#include "frame/resource_text.h"
+#include "frame/util/resource_text.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Texts from the resource library.
 #include "resource_text.h"
 
-#include "module_state.h"
+#include "module_handles.h"
 
 #include <cwchar>
 

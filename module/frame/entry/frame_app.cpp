@@ -2,10 +2,10 @@
 #include "frame_app.h"
 
 #include "exported_functions.h"
-#include "module_state.h"
-#include "palette_commands.h"
-#include "palette_properties.h"
-#include "resource_text.h"
+#include "frame/module_state.h"
+#include "frame/palette_commands.h"
+#include "frame/palette_properties.h"
+#include "frame/util/resource_text.h"
 
 #include "layer_states/commands/layer_state_commands.h"
 #include "layer_states/manager/layer_state_man_window.h"
