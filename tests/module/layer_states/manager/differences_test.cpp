@@ -9,6 +9,7 @@
 
 #include <QCheckBox>
 #include <QDesktopServices>
+#include <QScreen>
 #include <QTextBrowser>
 #include <QToolButton>
 
@@ -205,6 +206,61 @@ TEST_F(DifferencesTest, ThePreviewFollowsSelectionAndTicks) {
         EXPECT_EQ(drawn(), without) << "on and off are not restored";
         list->selectAll();
         EXPECT_TRUE(QTest::qWaitFor([&] { return !picture->text().isEmpty(); }, 20000));
+        window.EndDialog(IDCANCEL);
+    });
+    window.DoModal();
+}
+
+TEST_F(DifferencesTest, TheManagersWindowMakesRoomForPreviewAndList) {
+    openDrawing(drawing());
+    saveState(L"A");
+    change(L"NOTES", [](auto& record) { record.setIsOff(true); });
+    const OwnWidgets widgets;
+    m_engine = engine();
+    KvLayerStateManWindow window(*m_engine, nullptr);
+    QTimer::singleShot(0, &window, [&] {
+        auto* const preview = window.findChild<KvRestorePreview*>();
+        auto* const list = window.findChild<CKvLayerStateListCtrl*>();
+        auto* const line = window.findChild<QToolButton*>("IDC_LAYERMAN_DIFFERS");
+        const QSize screen = window.screen()->availableSize();
+        preview->setFolded(true);
+        const QSize folded = window.size();
+        preview->setFolded(false);
+        EXPECT_EQ(window.width(), qMin(folded.width() + preview->unfoldedWidth(), screen.width()));
+        EXPECT_GT(window.width(), folded.width());
+        const auto left = [&](QWidget* widget) { return widget->mapTo(&window, QPoint()).x(); };
+        EXPECT_LT(left(list), left(preview));
+        EXPECT_LT(left(preview), left(window.GetDlgItem("IDC_LAYERMAN_NEW")));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return line->isEnabled(); }, 20000));
+        line->click();
+        EXPECT_GT(window.height(), folded.height());
+        EXPECT_LE(window.height(), screen.height());
+        line->click();
+        for (const char* const option : {"IDC_LAYERMAN_CHECK12", "IDC_LAYERMAN_CHECK13"}) {
+            EXPECT_TRUE(QTest::qWaitFor([&] { return preview->pictures() > 0; }, 20000));
+            const int before = preview->pictures();
+            window.GetDlgItem<QCheckBox>(option)->click();
+            EXPECT_TRUE(QTest::qWaitFor([&] { return preview->pictures() > before; }, 20000)) << option;
+            window.GetDlgItem<QCheckBox>(option)->click();
+        }
+        window.EndDialog(IDCANCEL);
+    });
+    window.DoModal();
+}
+
+TEST_F(DifferencesTest, AManagerWithoutStatesMakesAndImportsThem) {
+    openDrawing(drawing());
+    const OwnWidgets widgets;
+    m_engine = engine();
+    KvLayerStateManWindow window(*m_engine, nullptr);
+    QTimer::singleShot(0, &window, [&] {
+        for (const char* const name :
+             {"IDC_LAYERMAN_SAVE", "IDC_LAYERMAN_EDIT", "IDC_LAYERMAN_RENAME", "IDC_LAYERMAN_DEL",
+              "IDC_LAYERMAN_EXPORT", "IDC_LAYERMAN_RESTORE", "IDC_LAYERMAN_CHECK1", "IDC_LAYERMAN_CHECK12"}) {
+            EXPECT_FALSE(window.GetDlgItem(name)->isEnabled()) << name;
+        }
+        EXPECT_TRUE(window.GetDlgItem("IDC_LAYERMAN_NEW")->isEnabled());
+        EXPECT_TRUE(window.GetDlgItem("IDC_LAYERMAN_IMPORT")->isEnabled());
         window.EndDialog(IDCANCEL);
     });
     window.DoModal();
