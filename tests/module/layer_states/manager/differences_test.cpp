@@ -9,9 +9,11 @@
 
 #include <QCheckBox>
 #include <QDesktopServices>
+#include <QHelpEvent>
 #include <QScreen>
 #include <QTextBrowser>
 #include <QToolButton>
+#include <QToolTip>
 
 #include <random>
 
@@ -164,6 +166,12 @@ TEST_F(DifferencesTest, ThePanesLineFoldsTheListOutAndIn) {
     list.setCurrentIndex(list.model()->index(1, 0));
     list.setCurrentIndex(list.model()->index(0, 0));
     EXPECT_EQ(chosen, (std::vector<std::wstring>{L"WALLS", L"NOTES"}));
+    pane.show();
+    list.setColumnWidth(0, 8);
+    const QPoint cell = list.visualRect(list.model()->index(0, 0)).center();
+    QHelpEvent help(QEvent::ToolTip, cell, list.viewport()->mapToGlobal(cell));
+    QApplication::sendEvent(list.viewport(), &help);
+    EXPECT_EQ(QToolTip::text(), "NOTES") << "what a narrow cell cuts off";
     pane.showNothing();
     EXPECT_EQ(list.model()->rowCount(), 0);
     EXPECT_TRUE(line.isEnabled()) << "it folds the list in";
@@ -231,6 +239,7 @@ TEST_F(DifferencesTest, TheManagersWindowMakesRoomForPreviewAndList) {
         const auto left = [&](QWidget* widget) { return widget->mapTo(&window, QPoint()).x(); };
         EXPECT_LT(left(list), left(preview));
         EXPECT_LT(left(preview), left(window.GetDlgItem("IDC_LAYERMAN_NEW")));
+        EXPECT_GT(list->width(), preview->width()) << "the list keeps its own";
         EXPECT_TRUE(QTest::qWaitFor([&] { return line->isEnabled(); }, 20000));
         line->click();
         EXPECT_GT(window.height(), folded.height());
@@ -298,6 +307,20 @@ TEST_F(DifferencesPaneTest, FollowsSelectionAndTicks) {
     EXPECT_TRUE(contains(
         manager(std::wstring(kPlan) + L"PRESS IDC_LAYERMAN_LIST Ctrl+A\nLOOK IDC_LAYERMAN_DIFFERS\n"),
         L"Select one state to see what differs from the drawing"));
+    EXPECT_EQ(failures, Lines());
+}
+
+TEST_F(DifferencesPaneTest, NamesTheValuesOfEachProperty) {
+    run(L"-LAYER\nTR\n50\nWALLS\nLOck\nWALLS\nPlot\nNo\nWALLS\nFreeze\nWALLS\n\n");
+    ASSERT_EQ(failures, Lines());
+    const std::wstring shown = manager(std::wstring(kPlan) + kFold + kLook + kFold);
+    EXPECT_TRUE(contains(shown, L"  2: WALLS | Frozen/Thawed | Thawed | Frozen\n"
+                                L"  3: WALLS | Locked/Unlocked | Unlocked | Locked\n"
+                                L"  4: WALLS | Plot/No plot | Plots | Does not plot\n"
+                                L"  5: WALLS | Color | White | Green\n"
+                                L"  6: WALLS | Lineweight | Default | 0.30 mm\n"
+                                L"  7: WALLS | Transparency | 0 | 50\n"))
+        << toUtf8(shown);
     EXPECT_EQ(failures, Lines());
 }
 
