@@ -120,7 +120,8 @@ TEST_F(LayerIsolation, SettingsAreKept) {
     run(L"LAYUNISO\nLAYOUT S Layout1\nMSPACE\nLAYISO\n5,0\n\n");
     EXPECT_EQ(looks(), L"0 DOORS LEAF* NOTES- WALLS");
     EXPECT_EQ(frozenInViewport(), L" 0 NOTES WALLS") << "not the reference's layer, which would hide it all";
-    run(L"LAYISO\nNames\nWALLS\n");
+    EXPECT_TRUE(
+        contains(run(L"LAYISO\nNames\nWALLS\n"), L"2 others frozen in the viewport, 2 were so already."));
     EXPECT_EQ(frozenInViewport(), L" 0 DOORS LEAF NOTES") << "thawed where it was frozen";
     run(L"LAYUNISO\n");
     EXPECT_EQ(frozenInViewport(), L" 0 NOTES WALLS") << "before the second isolation";
@@ -198,6 +199,14 @@ TEST_F(LayerIsolation, PicksInReferencesMeanTheLayersThatStandForThem) {
     run(L"LAYUNISO\n");
     EXPECT_EQ(frozenInViewport(), L"");
     EXPECT_EQ(failures, Lines());
+    {
+        const HxDbObjectPointer<HxDbLayerTableRecord> walls(layer(L"P|WALLS"), HxDb::kForWrite);
+        ASSERT_EQ(walls->erase(), Hx::eOk);
+    }
+    const Lines all = failuresOf(L"LAYISO\n5,0\n\n");
+    ASSERT_EQ(all.size(), 1U);
+    EXPECT_TRUE(contains(all[0], L"reload the external reference"));
+    EXPECT_FALSE(isIsolated(database()));
 }
 
 TEST_F(LayerIsolation, WhatIsHeldOpenIsTold) {
