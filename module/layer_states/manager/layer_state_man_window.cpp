@@ -100,8 +100,7 @@ bool KvLayerStateManWindow::OnInitDialog() {
                                          : ":/KvLayerManager/image_layerstate_current_dark"));
     placePreview();
     connectControls();
-    const bool isTooTall = layout()->totalMinimumSize().height() > screen()->availableSize().height();
-    const int hide = isContracted || isTooTall ? 1 : 0;
+    const int hide = isContracted || isTooTall() ? 1 : 0;
     HideRestoreLayerPropArea(hide, hide);
     showStates();
     selectFirst();
@@ -247,6 +246,10 @@ std::int32_t KvLayerStateManWindow::tickedMask() const {
 void KvLayerStateManWindow::OnButtonExpand() {
     isContracted = GetDlgItem(kArea)->isVisible();
     HideRestoreLayerPropArea(isContracted ? 1 : 0, 1);
+}
+
+bool KvLayerStateManWindow::isTooTall() const {
+    return layout()->totalMinimumSize().height() > screen()->availableSize().height();
 }
 
 /// `resize`: the window becomes that much smaller or larger.

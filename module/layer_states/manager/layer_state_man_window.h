@@ -77,6 +77,8 @@ private:
     void tickAll(bool isTicked);
     std::int32_t tickedMask() const;
     void HideRestoreLayerPropArea(int hide, int resize);
+    /// It does not fit the screen as it is now.
+    bool isTooTall() const;
     bool isListKey(int key, Qt::KeyboardModifiers modifiers);
     void warn(int text, const CStdStr<wchar_t>& name);
     bool isConfirmed(int text, const CStdStr<wchar_t>& name);

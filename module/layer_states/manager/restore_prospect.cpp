@@ -36,8 +36,10 @@ void KvLayerStateManWindow::connectDifferences() {
     connect(m_list, &CKvLayerStateListCtrl::selectionMade, this, later);
     connect(&m_list->rows(), &QAbstractItemModel::dataChanged, this, later);
     connect(m_differences, &KvDifferencesPane::layerChosen, this, &KvLayerStateManWindow::goToLayer);
-    connect(m_differences, &KvDifferencesPane::heightChanged, this,
-            [this](int by) { resizeWithin(width(), height() + by); });
+    connect(m_differences, &KvDifferencesPane::heightChanged, this, [this](int by) {
+        if (by > 0 && isTooTall()) HideRestoreLayerPropArea(1, 1);
+        resizeWithin(width(), height() + by);
+    });
 }
 
 void KvLayerStateManWindow::showWhatWould() {

