@@ -1,4 +1,5 @@
 // Pictures with other layers: the same as the window's when the layers are like that, and nothing is touched.
+#include "tests/database_listener.h"
 #include "tests/ui/view/view_fixture.h"
 
 #include "sdk/hxpreview.h"
@@ -6,23 +7,6 @@
 
 namespace korvex::test {
 namespace {
-
-/// Counts all that a drawing tells.
-class Listener final : public HxDbDatabaseReactor {
-public:
-    explicit Listener(HxDbDatabase& database) : m_database(database) { m_database.addReactor(this); }
-    ~Listener() override { m_database.removeReactor(this); }
-    Listener(const Listener&) = delete;
-    Listener& operator=(const Listener&) = delete;
-    void objectAppended(const HxDbDatabase*, const HxDbObject*) override { ++told; }
-    void objectOpenedForModify(const HxDbDatabase*, const HxDbObject*) override { ++told; }
-    void objectModified(const HxDbDatabase*, const HxDbObject*) override { ++told; }
-    void objectErased(const HxDbDatabase*, const HxDbObject*, bool) override { ++told; }
-    int told = 0;
-
-private:
-    HxDbDatabase& m_database;
-};
 
 class LayerPreviewTest : public ViewTest {
 protected:

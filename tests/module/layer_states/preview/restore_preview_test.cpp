@@ -1,4 +1,5 @@
 // The picture before a restore: what the drawing looks like after it, and a pane that draws it when it must.
+#include "tests/database_listener.h"
 #include "tests/module/layer_states/layer_states_fixture.h"
 
 #include "layer_states/preview/preview_picture.h"
@@ -18,23 +19,6 @@ namespace {
 
 constexpr int kAll = HxLyState::kAllProperties;
 constexpr int kNoLimit = 600000;  // milliseconds: the tests may run on a busy machine
-
-/// Counts all that a drawing tells.
-class Listener final : public HxDbDatabaseReactor {
-public:
-    explicit Listener(HxDbDatabase& database) : m_database(database) { m_database.addReactor(this); }
-    ~Listener() override { m_database.removeReactor(this); }
-    Listener(const Listener&) = delete;
-    Listener& operator=(const Listener&) = delete;
-    void objectAppended(const HxDbDatabase*, const HxDbObject*) override { ++told; }
-    void objectOpenedForModify(const HxDbDatabase*, const HxDbObject*) override { ++told; }
-    void objectModified(const HxDbDatabase*, const HxDbObject*) override { ++told; }
-    void objectErased(const HxDbDatabase*, const HxDbObject*, bool) override { ++told; }
-    int told = 0;
-
-private:
-    HxDbDatabase& m_database;
-};
 
 class PreviewTest : public LayerStatesTest {
 protected:
