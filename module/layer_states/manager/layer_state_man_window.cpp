@@ -104,7 +104,6 @@ bool KvLayerStateManWindow::OnInitDialog() {
     HideRestoreLayerPropArea(hide, hide);
     showStates();
     selectFirst();
-    onSlotListItemChanged();
     m_list->setFocus();
     return true;
 }
